@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QMutex>
+#include <QObject>
+#include <QRunnable>
+
+class QThreadPool;
+
+/// Lets one slot of TextGrepCore run on the engine's thread pool: connect
+/// start() to the slot with a direct connection. The pool deletes the task
+/// after its last copy has run.
+///
+/// A replicating task first asks the pool to run it once more on a free thread,
+/// and each copy does the same, so it spreads over every thread that is free
+/// when it starts and leaves none waiting in the pool's queue.
+class ThreadPoolTask : public QObject, public QRunnable {
+    Q_OBJECT
+
+public:
+    explicit ThreadPoolTask(QThreadPool *pool);
+
+    /// May be called from any thread; counts for copies that start later.
+    void setReplicate(bool replicate);
+
+    void run() override;
+
+signals:
+    void start();
+
+private:
+    QMutex m_mutex;
+    QThreadPool *const m_pool;
+    bool m_replicate = false; // guarded by m_mutex
+};
