@@ -1,0 +1,8 @@
+#include "engine/CurrentThread.h"
+
+#include <windows.h>
+
+int CurrentThread::id()
+{
+    return static_cast<int>(::GetCurrentThreadId());
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QStringList>
+
+#include <memory>
+
+class AppSettings;
+class FolderLister;
+
+/// The settings that a search reads, taken once when it starts: the worker
+/// threads never look at AppSettings, which has no lock.
+struct SearchLimits {
+    int bigsize = 1; ///< files over this many MiB are refused
+    int codechksize = 4096; ///< leading bytes of a file that detection sees
+    int detectsize = 2048; ///< samples up to this many bytes are taken as Shift-JIS sooner
+    int tabcolm = 4; ///< display columns a tab advances to a multiple of, at least 1
+    QStringList excludedFolders; ///< whole names, case-sensitive
+    QStringList excludedFiles; ///< parts of names, case-sensitive
+
+    /// bigsize in bytes; never negative.
+    qint64 sizeLimitBytes() const;
+
+    static SearchLimits fromSettings(const AppSettings &settings);
+};
+
+/// How an engine runs its searches, beyond the request itself.
+struct EngineOptions {
+    SearchLimits limits;
+
+    /// A walk that ends with fewer queued files than this loads none of them.
+    /// Two is the window's rule; a caller that names single files sets 1.
+    int loadThreshold = 2;
+
+    /// In line-count mode report each file's encoding instead of its lines.
+    bool reportEncodings = false;
+
+    /// Decode and visit every line of every file instead of only those that the
+    /// keyword can be on: the slow, obvious path, to compare results with.
+    bool visitEveryLine = false;
+
+    /// Replaces the platform's folder enumeration; null: the platform's.
+    std::shared_ptr<const FolderLister> lister;
+};

@@ -1,0 +1,60 @@
+#include "engine/FolderQueue.h"
+
+#include <QMutexLocker>
+
+void FolderQueue::holdOpen()
+{
+    const QMutexLocker lock(&m_mutex);
+    ++m_unfinished;
+}
+
+void FolderQueue::append(const QString &folder)
+{
+    append(QStringList{folder});
+}
+
+void FolderQueue::append(const QStringList &folders)
+{
+    const QMutexLocker lock(&m_mutex);
+    m_unfinished += folders.size();
+    m_queue.append(folders);
+}
+
+void FolderQueue::appendLink(const QString &folder)
+{
+    const QMutexLocker lock(&m_mutex);
+    m_links.insert(folder, true);
+}
+
+bool FolderQueue::beginListing(QString *folder, int *length)
+{
+    return m_queue.takeFirst(folder, length);
+}
+
+bool FolderQueue::finishListing()
+{
+    const QMutexLocker lock(&m_mutex);
+    if (--m_unfinished > 0)
+        return false;
+    if (m_links.isEmpty())
+        return true;
+    const QString link = m_links.firstKey();
+    m_links.erase(m_links.begin());
+    ++m_unfinished;
+    m_queue.append({link});
+    return false;
+}
+
+bool FolderQueue::hasWork() const
+{
+    const QMutexLocker lock(&m_mutex);
+    return m_unfinished > 0 || !m_links.isEmpty();
+}
+
+void FolderQueue::clear()
+{
+    const QMutexLocker lock(&m_mutex);
+    m_queue.clear();
+    m_unfinished = 0;
+    m_links.clear();
+}

@@ -1,0 +1,139 @@
+#include "engine/LineMatcher.h"
+
+#include "engine/HitString.h"
+
+#include <QThread>
+
+#include <algorithm>
+
+namespace {
+
+/// Lines visited between two yields of the processor: often enough that the
+/// window's thread is never starved, seldom enough to cost nothing.
+constexpr int kLinesPerYield = 1024;
+
+/// A string over the line's own characters, for the functions that take no
+/// view; valid as long as the text is.
+QString withoutCopy(QStringView line)
+{
+    return QString::fromRawData(line.data(), static_cast<int>(line.size()));
+}
+
+} // namespace
+
+LineMatcher::LineMatcher(const SearchCondition &condition, int tabWidth)
+    : m_condition(condition)
+    , m_tabWidth(std::max(tabWidth, 1))
+    , m_wordBoundary(QStringLiteral("\\b"))
+{
+    m_condition.keyword1 = effectiveKeyword1(condition);
+    const Qt::CaseSensitivity sensitivity = condition.caseSensitivity();
+    m_pattern1 = QRegExp(m_condition.keyword1, sensitivity);
+    m_pattern2 = QRegExp(m_condition.keyword2, sensitivity);
+    m_pattern3 = QRegExp(m_condition.keyword3, sensitivity);
+}
+
+QString LineMatcher::effectiveKeyword1(const SearchCondition &condition)
+{
+    if (!condition.word() || !condition.regExp())
+        return condition.keyword1;
+    const QString boundary = QStringLiteral("\\b");
+    return boundary + condition.keyword1 + boundary;
+}
+
+QStringList LineMatcher::matchEveryLine(const QString &text)
+{
+    begin();
+    const QStringView view(text);
+    qint64 lineNumber = 1;
+    qint64 start = 0;
+    for (;;) {
+        const qint64 end = view.indexOf(QLatin1Char('\n'), start);
+        if (end < 0)
+            break;
+        visit(lineNumber++, view.mid(start, end - start));
+        start = end + 1;
+    }
+    visit(lineNumber, view.mid(start));
+    return takeHits();
+}
+
+void LineMatcher::begin()
+{
+    m_pending = {};
+    m_hits.clear();
+}
+
+qint64 LineMatcher::find(const QString &keyword, QRegExp &pattern, QStringView line) const
+{
+    if (m_condition.regExp())
+        return pattern.indexIn(withoutCopy(line));
+    return line.indexOf(keyword, 0, m_condition.caseSensitivity());
+}
+
+bool LineMatcher::holdsWholeWord(QStringView line) const
+{
+    const QStringList pieces = withoutCopy(line).split(m_wordBoundary);
+    return std::any_of(pieces.cbegin(), pieces.cend(), [this](const QString &piece) {
+        return piece.compare(m_condition.keyword1, m_condition.caseSensitivity()) == 0;
+    });
+}
+
+qint64 LineMatcher::findKeyword1(QStringView line)
+{
+    const qint64 position = find(m_condition.keyword1, m_pattern1, line);
+    const bool wordWanted = m_condition.word() && !m_condition.regExp();
+    if (position >= 0 && wordWanted && !holdsWholeWord(line))
+        return -1;
+    return position;
+}
+
+bool LineMatcher::confirms(qint64 lineNumber, QStringView line)
+{
+    if (m_pending.lineNumber < 0)
+        return false;
+    if (m_condition.keyword2.isEmpty())
+        return true;
+    return lineNumber <= m_pending.lineNumber + m_condition.plusline
+        && find(m_condition.keyword2, m_pattern2, line) >= 0;
+}
+
+void LineMatcher::visit(qint64 lineNumber, QStringView line)
+{
+    if (lineNumber % kLinesPerYield == 0)
+        QThread::yieldCurrentThread();
+    const qint64 position = findKeyword1(line);
+    if (position >= 0)
+        m_pending = {lineNumber, line, position};
+    const bool confirmed = confirms(lineNumber, line);
+    const bool excluded = position >= 0 && !m_condition.keyword3.isEmpty()
+        && find(m_condition.keyword3, m_pattern3, line) >= 0;
+    if (excluded) {
+        m_pending.text = {};
+        return;
+    }
+    if (confirmed && !m_pending.text.isEmpty())
+        report();
+}
+
+void LineMatcher::report()
+{
+    const int column = HitString::displayColumn(m_pending.text, m_pending.position, m_tabWidth) + 1;
+    m_hits.append(HitString::format(m_pending.lineNumber, column, m_pending.text));
+    m_pending = {};
+}
+
+qint64 LineMatcher::lastLineOfInterest() const
+{
+    if (m_condition.keyword2.isEmpty() || m_pending.lineNumber < 0 || m_pending.text.isEmpty())
+        return -1;
+    return m_pending.lineNumber + m_condition.plusline;
+}
+
+QStringList LineMatcher::takeHits()
+{
+    m_pending = {};
+    QStringList hits;
+    hits.swap(m_hits);
+    return hits;
+}

@@ -1,0 +1,144 @@
+#pragma once
+
+#include "engine/EngineOptions.h"
+#include "engine/FileLoader.h"
+#include "engine/FileMask.h"
+#include "engine/FolderClaims.h"
+#include "engine/FolderQueue.h"
+#include "engine/SearchCondition.h"
+#include "engine/WorkQueue.h"
+
+#include <QMutex>
+#include <QObject>
+#include <QStringList>
+#include <QThreadPool>
+#include <QWaitCondition>
+
+#include <atomic>
+#include <memory>
+
+class FileSearcher;
+struct FolderEntry;
+class SearchPlan;
+class ThreadPoolTask;
+
+/// The search engine: walks folders on a thread pool of its own, queues the
+/// files that pass mask and exclusions, then loads, decodes and matches them,
+/// or counts their lines, and tells everything by signals.
+///
+/// Threads of a run, all of the pool: the supervisor (doWalkDirs), the walkers
+/// (doWalkSubDirs), and the loaders (doLoadFile). In search mode walk and load
+/// are two phases, so that all threads serve one at a time; in line-count mode
+/// one loader runs from the start, so that counts arrive in walk order.
+///
+/// Cancelling: abort() sets a flag that loaders look at before each file,
+/// walkers at each entry of a listing and every 100 queued entries, and the
+/// supervisor at least every 5 ms. Hits that were found before may still
+/// arrive; the end signal comes last, once no other worker runs.
+///
+/// Every signal but the end's is emitted from pool threads.
+class TextGrepCore : public QObject {
+    Q_OBJECT
+
+signals:
+    void progressReport(int filecount, qulonglong totalchars, qulonglong totalCompressedChars);
+    void progressFileReport(QString filename);
+    void foundAtFile(QString filename);
+    /// One list a file, lines in order. It travels as a value: a list that is
+    /// never delivered frees itself.
+    void foundAtList(QString filename, QStringList list);
+    void finished(bool aborted);
+    void linecntAt(QString filename, int linecnt);
+    void lcntFinished(bool aborted);
+    void progressFileSemaphoreCount(int count);
+    void progressDirSemaphoreCount(int count);
+    void progressFileCount();
+    void progressFileAllCount(int count);
+    void progressSrchCount();
+    void ThreadCount(int threadid, int count);
+    void ErrorMsg(QString message);
+    void WarningMsg(QString message);
+    /// In line-count mode with EngineOptions::reportEncodings, instead of
+    /// linecntAt: what detection finds in each file (codeSet -2: refused).
+    void encodingAt(QString filename, int codeSet, int lineEnd, bool bom);
+
+public slots:
+    /// Starts a run with the request (see SearchCondition); a run that is under
+    /// way is stopped first. Returns once the run's workers are started.
+    void scan(QStringList pathlist, QString mask, QString keyword1, QString keyword2,
+              QString keyword3, int plusline, int flg, bool fnameflg, bool subdir, bool linecount);
+    /// Asks the run to end and returns at once. Any thread.
+    void abort();
+    /// abort(), and waits without limit until no worker runs. Not from a worker.
+    void abortBlocking();
+
+    void doLoadFile();
+    void doWalkDirs();
+    void doWalkSubDirs();
+
+public:
+    explicit TextGrepCore(QObject *parent = nullptr);
+    ~TextGrepCore() override;
+
+    /// Before scan; kept for later runs too. Without it each scan takes the
+    /// limits from AppSettings.
+    void setOptions(const EngineOptions &options);
+
+    /// Threads of the pool on a machine with that ideal thread count.
+    static int threadLimit(int idealThreadCount);
+    int maxThreadCount() const { return m_maxThreadCount; }
+
+private:
+    void prepareRun(const SearchCondition &condition);
+    void startTasks();
+    ThreadPoolTask *makeTask(void (TextGrepCore::*slot)(), bool replicate);
+
+    void queueTopEntries();
+    void queueListFile(const QString &path);
+    void queueListEntry(const QString &entry, const FileMask &mask);
+    void queueFolder(const QString &folder);
+    void reserveTopFolders(const QStringList &entries);
+    void supervise();
+    void startLoadPhase(int fileCount);
+    void endWorkers();
+    void waitForOthers() const;
+
+    void queueEntries(const QString &folder, const QVector<FolderEntry> &entries,
+                      const FileMask &mask);
+    void sortOutFile(const QString &folder, const QString &name, const FileMask &mask,
+                     QStringList *files);
+    void sortOutFolder(const QString &folder, const FolderEntry &entry, QStringList *folders);
+
+    void loadOne(const QString &path, FileLoader &loader, FileSearcher &searcher);
+    void reportEncoding(const QString &path, const FileLoader &loader, FileLoader::Outcome outcome);
+    void searchLoaded(const QString &path, const FileLoader &loader, FileSearcher &searcher);
+
+    bool isAborted() const { return m_aborted.load(std::memory_order_relaxed); }
+    int otherWorkers() const;
+    void wakeSupervisor();
+
+    const int m_maxThreadCount;
+    bool m_optionsGiven = false;
+    EngineOptions m_options;
+
+    // Written by scan before the run's workers start, read-only for them.
+    SearchCondition m_condition;
+    FileMask m_mask;
+    std::shared_ptr<const SearchPlan> m_plan;
+    bool m_namedFiles = false; ///< paths come from elsewhere than a listing
+
+    FolderQueue m_folders;
+    WorkQueue m_files;
+    FolderClaims m_claims;
+
+    QMutex m_abortLock; // for setting the flag and emptying the semaphores as one step
+    std::atomic<bool> m_aborted{false};
+
+    // Held while scan starts the tasks and while the supervisor reads the
+    // counters, so that it never sees a run that is half started.
+    QMutex m_samplingLock;
+    QWaitCondition m_changed;
+
+    // Last: its destructor waits for the workers, which use all of the above.
+    QThreadPool m_pool;
+};
