@@ -1,0 +1,71 @@
+#pragma once
+
+#include "settings/AppSettings.h"
+
+#include <QVariant>
+
+#include <functional>
+#include <variant>
+#include <vector>
+
+/// Every key of the settings file, once: its name, its default, whether it is
+/// read, written or both, and the member that holds it. Loading and saving are
+/// walks over these tables, in their order.
+namespace SettingsTable {
+
+enum class Access {
+    ReadWrite,
+    /// Edited by hand or by the companion editor; never overwritten.
+    ReadOnly,
+    /// Written for other programs; never read back.
+    WriteOnly
+};
+
+/// A member that the file holds as a number: true when that is not 0.
+struct NumberAsFlag {
+    bool AppSettings::*member;
+};
+
+/// One of the three keys that make up a font. The family comes first: it starts
+/// the font anew.
+struct FontPart {
+    enum Kind { Family, PointSize, Bold };
+    QFont AppSettings::*member;
+    Kind kind;
+};
+
+using Member = std::variant<bool AppSettings::*, int AppSettings::*, QString AppSettings::*,
+                            QStringList AppSettings::*, QByteArray AppSettings::*,
+                            QPoint AppSettings::*, QSize AppSettings::*, NumberAsFlag, FontPart>;
+
+struct Setting {
+    QString key;
+    QVariant defaultValue;
+    Access access;
+    Member member;
+};
+
+struct ColourSetting {
+    QString key;
+    /// As QColor's parser of names takes it.
+    QString defaultName;
+    Access access;
+    QColor AppSettings::*member;
+};
+
+/// The settings other than colours; they have their own file.
+const std::vector<Setting> &settings();
+
+/// The colours, which may come from the companion editor's file.
+const std::vector<ColourSetting> &colours();
+
+/// Gives the value of a key, or the default when the file has no such key.
+using Reader = std::function<QVariant(const QString &key, const QVariant &defaultValue)>;
+using Writer = std::function<void(const QString &key, const QVariant &value)>;
+
+void read(AppSettings &target, const Reader &reader);
+void readColours(AppSettings &target, const Reader &reader);
+/// Writes the settings and then the colours.
+void write(const AppSettings &source, const Writer &writer);
+
+} // namespace SettingsTable

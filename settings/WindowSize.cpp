@@ -1,0 +1,22 @@
+#include "settings/WindowSize.h"
+
+namespace WindowSize {
+
+namespace {
+
+int clampedLength(int stored, int lowerBound, int desktop)
+{
+    constexpr int kReplacement = 800;
+    const bool tooLong = desktop > 0 && stored > desktop;
+    return stored <= lowerBound || tooLong ? kReplacement : stored;
+}
+
+} // namespace
+
+QSize clamped(const QSize &stored, const QSize &desktop)
+{
+    return {clampedLength(stored.width(), 600, desktop.width()),
+            clampedLength(stored.height(), 400, desktop.height())};
+}
+
+} // namespace WindowSize
