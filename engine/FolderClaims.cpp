@@ -1,16 +1,14 @@
 #include "engine/FolderClaims.h"
 
-#include <QMutexLocker>
-
 void FolderClaims::clear()
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     m_owners.clear();
 }
 
 bool FolderClaims::reserve(const FolderIdentity &identity, const QString &path)
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     if (m_owners.contains(identity))
         return false;
     m_owners.insert(identity, {path, false});
@@ -19,7 +17,7 @@ bool FolderClaims::reserve(const FolderIdentity &identity, const QString &path)
 
 bool FolderClaims::claim(const FolderIdentity &identity, const QString &path)
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     const auto owner = m_owners.find(identity);
     if (owner == m_owners.end()) {
         m_owners.insert(identity, {path, true});

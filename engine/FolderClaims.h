@@ -3,7 +3,8 @@
 #include "engine/FolderLister.h"
 
 #include <QHash>
-#include <QMutex>
+
+#include <mutex>
 
 /// Sees to it that each real folder is listed at most once in a search, and
 /// that it does not depend on the threads' order which path it is listed by:
@@ -32,6 +33,6 @@ private:
         bool listed = false;
     };
 
-    QMutex m_mutex;
+    std::mutex m_mutex;
     QHash<FolderIdentity, Owner> m_owners; // guarded by m_mutex
 };

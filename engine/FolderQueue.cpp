@@ -1,10 +1,8 @@
 #include "engine/FolderQueue.h"
 
-#include <QMutexLocker>
-
 void FolderQueue::holdOpen()
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     ++m_unfinished;
 }
 
@@ -15,14 +13,14 @@ void FolderQueue::append(const QString &folder)
 
 void FolderQueue::append(const QStringList &folders)
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     m_unfinished += folders.size();
     m_queue.append(folders);
 }
 
 void FolderQueue::appendLink(const QString &folder)
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     m_links.insert(folder, true);
 }
 
@@ -33,7 +31,7 @@ bool FolderQueue::beginListing(QString *folder, int *length)
 
 bool FolderQueue::finishListing()
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     if (--m_unfinished > 0)
         return false;
     if (m_links.isEmpty())
@@ -47,13 +45,13 @@ bool FolderQueue::finishListing()
 
 bool FolderQueue::hasWork() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     return m_unfinished > 0 || !m_links.isEmpty();
 }
 
 void FolderQueue::clear()
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     m_queue.clear();
     m_unfinished = 0;
     m_links.clear();

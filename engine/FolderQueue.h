@@ -4,6 +4,8 @@
 
 #include <QMap>
 
+#include <mutex>
+
 /// The folders still to list. Besides the queue itself it knows the listings
 /// that are under way, which still count as queued until their entries are
 /// queued, so that a slow folder never looks like the end of the walk, and the
@@ -41,7 +43,7 @@ public:
     int permits() const { return m_queue.permits(); }
 
 private:
-    mutable QMutex m_mutex; // taken before the queue's own
+    mutable std::mutex m_mutex; // taken before the queue's own
     WorkQueue m_queue;
     int m_unfinished = 0; // queued or being listed; guarded by m_mutex
     QMap<QString, bool> m_links; // a sorted set; guarded by m_mutex

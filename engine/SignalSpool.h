@@ -3,11 +3,11 @@
 #include "engine/EngineOptions.h"
 
 #include <QMap>
-#include <QMutex>
 #include <QObject>
 #include <QStringList>
 
 #include <atomic>
+#include <mutex>
 #include <optional>
 
 class QThread;
@@ -101,7 +101,7 @@ private:
 
     // The engine lives on the thread; both are made by scan and live until
     // the run's end, after a line count until the next run.
-    mutable QMutex m_engineLock; // guards the pointer, for abort()
+    mutable std::mutex m_engineLock; // guards the pointer, for abort()
     TextGrepCore *m_engine = nullptr;
     QThread *m_engineThread = nullptr;
 
@@ -111,20 +111,20 @@ private:
     std::atomic<int> m_dirQueueLength{0};
     std::atomic<int> m_fileQueueLength{0};
 
-    mutable QMutex m_resultLock;
+    mutable std::mutex m_resultLock;
     QStringList m_results; // guarded by m_resultLock, as the next two
     int m_resultFiles = 0;
     int m_hitLines = 0;
 
-    mutable QMutex m_currentFileLock;
+    mutable std::mutex m_currentFileLock;
     QString m_currentFile;
 
-    mutable QMutex m_errorLock;
+    mutable std::mutex m_errorLock;
     QStringList m_errors;
 
-    mutable QMutex m_warningLock;
+    mutable std::mutex m_warningLock;
     QStringList m_warnings;
 
-    mutable QMutex m_threadCountLock;
+    mutable std::mutex m_threadCountLock;
     QMap<int, int> m_threadCounts;
 };

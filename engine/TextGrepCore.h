@@ -8,14 +8,15 @@
 #include "engine/SearchCondition.h"
 #include "engine/WorkQueue.h"
 
-#include <QMutex>
 #include <QObject>
 #include <QStringList>
 #include <QThreadPool>
-#include <QWaitCondition>
 
 #include <atomic>
+#include <condition_variable>
 #include <memory>
+#include <mutex>
+#include <vector>
 
 class FileSearcher;
 struct FolderEntry;
@@ -91,7 +92,7 @@ public:
 private:
     void prepareRun(const SearchCondition &condition);
     void startTasks();
-    ThreadPoolTask *makeTask(void (TextGrepCore::*slot)(), bool replicate);
+    void startTask(void (TextGrepCore::*slot)(), bool replicate);
 
     void queueTopEntries();
     void queueListFile(const QString &path);
@@ -131,13 +132,16 @@ private:
     WorkQueue m_files;
     FolderClaims m_claims;
 
-    QMutex m_abortLock; // for setting the flag and emptying the semaphores as one step
+    std::mutex m_abortLock; // for setting the flag and emptying the semaphores as one step
     std::atomic<bool> m_aborted{false};
 
     // Held while scan starts the tasks and while the supervisor reads the
     // counters, so that it never sees a run that is half started.
-    QMutex m_samplingLock;
-    QWaitCondition m_changed;
+    std::mutex m_samplingLock;
+    std::condition_variable m_changed;
+
+    // Of the present run. Filled by scan and then by the supervisor alone.
+    std::vector<std::unique_ptr<ThreadPoolTask>> m_tasks;
 
     // Last: its destructor waits for the workers, which use all of the above.
     QThreadPool m_pool;

@@ -1,16 +1,15 @@
 #include "engine/ThreadPoolTask.h"
 
-#include <QMutexLocker>
 #include <QThreadPool>
 
 ThreadPoolTask::ThreadPoolTask(QThreadPool *pool) : m_pool(pool)
 {
-    setAutoDelete(true);
+    setAutoDelete(false);
 }
 
 void ThreadPoolTask::setReplicate(bool replicate)
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     m_replicate = replicate;
 }
 

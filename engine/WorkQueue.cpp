@@ -1,25 +1,24 @@
 #include "engine/WorkQueue.h"
 
-#include <QMutexLocker>
-
 void WorkQueue::append(const QStringList &paths)
 {
     if (paths.isEmpty())
         return;
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     m_paths.append(paths);
-    m_permits.release(paths.size());
+    m_permits += paths.size();
+    m_released.notify_all();
 }
 
 int WorkQueue::length() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     return m_paths.size();
 }
 
 bool WorkQueue::takeFirst(QString *path, int *length)
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     *length = m_paths.size();
     if (m_paths.isEmpty())
         return false;
@@ -29,12 +28,32 @@ bool WorkQueue::takeFirst(QString *path, int *length)
 
 void WorkQueue::clear()
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     m_paths.clear();
+}
+
+void WorkQueue::acquirePermit()
+{
+    std::unique_lock lock(m_mutex);
+    m_released.wait(lock, [this] { return m_permits > 0; });
+    --m_permits;
+}
+
+void WorkQueue::releasePermit()
+{
+    const std::lock_guard lock(m_mutex);
+    ++m_permits;
+    m_released.notify_one();
 }
 
 void WorkQueue::drainPermits()
 {
-    // Another thread may take permits between the two calls, hence the loop.
-    while (!m_permits.tryAcquire(m_permits.available())) { }
+    const std::lock_guard lock(m_mutex);
+    m_permits = 0;
+}
+
+int WorkQueue::permits() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_permits;
 }

@@ -1,18 +1,20 @@
 #pragma once
 
-#include <QMutex>
-#include <QSemaphore>
 #include <QStringList>
 
-/// A queue of paths that one kind of worker fills and another empties, with one
-/// permit for each entry. A worker takes a permit, which may wait, and then the
-/// entry; an empty queue met after a permit is the signal to end.
+#include <condition_variable>
+#include <mutex>
+
+/// A queue of paths that one kind of worker fills and another empties, with a
+/// counting semaphore: one permit for each entry. A worker takes a permit,
+/// which may wait, and then the entry; an empty queue met after a permit is the
+/// signal to end.
 ///
 /// All functions may be called from any thread.
 class WorkQueue {
 public:
-    /// Appends and releases the permits inside the lock, so that a permit never
-    /// precedes its entry.
+    /// Appends the paths and releases as many permits in one step, so that a
+    /// permit never precedes its entry.
     void append(const QStringList &paths);
 
     int length() const;
@@ -21,14 +23,16 @@ public:
     bool takeFirst(QString *path, int *length);
     void clear();
 
-    void acquirePermit() { m_permits.acquire(); }
+    /// Waits for a permit and takes it.
+    void acquirePermit();
     /// A permit without an entry, to wake a worker that waits.
-    void releasePermit() { m_permits.release(); }
+    void releasePermit();
     void drainPermits();
-    int permits() const { return m_permits.available(); }
+    int permits() const;
 
 private:
-    mutable QMutex m_mutex;
-    QStringList m_paths; // guarded by m_mutex
-    QSemaphore m_permits;
+    mutable std::mutex m_mutex; // guards both members
+    std::condition_variable m_released;
+    QStringList m_paths;
+    int m_permits = 0;
 };

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "engine/LineMatcher.h"
+
+#include <QStringList>
+
+class SearchPlan;
+
+/// Finds the hits in the bytes of one file. One object a thread; the plan must
+/// outlive it.
+class FileSearcher {
+public:
+    explicit FileSearcher(const SearchPlan &plan);
+
+    /// The hit strings of a file's content in line order. codeSet as detected.
+    QStringList search(const char *content, qint64 size, int codeSet);
+
+private:
+    const SearchPlan &m_plan;
+    LineMatcher m_matcher;
+};

@@ -1,0 +1,271 @@
+#include "engine/SignalSpool.h"
+
+#include "engine/TextGrepCore.h"
+
+#include <QThread>
+
+#include <algorithm>
+
+namespace {
+
+/// Moves all of from to the end of target; from is left empty.
+int moveAll(QStringList &from, QStringList *target)
+{
+    const int count = from.size();
+    if (target->isEmpty())
+        target->swap(from);
+    else
+        target->append(from);
+    from.clear();
+    return count;
+}
+
+} // namespace
+
+SignalSpool::SignalSpool(QObject *parent) : QObject(parent)
+{
+}
+
+SignalSpool::~SignalSpool()
+{
+    endEngine();
+}
+
+void SignalSpool::setEngineOptions(const EngineOptions &options)
+{
+    m_engineOptions = options;
+}
+
+void SignalSpool::scan(QStringList pathlist, QString mask, QString keyword1, QString keyword2,
+                       QString keyword3, int plusline, int flg, bool fnameflg, bool subdir,
+                       bool linecount)
+{
+    endEngine();
+    {
+        const std::lock_guard lock(m_resultLock);
+        m_hitLines = 0;
+        m_results.clear();
+    }
+    {
+        const std::lock_guard lock(m_errorLock);
+        m_errors.clear();
+    }
+    {
+        const std::lock_guard lock(m_threadCountLock);
+        m_threadCounts.clear();
+    }
+    m_dirQueueLength = 0;
+    m_fileQueueLength = 0;
+
+    auto *const engine = new TextGrepCore;
+    if (m_engineOptions)
+        engine->setOptions(*m_engineOptions);
+    connectEngine(engine);
+    m_engineThread = new QThread;
+    m_engineThread->start();
+    engine->moveToThread(m_engineThread);
+    {
+        const std::lock_guard lock(m_engineLock);
+        m_engine = engine;
+    }
+    QMetaObject::invokeMethod(engine, "scan", Qt::QueuedConnection, Q_ARG(QStringList, pathlist),
+                              Q_ARG(QString, mask), Q_ARG(QString, keyword1),
+                              Q_ARG(QString, keyword2), Q_ARG(QString, keyword3),
+                              Q_ARG(int, plusline), Q_ARG(int, flg), Q_ARG(bool, fnameflg),
+                              Q_ARG(bool, subdir), Q_ARG(bool, linecount));
+}
+
+void SignalSpool::connectEngine(TextGrepCore *engine)
+{
+    // Results, messages and the end keep their order through the event queue.
+    connect(engine, &TextGrepCore::lcntFinished, this, &SignalSpool::lcntFinished,
+            Qt::QueuedConnection);
+    connect(engine, &TextGrepCore::linecntAt, this, &SignalSpool::linecntAt, Qt::QueuedConnection);
+    connect(engine, &TextGrepCore::encodingAt, this, &SignalSpool::encodingAt,
+            Qt::QueuedConnection);
+    connect(engine, &TextGrepCore::finished, this, &SignalSpool::onfinished, Qt::QueuedConnection);
+    connect(engine, &TextGrepCore::foundAtFile, this, &SignalSpool::showSearchResultFile,
+            Qt::QueuedConnection);
+    connect(engine, &TextGrepCore::foundAtList, this, &SignalSpool::showSearchResultList,
+            Qt::QueuedConnection);
+    connect(engine, &TextGrepCore::progressFileAllCount, this, &SignalSpool::onFileAllCount,
+            Qt::QueuedConnection);
+    connect(engine, &TextGrepCore::ErrorMsg, this, &SignalSpool::onErrorMsg, Qt::QueuedConnection);
+    connect(engine, &TextGrepCore::WarningMsg, this, &SignalSpool::onWarningMsg,
+            Qt::QueuedConnection);
+    // Progress is emitted for every entry and every file: called directly, its
+    // slots are locked or atomic.
+    connect(engine, &TextGrepCore::ThreadCount, this, &SignalSpool::slotThreadCount,
+            Qt::DirectConnection);
+    connect(engine, &TextGrepCore::progressFileReport, this, &SignalSpool::progressFileReport,
+            Qt::DirectConnection);
+    connect(engine, &TextGrepCore::progressFileCount, this, &SignalSpool::onFileCount,
+            Qt::DirectConnection);
+    connect(engine, &TextGrepCore::progressFileSemaphoreCount, this,
+            &SignalSpool::onFileSemaphoreCount, Qt::DirectConnection);
+    connect(engine, &TextGrepCore::progressDirSemaphoreCount, this,
+            &SignalSpool::onDirSemaphoreCount, Qt::DirectConnection);
+    connect(engine, &TextGrepCore::progressSrchCount, this, &SignalSpool::onSrchCount,
+            Qt::DirectConnection);
+}
+
+void SignalSpool::endEngine()
+{
+    if (!m_engine)
+        return;
+    TextGrepCore *const engine = m_engine;
+    {
+        const std::lock_guard lock(m_engineLock);
+        m_engine = nullptr;
+    }
+    m_engineThread->exit(0);
+    m_engineThread->wait();
+    delete m_engineThread;
+    m_engineThread = nullptr;
+    delete engine;
+}
+
+void SignalSpool::abort()
+{
+    const std::lock_guard lock(m_engineLock);
+    if (!m_engine)
+        return;
+    // At once for the run that is under way, and behind the events that wait
+    // for one whose scan is still among them.
+    m_engine->abort();
+    QMetaObject::invokeMethod(m_engine, "abort", Qt::QueuedConnection);
+}
+
+void SignalSpool::onfinished(bool sw)
+{
+    emit finished(sw);
+    endEngine();
+}
+
+void SignalSpool::onDirSemaphoreCount(int cnt)
+{
+    m_dirQueueLength = cnt;
+}
+
+void SignalSpool::onFileSemaphoreCount(int cnt)
+{
+    m_fileQueueLength = cnt;
+}
+
+void SignalSpool::onWarningMsg(QString errmsg)
+{
+    const std::lock_guard lock(m_warningLock);
+    m_warnings.append(errmsg);
+}
+
+void SignalSpool::onErrorMsg(QString errmsg)
+{
+    const std::lock_guard lock(m_errorLock);
+    m_errors.append(errmsg);
+}
+
+void SignalSpool::slotThreadCount(int threadid, int cnt)
+{
+    const std::lock_guard lock(m_threadCountLock);
+    m_threadCounts.insert(threadid, cnt);
+}
+
+void SignalSpool::showSearchResultList(QString filename, QStringList list)
+{
+    const std::lock_guard lock(m_resultLock);
+    ++m_resultFiles;
+    m_results.append(QStringLiteral("::") + filename);
+    m_results.append(list);
+    m_hitLines += list.size();
+}
+
+void SignalSpool::onFileAllCount(int cnt)
+{
+    m_announced += cnt;
+}
+
+void SignalSpool::onFileCount()
+{
+    ++m_topEntries;
+}
+
+void SignalSpool::onSrchCount()
+{
+    ++m_searched;
+}
+
+void SignalSpool::progressFileReport(QString filename)
+{
+    const std::lock_guard lock(m_currentFileLock);
+    m_currentFile.swap(filename);
+}
+
+void SignalSpool::showSearchResultFile(QString filename)
+{
+    const std::lock_guard lock(m_resultLock);
+    ++m_resultFiles;
+    m_results.append(QStringLiteral("::") + filename);
+}
+
+int SignalSpool::resultCount() const
+{
+    const std::lock_guard lock(m_resultLock);
+    return m_results.size();
+}
+
+int SignalSpool::takeResults(QStringList *lines, int max)
+{
+    const std::lock_guard lock(m_resultLock);
+    const int count = m_results.size();
+    if (max < 1 || count <= max)
+        return moveAll(m_results, lines);
+    for (int i = 0; i < max; ++i)
+        lines->append(m_results.takeFirst());
+    return max;
+}
+
+int SignalSpool::takeErrors(QStringList *messages)
+{
+    const std::lock_guard lock(m_errorLock);
+    return moveAll(m_errors, messages);
+}
+
+int SignalSpool::takeWarnings(QStringList *messages)
+{
+    const std::lock_guard lock(m_warningLock);
+    return moveAll(m_warnings, messages);
+}
+
+QString SignalSpool::currentFile() const
+{
+    const std::lock_guard lock(m_currentFileLock);
+    return m_currentFile;
+}
+
+int SignalSpool::dirQueueLength() const
+{
+    return m_dirQueueLength;
+}
+
+int SignalSpool::fileQueueLength() const
+{
+    return m_fileQueueLength;
+}
+
+int SignalSpool::resultFileCount() const
+{
+    const std::lock_guard lock(m_resultLock);
+    return m_resultFiles;
+}
+
+int SignalSpool::hitLineCount() const
+{
+    const std::lock_guard lock(m_resultLock);
+    return m_hitLines;
+}
+
+QMap<int, int> SignalSpool::threadCounts() const
+{
+    const std::lock_guard lock(m_threadCountLock);
+    return m_threadCounts;
+}
