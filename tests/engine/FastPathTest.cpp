@@ -1,0 +1,65 @@
+#include "engine/FileSearcher.h"
+#include "engine/SearchPlan.h"
+#include "tests/engine_support/SearchCaseGenerator.h"
+
+#include <QTest>
+
+#include <algorithm>
+
+namespace {
+
+constexpr quint32 kSeed = 20150401;
+constexpr int kCases = 30000;
+constexpr int kLongCases = 400000;
+
+int caseCount()
+{
+    return qEnvironmentVariableIsSet("SARVIK_TEST_LONG") ? kLongCases : kCases;
+}
+
+QStringList search(const SearchCase &made, bool visitEveryLine)
+{
+    EngineOptions options;
+    options.visitEveryLine = visitEveryLine;
+    const SearchPlan plan(made.condition, options);
+    FileSearcher searcher(plan);
+    return searcher.search(made.content.constData(), made.content.size(), made.codeSet);
+}
+
+} // namespace
+
+/// The shortcuts of a search (files that are not decoded, lines that are not
+/// visited) against the plain way, which decodes and visits everything.
+class FastPathTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void theHitsAreThoseOfThePlainPath();
+};
+
+void FastPathTest::theHitsAreThoseOfThePlainPath()
+{
+    SearchCaseGenerator generator(kSeed);
+    int withHits = 0;
+    for (int i = 0; i < caseCount(); ++i) {
+        const SearchCase made = generator.next();
+        const QStringList expected = search(made, true);
+        const QStringList actual = search(made, false);
+        if (actual != expected)
+            qInfo("case %d: %s", i, qPrintable(made.describe()));
+        QCOMPARE(actual, expected);
+        withHits += expected.isEmpty() ? 0 : 1;
+    }
+    // A generator that never hits would compare nothing.
+    QVERIFY2(withHits > caseCount() / 5, qPrintable(QString::number(withHits)));
+}
+
+int main(int argc, char *argv[])
+{
+    // As the programs do before they use a codec.
+    qputenv("UNICODEMAP_JP", "cp932");
+    QCoreApplication application(argc, argv);
+    FastPathTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "FastPathTest.moc"

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "engine/SearchCondition.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <random>
+
+/// One generated search: a request, and the bytes of a file with the code set
+/// that it is taken for.
+struct SearchCase {
+    SearchCondition condition;
+    QByteArray content;
+    int codeSet = 0;
+
+    /// For the message of a failed comparison.
+    QString describe() const;
+};
+
+/// Makes searches that are likely to hit, nearly hit, or be broken in the ways
+/// that decoding and matching can go wrong: texts and keywords from the same
+/// small alphabets, every code set and line end, marks, lone carriage returns,
+/// mutated and cut bytes, patterns of every kind. The same seed gives the same
+/// cases.
+class SearchCaseGenerator {
+public:
+    explicit SearchCaseGenerator(quint32 seed);
+
+    SearchCase next();
+
+private:
+    int below(int bound);
+    bool oneIn(int chances);
+    const QString &pick(const QStringList &texts);
+
+    QString word();
+    QString keyword(bool pattern);
+    QString patternAtom(int depth);
+    QString pattern(int depth);
+    QString line();
+    QString text();
+    QByteArray encode(const QString &text, int codeSet);
+    void damage(QByteArray *bytes);
+
+    std::mt19937 m_random;
+    QStringList m_alphabet;
+};
