@@ -1,5 +1,6 @@
 #include "settings/AppSettings.h"
 
+#include "settings/IniFile.h"
 #include "settings/KeywordHistory.h"
 #include "settings/SettingsTable.h"
 #include "settings/WindowSize.h"
@@ -7,7 +8,6 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QScreen>
-#include <QSettings>
 
 #include <algorithm>
 
@@ -28,11 +28,21 @@ QSize desktopSize()
     return screen ? screen->virtualSize() : QSize();
 }
 
-SettingsTable::Reader readerOf(const QSettings &file)
+QString settingsPath(const QString &appDir)
 {
-    return [&file](const QString &key, const QVariant &value) {
-        return file.value(key, value);
-    };
+    return appDir + QStringLiteral("sarvik.ini");
+}
+
+/// The companion editor's colours are everybody's.
+QString colourSourcePath(const QString &appDir)
+{
+    const QString editors = appDir + QStringLiteral("sarvedit.ini");
+    return QFileInfo::exists(editors) ? editors : settingsPath(appDir);
+}
+
+IniFile utf8File(const QString &path)
+{
+    return IniFile(path, IniDocument::Form::Utf8);
 }
 
 } // namespace
@@ -40,29 +50,36 @@ SettingsTable::Reader readerOf(const QSettings &file)
 void AppSettings::load(const QString &appDir)
 {
     m_applicationDirectory = appDir;
-    const QString path = appDir + QStringLiteral("sarvik.ini");
-    QSettings file(path, QSettings::IniFormat);
-    file.setIniCodec("UTF-8");
-    SettingsTable::read(*this, readerOf(file));
+    const IniDocument file = utf8File(settingsPath(appDir)).read();
+    SettingsTable::read(*this, file);
     size = WindowSize::clamped(size, desktopSize());
+    // Columns are counted modulo this.
     tabcolm = std::max(tabcolm, 1);
     word = false;
     inputFontCopy = inputFont;
+    readLanguages(file);
 
-    langlist.clear();
-    langlistValues.clear();
-    file.beginGroup(QStringLiteral("langlist"));
-    langlist = file.childKeys();
-    for (const QString &language : qAsConst(langlist))
-        langlistValues.append(file.value(language).toString());
-    file.endGroup();
-
-    const QString editorsPath = appDir + QStringLiteral("sarvedit.ini");
-    QSettings colours(QFileInfo::exists(editorsPath) ? editorsPath : path, QSettings::IniFormat);
-    colours.setIniCodec("UTF-8");
-    SettingsTable::readColours(*this, readerOf(colours));
+    SettingsTable::readColours(*this, utf8File(colourSourcePath(appDir)).read());
     markercolor = QColor(Qt::darkYellow);
 
     keywordHistory = std::make_unique<KeywordHistory>(searchHistorymax, appDir);
     keywordHistory->load();
+}
+
+void AppSettings::readLanguages(const IniDocument &file)
+{
+    const QString group = QStringLiteral("langlist");
+    langlist = file.childKeys(group);
+    langlistValues.clear();
+    for (const QString &language : qAsConst(langlist))
+        langlistValues.append(file.text(group + QLatin1Char('/') + language));
+}
+
+bool AppSettings::save(const QString &appDir)
+{
+    if (keywordHistory)
+        keywordHistory->save();
+    return utf8File(settingsPath(appDir))
+        .update([this](IniDocument &file) { SettingsTable::write(*this, file); },
+                IniFile::Backup::Daily);
 }

@@ -10,6 +10,7 @@
 
 #include <memory>
 
+class IniDocument;
 class KeywordHistory;
 
 /// Every setting of the program, read from "sarvik.ini" in the application
@@ -186,5 +187,7 @@ public:
     bool fname = false;
 
 private:
+    void readLanguages(const IniDocument &file);
+
     QString m_applicationDirectory;
 };

@@ -1,8 +1,7 @@
 #include "settings/KeywordHistory.h"
 
 #include "settings/AppSettings.h"
-
-#include <QSettings>
+#include "settings/IniFile.h"
 
 #include <algorithm>
 
@@ -22,6 +21,14 @@ KeywordHistory::Entry parsed(const QString &value)
     return {flag(0), flag(1), flag(2), value.mid(3)};
 }
 
+QString valueOf(const KeywordHistory::Entry &entry)
+{
+    const auto digit = [](bool flag) {
+        return QLatin1Char(flag ? '1' : '0');
+    };
+    return digit(entry.flagA) + QString(digit(entry.flagB)) + digit(entry.flagC) + entry.keyword;
+}
+
 } // namespace
 
 KeywordHistory::KeywordHistory(int capacity, const QString &appDir)
@@ -39,15 +46,24 @@ QString KeywordHistory::filePath() const
 void KeywordHistory::load()
 {
     m_entries.clear();
-    const QSettings file(filePath(), QSettings::IniFormat);
+    const IniDocument file = IniFile(filePath(), IniDocument::Form::Escaped).read();
     for (int position = 1; position <= m_capacity; ++position) {
-        const QString value = file.value(keyOf(position)).toString();
+        const QString value = file.text(keyOf(position));
         if (value.isEmpty())
             break;
         Entry entry = parsed(value);
         if (!entry.keyword.isEmpty())
             m_entries.push_back(std::move(entry));
     }
+}
+
+bool KeywordHistory::save() const
+{
+    return IniFile(filePath(), IniDocument::Form::Escaped).update([this](IniDocument &file) {
+        int position = 0;
+        for (const Entry &entry : m_entries)
+            file.setValue(keyOf(++position), valueOf(entry));
+    });
 }
 
 void KeywordHistory::add(const QString &keyword, bool flagA, bool flagB, bool flagC, int position)

@@ -1,5 +1,7 @@
 #include "settings/SettingsTable.h"
 
+#include "settings/IniDocument.h"
+
 namespace SettingsTable {
 
 namespace {
@@ -7,10 +9,8 @@ namespace {
 // A weight above this counts as bold.
 constexpr int kHeaviestNormalWeight = 57;
 
-void assign(AppSettings &target, QFont AppSettings::*member, FontPart::Kind kind,
-            const QVariant &value)
+void assign(QFont &font, FontPart::Kind kind, const QVariant &value)
 {
-    QFont &font = target.*member;
     switch (kind) {
     case FontPart::Family:
         font = QFont(value.toString());
@@ -38,16 +38,30 @@ QVariant fontPart(const QFont &font, FontPart::Kind kind)
     return QVariant();
 }
 
-struct Assign {
+/// Reads one setting into its member.
+struct Read {
     AppSettings &target;
-    const QVariant &value;
+    const IniDocument &file;
+    const Setting &setting;
 
     template <typename T> void operator()(T AppSettings::*member) const
     {
-        target.*member = value.value<T>();
+        target.*member = value().template value<T>();
     }
-    void operator()(const NumberAsFlag &flag) const { target.*(flag.member) = value.toInt() != 0; }
-    void operator()(const FontPart &part) const { assign(target, part.member, part.kind, value); }
+    // A comma that was typed by hand does not make a text a list.
+    void operator()(QString AppSettings::*member) const { target.*member = text(); }
+    void operator()(const NumberAsFlag &flag) const
+    {
+        target.*(flag.member) = value().toInt() != 0;
+    }
+    void operator()(const FontPart &part) const
+    {
+        const bool isText = part.kind == FontPart::Family;
+        assign(target.*(part.member), part.kind, isText ? QVariant(text()) : value());
+    }
+
+    QVariant value() const { return file.value(setting.key, setting.defaultValue); }
+    QString text() const { return file.text(setting.key, setting.defaultValue.toString()); }
 };
 
 struct ValueOf {
@@ -71,32 +85,31 @@ QColor colourNamed(const QString &name)
 
 } // namespace
 
-void read(AppSettings &target, const Reader &reader)
+void read(AppSettings &target, const IniDocument &file)
 {
     for (const Setting &setting : settings()) {
         if (setting.access != Access::WriteOnly)
-            std::visit(Assign{target, reader(setting.key, setting.defaultValue)}, setting.member);
+            std::visit(Read{target, file, setting}, setting.member);
     }
 }
 
-void readColours(AppSettings &target, const Reader &reader)
+void readColours(AppSettings &target, const IniDocument &file)
 {
     for (const ColourSetting &colour : colours()) {
         if (colour.access != Access::WriteOnly)
-            target.*(colour.member) =
-                colourNamed(reader(colour.key, colour.defaultName).toString());
+            target.*(colour.member) = colourNamed(file.text(colour.key, colour.defaultName));
     }
 }
 
-void write(const AppSettings &source, const Writer &writer)
+void write(const AppSettings &source, IniDocument &file)
 {
     for (const Setting &setting : settings()) {
         if (setting.access != Access::ReadOnly)
-            writer(setting.key, std::visit(ValueOf{source}, setting.member));
+            file.setValue(setting.key, std::visit(ValueOf{source}, setting.member));
     }
     for (const ColourSetting &colour : colours()) {
         if (colour.access != Access::ReadOnly)
-            writer(colour.key, (source.*(colour.member)).name(QColor::HexRgb));
+            file.setValue(colour.key, (source.*(colour.member)).name(QColor::HexRgb));
     }
 }
 

@@ -4,9 +4,10 @@
 
 #include <QVariant>
 
-#include <functional>
 #include <variant>
 #include <vector>
+
+class IniDocument;
 
 /// Every key of the settings file, once: its name, its default, whether it is
 /// read, written or both, and the member that holds it. Loading and saving are
@@ -59,13 +60,9 @@ const std::vector<Setting> &settings();
 /// The colours, which may come from the companion editor's file.
 const std::vector<ColourSetting> &colours();
 
-/// Gives the value of a key, or the default when the file has no such key.
-using Reader = std::function<QVariant(const QString &key, const QVariant &defaultValue)>;
-using Writer = std::function<void(const QString &key, const QVariant &value)>;
-
-void read(AppSettings &target, const Reader &reader);
-void readColours(AppSettings &target, const Reader &reader);
+void read(AppSettings &target, const IniDocument &file);
+void readColours(AppSettings &target, const IniDocument &file);
 /// Writes the settings and then the colours.
-void write(const AppSettings &source, const Writer &writer);
+void write(const AppSettings &source, IniDocument &file);
 
 } // namespace SettingsTable

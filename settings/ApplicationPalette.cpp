@@ -1,0 +1,40 @@
+#include "settings/ApplicationPalette.h"
+
+#include "settings/AppSettings.h"
+
+namespace {
+
+struct RoleColour {
+    QPalette::ColorRole role;
+    QColor AppSettings::*member;
+};
+
+constexpr RoleColour kRoles[] = {
+    {QPalette::Window, &AppSettings::paletteWindow},
+    {QPalette::WindowText, &AppSettings::paletteWindowText},
+    {QPalette::Base, &AppSettings::paletteBase},
+    {QPalette::AlternateBase, &AppSettings::paletteAlternateBase},
+    {QPalette::ToolTipBase, &AppSettings::paletteToolTipBase},
+    {QPalette::ToolTipText, &AppSettings::paletteToolTipText},
+    {QPalette::Text, &AppSettings::paletteText},
+    {QPalette::Button, &AppSettings::paletteButton},
+    {QPalette::ButtonText, &AppSettings::paletteButtonText},
+    {QPalette::BrightText, &AppSettings::paletteBrightText},
+    {QPalette::Link, &AppSettings::paletteLink},
+    {QPalette::Highlight, &AppSettings::paletteHighlight},
+    {QPalette::HighlightedText, &AppSettings::paletteHighlightedText},
+};
+
+} // namespace
+
+QPalette ApplicationPalette::fromSettings(const AppSettings &settings)
+{
+    QPalette palette;
+    for (const RoleColour &entry : kRoles)
+        palette.setBrush(QPalette::All, entry.role, QBrush(settings.*(entry.member)));
+    // Not gray, as a dark scheme leaves too little contrast for it.
+    const QBrush disabled(Qt::darkGreen);
+    palette.setBrush(QPalette::Disabled, QPalette::Text, disabled);
+    palette.setBrush(QPalette::Disabled, QPalette::ButtonText, disabled);
+    return palette;
+}

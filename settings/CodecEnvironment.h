@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QByteArray>
+#include <QLatin1String>
+
+/// What the Japanese text codecs and the network module are told before they
+/// are used.
+namespace CodecEnvironment {
+
+/// Rules for QLoggingCategory::setFilterRules. The blank in the category's name
+/// is wanted.
+constexpr QLatin1String kLoggingFilterRules("qt.network.ssl.w arning=false");
+
+/// The value that the environment variable "UNICODEMAP_JP" is to have when it
+/// has the value current (empty: unset): one that names "cp932", by which the
+/// codecs map what Windows' Japanese encoding adds to the standard.
+QByteArray unicodeMap(const QByteArray &current);
+
+/// Sets the variable in this process's environment.
+void applyUnicodeMap();
+
+} // namespace CodecEnvironment

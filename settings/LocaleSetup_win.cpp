@@ -1,0 +1,5 @@
+#include "settings/LocaleSetup.h"
+
+void LocaleSetup::useUtf8InPlainLocale()
+{
+}
