@@ -24,9 +24,9 @@ int writeNumber(qint64 number, QChar *target)
 
 } // namespace
 
-int HitString::displayColumn(QStringView line, qint64 position, int tabWidth)
+qint64 HitString::displayColumn(QStringView line, qint64 position, int tabWidth)
 {
-    int column = 0;
+    qint64 column = 0;
     for (qint64 i = 0; i < position; ++i) {
         const ushort unit = line[i].unicode();
         if (unit == '\t')
@@ -37,7 +37,7 @@ int HitString::displayColumn(QStringView line, qint64 position, int tabWidth)
     return column;
 }
 
-QString HitString::format(qint64 lineNumber, int column, QStringView line)
+QString HitString::format(qint64 lineNumber, qint64 column, QStringView line)
 {
     QChar head[2 * kMaxDigits + 4];
     int length = 0;

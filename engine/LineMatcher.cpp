@@ -118,7 +118,8 @@ void LineMatcher::visit(qint64 lineNumber, QStringView line)
 
 void LineMatcher::report()
 {
-    const int column = HitString::displayColumn(m_pending.text, m_pending.position, m_tabWidth) + 1;
+    const qint64 column =
+        HitString::displayColumn(m_pending.text, m_pending.position, m_tabWidth) + 1;
     m_hits.append(HitString::format(m_pending.lineNumber, column, m_pending.text));
     m_pending = {};
 }

@@ -1,6 +1,7 @@
 #include "engine/NativePath.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace {
 
@@ -36,6 +37,15 @@ int validSequenceLength(const char *bytes, int size)
     return overlong || surrogate || beyondUnicode ? 0 : length;
 }
 
+void appendValid(const char *bytes, int size, QString &path)
+{
+    // The toolkit leaves out a byte order mark at the front; in a name it is a
+    // character like any other.
+    if (size >= 3 && std::memcmp(bytes, "\xEF\xBB\xBF", 3) == 0)
+        path += QChar(QChar::ByteOrderMark);
+    path += QString::fromUtf8(bytes, size);
+}
+
 } // namespace
 
 QString NativePath::fromNative(const char *name, int size)
@@ -46,20 +56,17 @@ QString NativePath::fromNative(const char *name, int size)
     path.reserve(size);
     int validStart = 0;
     int i = 0;
-    const auto appendValid = [&](int end) {
-        path += QString::fromUtf8(name + validStart, end - validStart);
-    };
     while (i < size) {
         const int length = validSequenceLength(name + i, size - i);
         if (length > 0) {
             i += length;
             continue;
         }
-        appendValid(i);
+        appendValid(name + validStart, i - validStart, path);
         path += QChar(kEscapeBase + static_cast<uchar>(name[i]));
         validStart = ++i;
     }
-    appendValid(size);
+    appendValid(name + validStart, size - validStart, path);
     return path;
 }
 
