@@ -1,0 +1,406 @@
+#include "settings/IniDocument.h"
+
+#include "tests/support/FileTime.h"
+#include "tests/support/ScratchFolder.h"
+
+#include <QDate>
+#include <QDir>
+#include <QFileInfo>
+#include <QMap>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QTest>
+
+// Real processes that are stopped half-way, that disturb each other, or that
+// have no disk left: what is on the disk afterwards must be whole files.
+class InterruptedSaveTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void anEndBetweenTwoStepsLeavesAWholeFile_data();
+    void anEndBetweenTwoStepsLeavesAWholeFile();
+    void aKillAtAnyMomentLeavesAWholeFile_data();
+    void aKillAtAnyMomentLeavesAWholeFile();
+    void twoProcessesThatSaveAtOnceLeaveAWholeFile_data();
+    void twoProcessesThatSaveAtOnceLeaveAWholeFile();
+    void aFullDiskLeavesEveryFileAsItWas_data();
+    void aFullDiskLeavesEveryFileAsItWas();
+    void roomForTheNewFileOnlyMovesNoBackup();
+    void aFileThatMayNotGrowLeavesEveryFileAsItWas_data();
+    void aFileThatMayNotGrowLeavesEveryFileAsItWas();
+    void aFolderThatMayNotBeWrittenLeavesEveryFileAsItWas_data();
+    void aFolderThatMayNotBeWrittenLeavesEveryFileAsItWas();
+    void aFileThatMayNotBeReadIsNotReplaced_data();
+    void aFileThatMayNotBeReadIsNotReplaced();
+};
+
+namespace {
+
+const QString kOld = QStringLiteral("旧");
+const QString kNew = QStringLiteral("新");
+const QString kOther = QStringLiteral("別");
+
+using Files = QMap<QString, QByteArray>;
+
+void addKinds()
+{
+    QTest::addColumn<QString>("kind");
+    for (const char *kind : {"settings", "keywords", "parameters"})
+        QTest::newRow(kind) << QString::fromLatin1(kind);
+}
+
+QString fileOf(const QString &kind)
+{
+    if (kind == QLatin1String("settings"))
+        return QStringLiteral("sarvik.ini");
+    return kind == QLatin1String("keywords") ? QStringLiteral("keywordhistory.ini")
+                                             : QStringLiteral("sarvikpara.ini");
+}
+
+/// The exit code, or -1 when there is none.
+int run(const QStringList &command)
+{
+    QProcess process;
+    process.start(command.first(), command.mid(1));
+    const bool ended = process.waitForFinished(120000);
+    return ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+}
+
+QStringList saveCommand(const QString &kind, const QString &folder, const QString &tag,
+                        int times = 1)
+{
+    return {QStringLiteral(SAVING_PROCESS), kind, folder, tag, QString::number(times)};
+}
+
+Files filesIn(const QString &folder)
+{
+    Files files;
+    for (const QString &name : QDir(folder).entryList(QDir::Files | QDir::Hidden)) {
+        QFile file(folder + name);
+        files.insert(name, file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray());
+    }
+    return files;
+}
+
+/// The one tag that a whole file carries throughout; something else otherwise.
+QString tagIn(const QString &kind, const QByteArray &content)
+{
+    QStringList tags;
+    if (kind == QLatin1String("keywords")) {
+        const IniDocument file(content, IniDocument::Form::Escaped);
+        for (int i = 1; i <= 100; ++i) {
+            const QString key = QStringLiteral("keyword/%1").arg(i, 3, 10, QLatin1Char('0'));
+            tags.append(
+                file.text(key).remove(QStringLiteral("101")).remove(QStringLiteral("-%1").arg(i)));
+        }
+    } else if (kind == QLatin1String("settings")) {
+        const IniDocument file(content, IniDocument::Form::Utf8);
+        tags = file.list(QStringLiteral("pathhistory"));
+        tags.append(tags.size() == 2000 ? file.text(QStringLiteral("browser")) : QString());
+        tags.append(file.text(QStringLiteral("editor/editor")));
+    } else {
+        const IniDocument file(content, IniDocument::Form::Escaped);
+        tags = file.list(QStringLiteral("pathlist"));
+        tags.append(tags.size() == 2000 ? file.text(QStringLiteral("mask")) : QString());
+        tags.append(file.text(QStringLiteral("findword")));
+    }
+    tags.removeDuplicates();
+    return tags.join(QLatin1Char('|'));
+}
+
+QString tagOf(const QString &kind, const QString &folder)
+{
+    return tagIn(kind, filesIn(folder).value(fileOf(kind)));
+}
+
+/// Files that carry kOld and were changed yesterday, so that a save makes the
+/// daily backup, and three earlier generations of the settings.
+void prepare(const QString &folder)
+{
+    const QDate yesterday = QDate::currentDate().addDays(-1);
+    for (const char *name : {"settings", "keywords", "parameters"}) {
+        const QString kind = QString::fromLatin1(name);
+        QCOMPARE(run(saveCommand(kind, folder, kOld)), 0);
+        QCOMPARE(tagOf(kind, folder), kOld);
+        FileTime::setDayOfChange(folder + fileOf(kind), yesterday);
+    }
+    for (int i = 1; i <= 3; ++i) {
+        QFile backup(folder + QStringLiteral("sarvik.ini.bak%1").arg(i));
+        QVERIFY(backup.open(QIODevice::WriteOnly));
+        QVERIFY(backup.write("generation " + QByteArray::number(i)) > 0);
+        backup.close();
+        FileTime::setDayOfChange(backup.fileName(), yesterday.addDays(-i));
+    }
+}
+
+void verifyBackupsMovedOnce(const QString &folder)
+{
+    const Files files = filesIn(folder);
+    QCOMPARE(tagIn(QStringLiteral("settings"), files.value(QStringLiteral("sarvik.ini.bak1"))),
+             kOld);
+    QCOMPARE(files.value(QStringLiteral("sarvik.ini.bak2")), QByteArray("generation 1"));
+    QCOMPARE(files.value(QStringLiteral("sarvik.ini.bak3")), QByteArray("generation 2"));
+    QVERIFY(!files.contains(QStringLiteral("sarvik.ini.bak4")));
+}
+
+/// A small disk that is there as long as the object, if this user may have one.
+class SmallDisk {
+public:
+    SmallDisk()
+        : m_mounted(run({QStringLiteral("mount"), QStringLiteral("-t"), QStringLiteral("tmpfs"),
+                         QStringLiteral("-o"), QStringLiteral("size=512k"), QStringLiteral("tmpfs"),
+                         m_folder.path()})
+                    == 0)
+    {
+    }
+    ~SmallDisk()
+    {
+        if (m_mounted)
+            run({QStringLiteral("umount"), m_folder.path()});
+    }
+    SmallDisk(const SmallDisk &) = delete;
+    SmallDisk &operator=(const SmallDisk &) = delete;
+
+    bool isMounted() const { return m_mounted; }
+    QString path() const { return m_folder.path(); }
+
+    /// Fills it but for so many blocks of 4096 bytes.
+    void fill(int blocksLeft)
+    {
+        const QByteArray block(4096, 'x');
+        QFile filler(path() + QStringLiteral("filler"));
+        if (!filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+            qFatal("cannot fill the disk");
+        while (filler.write(block) == block.size()) { }
+        if (blocksLeft > 0 && !filler.resize(filler.size() - blocksLeft * block.size()))
+            qFatal("cannot make room");
+    }
+    void makeRoom() { QFile::remove(path() + QStringLiteral("filler")); }
+
+private:
+    ScratchFolder m_folder;
+    bool m_mounted;
+};
+
+/// What runs a command as somebody without rights; empty when nothing does.
+/// Only the super-user is not bound by rights.
+bool asOrdinaryUser(QStringList &command)
+{
+    if (run({QStringLiteral("sh"), QStringLiteral("-c"), QStringLiteral("test $(id -u) = 0")}) != 0)
+        return true;
+    const QStringList prefix{QStringLiteral("setpriv"), QStringLiteral("--reuid=65534"),
+                             QStringLiteral("--regid=65534"), QStringLiteral("--clear-groups")};
+    command = prefix + command;
+    return run(prefix
+               + QStringList{QStringLiteral("test"), QStringLiteral("-x"),
+                             QStringLiteral(SAVING_PROCESS)})
+        == 0;
+}
+
+} // namespace
+
+void InterruptedSaveTest::anEndBetweenTwoStepsLeavesAWholeFile_data()
+{
+    addKinds();
+}
+
+void InterruptedSaveTest::anEndBetweenTwoStepsLeavesAWholeFile()
+{
+    QFETCH(QString, kind);
+    constexpr int kEnded = 77;
+    const int leastSteps = kind == QLatin1String("settings") ? 14 : 5;
+    int ended = 0;
+    for (int step = 0;; ++step) {
+        const ScratchFolder folder;
+        prepare(folder.path());
+        const int code =
+            run(saveCommand(kind, folder.path(), kNew) + QStringList{QString::number(step)});
+        if (code == 0)
+            break;
+        QCOMPARE(code, kEnded);
+        ++ended;
+        for (const char *name : {"settings", "keywords", "parameters"}) {
+            const QString tag = tagOf(QString::fromLatin1(name), folder.path());
+            QVERIFY2(tag == kOld || tag == kNew, qPrintable(tag));
+        }
+        // The next save is not held up and completes what was begun.
+        QCOMPARE(run(saveCommand(kind, folder.path(), kOther)), 0);
+        QCOMPARE(tagOf(kind, folder.path()), kOther);
+        if (kind == QLatin1String("settings"))
+            verifyBackupsMovedOnce(folder.path());
+    }
+    QVERIFY2(ended >= leastSteps, qPrintable(QString::number(ended)));
+}
+
+void InterruptedSaveTest::aKillAtAnyMomentLeavesAWholeFile_data()
+{
+    addKinds();
+}
+
+void InterruptedSaveTest::aKillAtAnyMomentLeavesAWholeFile()
+{
+    QFETCH(QString, kind);
+    const ScratchFolder folder;
+    prepare(folder.path());
+    for (int i = 0; i < 20; ++i) {
+        QProcess process;
+        const QStringList command = saveCommand(kind, folder.path(), i % 2 ? kNew : kOther, 100000);
+        process.start(command.first(), command.mid(1));
+        QVERIFY(process.waitForStarted());
+        QTest::qWait(20 + QRandomGenerator::global()->bounded(80));
+        process.kill();
+        QVERIFY(process.waitForFinished());
+        const QString tag = tagOf(kind, folder.path());
+        QVERIFY2(tag == kOld || tag == kNew || tag == kOther, qPrintable(tag));
+    }
+    QCOMPARE(run(saveCommand(kind, folder.path(), kNew)), 0);
+    QCOMPARE(tagOf(kind, folder.path()), kNew);
+}
+
+void InterruptedSaveTest::twoProcessesThatSaveAtOnceLeaveAWholeFile_data()
+{
+    addKinds();
+}
+
+void InterruptedSaveTest::twoProcessesThatSaveAtOnceLeaveAWholeFile()
+{
+    QFETCH(QString, kind);
+    const ScratchFolder folder;
+    prepare(folder.path());
+    QProcess one;
+    QProcess two;
+    const QStringList first = saveCommand(kind, folder.path(), kNew, 20);
+    const QStringList second = saveCommand(kind, folder.path(), kOther, 20);
+    one.start(first.first(), first.mid(1));
+    two.start(second.first(), second.mid(1));
+    while (one.state() != QProcess::NotRunning || two.state() != QProcess::NotRunning) {
+        const QString tag = tagOf(kind, folder.path());
+        QVERIFY2(tag == kOld || tag == kNew || tag == kOther, qPrintable(tag));
+        QTest::qWait(1);
+    }
+    QCOMPARE(one.exitCode(), 0);
+    QCOMPARE(two.exitCode(), 0);
+    const QString tag = tagOf(kind, folder.path());
+    QVERIFY2(tag == kNew || tag == kOther, qPrintable(tag));
+    if (kind == QLatin1String("settings"))
+        verifyBackupsMovedOnce(folder.path());
+    QCOMPARE(filesIn(folder.path()).keys().filter(QStringLiteral(".lock")), QStringList());
+}
+
+void InterruptedSaveTest::aFullDiskLeavesEveryFileAsItWas_data()
+{
+    addKinds();
+}
+
+void InterruptedSaveTest::aFullDiskLeavesEveryFileAsItWas()
+{
+    QFETCH(QString, kind);
+    SmallDisk disk;
+    if (!disk.isMounted())
+        QSKIP("this user may not mount a small disk");
+    prepare(disk.path());
+    disk.fill(0);
+    const Files before = filesIn(disk.path());
+    for (int i = 0; i < 3; ++i)
+        QCOMPARE(run(saveCommand(kind, disk.path(), kNew)), 1);
+    QCOMPARE(filesIn(disk.path()), before);
+    disk.makeRoom();
+    QCOMPARE(run(saveCommand(kind, disk.path(), kNew)), 0);
+    QCOMPARE(tagOf(kind, disk.path()), kNew);
+}
+
+void InterruptedSaveTest::roomForTheNewFileOnlyMovesNoBackup()
+{
+    SmallDisk disk;
+    if (!disk.isMounted())
+        QSKIP("this user may not mount a small disk");
+    prepare(disk.path());
+    const Files before = filesIn(disk.path());
+    const int blocks = before.value(QStringLiteral("sarvik.ini")).size() / 4096 + 1;
+    // One more for the lock.
+    disk.fill(blocks + 1);
+    QCOMPARE(run(saveCommand(QStringLiteral("settings"), disk.path(), kNew)), 0);
+    QCOMPARE(tagOf(QStringLiteral("settings"), disk.path()), kNew);
+    const Files after = filesIn(disk.path());
+    for (const char *backup : {"sarvik.ini.bak1", "sarvik.ini.bak2", "sarvik.ini.bak3"}) {
+        const QString name = QString::fromLatin1(backup);
+        QCOMPARE(after.value(name), before.value(name));
+    }
+    QCOMPARE(after.size(), before.size() + 1);
+}
+
+void InterruptedSaveTest::aFileThatMayNotGrowLeavesEveryFileAsItWas_data()
+{
+    addKinds();
+}
+
+void InterruptedSaveTest::aFileThatMayNotGrowLeavesEveryFileAsItWas()
+{
+    QFETCH(QString, kind);
+    const ScratchFolder folder;
+    prepare(folder.path());
+    const Files before = filesIn(folder.path());
+    // A write beyond the limit fails in the middle of the file, as on a disk
+    // that fills up.
+    const QString limited = QStringLiteral("trap '' XFSZ; ulimit -f 2 || exit 99; exec \"$@\"");
+    const int code =
+        run(QStringList{QStringLiteral("sh"), QStringLiteral("-c"), limited, QStringLiteral("sh")}
+            + saveCommand(kind, folder.path(), kNew));
+    if (code == -1 || code == 99)
+        QSKIP("no shell that limits the size of files");
+    QCOMPARE(code, 1);
+    QCOMPARE(filesIn(folder.path()), before);
+}
+
+void InterruptedSaveTest::aFolderThatMayNotBeWrittenLeavesEveryFileAsItWas_data()
+{
+    addKinds();
+}
+
+void InterruptedSaveTest::aFolderThatMayNotBeWrittenLeavesEveryFileAsItWas()
+{
+    QFETCH(QString, kind);
+    const ScratchFolder folder;
+    prepare(folder.path());
+    const Files before = filesIn(folder.path());
+    const auto readable = QFileDevice::ReadOwner | QFileDevice::ExeOwner | QFileDevice::ReadOther
+        | QFileDevice::ExeOther;
+    QVERIFY(QFile::setPermissions(folder.path(), readable));
+    QStringList command = saveCommand(kind, folder.path(), kNew);
+    const bool possible = asOrdinaryUser(command);
+    const int code = possible ? run(command) : 0;
+    QVERIFY(QFile::setPermissions(folder.path(), readable | QFileDevice::WriteOwner));
+    if (!possible)
+        QSKIP("nobody without rights to run the test as");
+    QCOMPARE(code, 1);
+    QCOMPARE(filesIn(folder.path()), before);
+}
+
+void InterruptedSaveTest::aFileThatMayNotBeReadIsNotReplaced_data()
+{
+    addKinds();
+}
+
+void InterruptedSaveTest::aFileThatMayNotBeReadIsNotReplaced()
+{
+    QFETCH(QString, kind);
+    const ScratchFolder folder;
+    prepare(folder.path());
+    const Files before = filesIn(folder.path());
+    QVERIFY(QFile::setPermissions(folder.path(),
+                                  QFileDevice::ReadOwner | QFileDevice::WriteOwner
+                                      | QFileDevice::ExeOwner | QFileDevice::ReadOther
+                                      | QFileDevice::WriteOther | QFileDevice::ExeOther));
+    const QString path = folder.path() + fileOf(kind);
+    QVERIFY(QFile::setPermissions(path, QFileDevice::WriteOwner));
+    QStringList command = saveCommand(kind, folder.path(), kNew);
+    if (!asOrdinaryUser(command))
+        QSKIP("nobody without rights to run the test as");
+    const int code = run(command);
+    QVERIFY(QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner));
+    QCOMPARE(code, 1);
+    QCOMPARE(filesIn(folder.path()).value(fileOf(kind)), before.value(fileOf(kind)));
+}
+
+QTEST_GUILESS_MAIN(InterruptedSaveTest)
+#include "InterruptedSaveTest.moc"
