@@ -1,0 +1,5 @@
+#include "tests/support/OrdinaryUser.h"
+
+OrdinaryUser::OrdinaryUser() = default;
+
+OrdinaryUser::~OrdinaryUser() = default;
