@@ -6,12 +6,12 @@
 
 #include <functional>
 
-Q_DECLARE_METATYPE(std::function<bool(const Options &)>)
+using Check = std::function<bool(const Options &)>;
+
+Q_DECLARE_METATYPE(Check)
 Q_DECLARE_METATYPE(Options::Mode)
 
 namespace {
-
-using Check = std::function<bool(const Options &)>;
 
 QStringList words(const char *line)
 {
