@@ -1,0 +1,187 @@
+#include "cli/Console.h"
+
+#include "cli/Interrupt.h"
+#include "cli/ReportFactory.h"
+#include "cli/SearchRequest.h"
+#include "cli/StandardStreams.h"
+#include "engine/NativePath.h"
+#include "engine/SignalSpool.h"
+
+#include <utility>
+
+using StandardStreams::Stream;
+
+namespace {
+
+/// Often enough that results do not pile up in the spool and progress is seen,
+/// rarely enough to cost nothing.
+constexpr int kTickMilliseconds = 40;
+
+bool wantsColor(Options::Color color)
+{
+    if (color != Options::Color::Auto)
+        return color == Options::Color::Always;
+    return StandardStreams::isTerminal(Stream::Output) && qEnvironmentVariableIsEmpty("NO_COLOR");
+}
+
+void writeToTerminal(const QByteArray &bytes)
+{
+    QString ignored;
+    StandardStreams::write(Stream::Error, bytes, &Interrupt::isPending, &ignored);
+}
+
+} // namespace
+
+Console::Console(const Options &options, const QStringList &pathlist, const SearchLimits &settings,
+                 QObject *parent)
+    : QObject(parent)
+    , m_condition(SearchRequest::condition(options, pathlist))
+    , m_engineOptions(SearchRequest::engineOptions(options, settings))
+    , m_statistics(options.stats)
+    , m_showProgress(StandardStreams::isTerminal(Stream::Error))
+    , m_progress(&writeToTerminal)
+    , m_output(
+          Stream::Output, [this] { m_progress.clear(); }, &Interrupt::isPending)
+    , m_messages(
+          Stream::Error, [this] { m_progress.clear(); }, &Interrupt::isPending)
+    , m_report(makeReport(options, m_condition, m_engineOptions.limits, wantsColor(options.color),
+                          m_output))
+    , m_spool(std::make_unique<SignalSpool>())
+{
+    m_spool->setEngineOptions(m_engineOptions);
+    connectSpool();
+    m_spool->moveToThread(&m_spoolThread);
+    m_timer.setInterval(kTickMilliseconds);
+    connect(&m_timer, &QTimer::timeout, this, &Console::onTick);
+}
+
+Console::~Console()
+{
+    m_spool->abort();
+    m_spoolThread.quit();
+    m_spoolThread.wait();
+}
+
+void Console::start()
+{
+    m_clock.start();
+    m_spoolThread.start();
+    m_timer.start();
+    QMetaObject::invokeMethod(
+        m_spool.get(),
+        [spool = m_spool.get(), condition = m_condition] {
+            spool->scan(condition.pathlist, condition.mask, condition.keyword1, condition.keyword2,
+                        condition.keyword3, condition.plusline, condition.flg, condition.fnameflg,
+                        condition.subdir, condition.linecount);
+        },
+        Qt::QueuedConnection);
+}
+
+void Console::interrupt()
+{
+    m_interrupted = true;
+    m_spool->abort();
+}
+
+void Console::onTick()
+{
+    drain();
+    // Again at each tick: an abort that comes before the engine has started its
+    // run is lost.
+    if (m_interrupted || m_output.isClosed())
+        m_spool->abort();
+    else
+        showProgress();
+}
+
+void Console::onRunEnded(bool aborted)
+{
+    m_timer.stop();
+    drain();
+    m_report->finish(aborted);
+    m_output.flush();
+    m_progress.clear();
+    writeStatistics();
+    writeOutputError();
+    m_messages.flush();
+    emit finished(exitStatus());
+}
+
+/// All queued: the spool emits on its own thread and the report is used on this
+/// one. The end is queued behind the last count.
+void Console::connectSpool()
+{
+    const SignalSpool *spool = m_spool.get();
+    connect(spool, &SignalSpool::finished, this, &Console::onRunEnded, Qt::QueuedConnection);
+    connect(spool, &SignalSpool::lcntFinished, this, &Console::onRunEnded, Qt::QueuedConnection);
+    connect(
+        spool, &SignalSpool::linecntAt, this,
+        [this](const QString &path, int count) { m_report->addLineCount(path, count); },
+        Qt::QueuedConnection);
+    connect(
+        spool, &SignalSpool::encodingAt, this,
+        [this](const QString &path, int codeSet, int lineEnd, bool bom) {
+            m_report->addEncoding(path, codeSet, lineEnd, bom);
+        },
+        Qt::QueuedConnection);
+}
+
+void Console::drain()
+{
+    QStringList entries;
+    m_spool->takeResults(&entries, 0);
+    m_report->addResults(entries);
+    m_output.flush();
+    drainMessages();
+}
+
+void Console::drainMessages()
+{
+    QStringList messages;
+    m_skipped += m_spool->takeWarnings(&messages);
+    m_errors += m_spool->takeErrors(&messages);
+    for (const QString &message : std::as_const(messages))
+        m_messages.add(NativePath::toNative(message) + '\n');
+    m_messages.flush();
+}
+
+void Console::showProgress()
+{
+    if (!m_showProgress)
+        return;
+    ProgressLine::State state;
+    state.searched = m_spool->searchedCount();
+    state.foldersQueued = m_spool->dirQueueLength();
+    state.filesQueued = m_spool->fileQueueLength();
+    state.hits = m_spool->hitLineCount();
+    state.currentFile = m_spool->currentFile();
+    m_progress.show(state, StandardStreams::terminalColumns(Stream::Error));
+}
+
+void Console::writeStatistics()
+{
+    if (!m_statistics)
+        return;
+    RunReport::Counts counts = m_report->counts(m_spool->searchedCount());
+    counts += {{QStringLiteral("skipped"), m_skipped}, {QStringLiteral("errors"), m_errors}};
+    for (const auto &[label, count] : std::as_const(counts))
+        m_messages.add(label.toUtf8() + ": " + QByteArray::number(count) + '\n');
+    const double seconds = static_cast<double>(m_clock.nsecsElapsed()) / 1e9;
+    m_messages.add("seconds: " + QByteArray::number(seconds, 'f', 3) + '\n');
+}
+
+void Console::writeOutputError()
+{
+    if (!m_output.errorText().isEmpty())
+        m_messages.add("sarvik-cli: cannot write the results: " + m_output.errorText().toUtf8()
+                       + '\n');
+}
+
+int Console::exitStatus() const
+{
+    if (m_interrupted)
+        return Interrupted;
+    if (!m_output.errorText().isEmpty())
+        return Failure;
+    return m_report->foundAny() ? HitsFound : NoHits;
+}

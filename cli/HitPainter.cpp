@@ -1,0 +1,58 @@
+#include "cli/HitPainter.h"
+
+#include "engine/NativePath.h"
+
+namespace {
+
+const QByteArray kPath = QByteArrayLiteral("\x1b[35m");
+const QByteArray kNumber = QByteArrayLiteral("\x1b[32m");
+const QByteArray kMatch = QByteArrayLiteral("\x1b[1;31m");
+const QByteArray kPlain = QByteArrayLiteral("\x1b[m");
+
+QRegExp keywordExpression(const SearchCondition &condition)
+{
+    QString pattern = condition.regExp() ? condition.keyword1 : QRegExp::escape(condition.keyword1);
+    if (condition.word())
+        pattern = QStringLiteral("\\b") + pattern + QStringLiteral("\\b");
+    return QRegExp(pattern, condition.caseSensitivity(), QRegExp::RegExp);
+}
+
+} // namespace
+
+HitPainter::HitPainter(const SearchCondition &condition)
+    : m_on(true), m_keyword(keywordExpression(condition))
+{
+}
+
+QByteArray HitPainter::path(const QString &path) const
+{
+    const QByteArray name = NativePath::toNative(path);
+    return m_on ? kPath + name + kPlain : name;
+}
+
+QByteArray HitPainter::number(const QString &number) const
+{
+    return m_on ? kNumber + number.toUtf8() + kPlain : number.toUtf8();
+}
+
+QByteArray HitPainter::text(const QString &text) const
+{
+    if (!m_on)
+        return text.toUtf8();
+    QByteArray painted;
+    int done = 0;
+    int from = 0;
+    while (from < text.size()) {
+        const int start = m_keyword.indexIn(text, from);
+        const int length = m_keyword.matchedLength();
+        if (start < 0)
+            break;
+        if (length > 0) {
+            painted += text.midRef(done, start - done).toUtf8() + kMatch
+                + text.midRef(start, length).toUtf8() + kPlain;
+            done = start + length;
+        }
+        from = start + qMax(length, 1);
+    }
+    return painted + text.midRef(done).toUtf8();
+}

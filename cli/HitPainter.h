@@ -1,0 +1,26 @@
+#pragma once
+
+#include "engine/SearchCondition.h"
+
+#include <QByteArray>
+#include <QRegExp>
+#include <QString>
+
+/// Colours the parts of the output with the terminal's escape sequences, or
+/// hands them through as UTF-8. Not re-entrant: QRegExp keeps its last match.
+class HitPainter {
+public:
+    /// Without colour.
+    HitPainter() = default;
+    /// Colours what keyword1 of condition matches.
+    explicit HitPainter(const SearchCondition &condition);
+
+    QByteArray path(const QString &path) const;
+    QByteArray number(const QString &number) const;
+    /// The text of a hit line, every match of the keyword coloured.
+    QByteArray text(const QString &text) const;
+
+private:
+    bool m_on = false;
+    QRegExp m_keyword;
+};

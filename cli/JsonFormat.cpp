@@ -1,0 +1,91 @@
+#include "cli/JsonFormat.h"
+
+#include "cli/HitLine.h"
+#include "engine/NativePath.h"
+
+namespace {
+
+QString unicodeEscape(QChar c)
+{
+    return QStringLiteral("\\u%1").arg(c.unicode(), 4, 16, QLatin1Char('0'));
+}
+
+/// Control characters and what some readers take for the end of a line.
+bool needsUnicodeEscape(QChar c)
+{
+    const ushort code = c.unicode();
+    return code < 0x20 || (code >= 0x7F && code < 0xA0) || code == 0x2028 || code == 0x2029;
+}
+
+QString escaped(QChar c)
+{
+    switch (c.unicode()) {
+    case '"':
+        return QStringLiteral("\\\"");
+    case '\\':
+        return QStringLiteral("\\\\");
+    case '\n':
+        return QStringLiteral("\\n");
+    case '\r':
+        return QStringLiteral("\\r");
+    case '\t':
+        return QStringLiteral("\\t");
+    default:
+        return needsUnicodeEscape(c) ? unicodeEscape(c) : QString(c);
+    }
+}
+
+bool isPairAt(const QString &text, int index)
+{
+    return text.at(index).isHighSurrogate() && index + 1 < text.size()
+        && text.at(index + 1).isLowSurrogate();
+}
+
+/// The members that all objects of a file share.
+QByteArray pathMembers(const QString &path)
+{
+    const QByteArray name = NativePath::toNative(path);
+    QByteArray members = "\"path\":" + JsonFormat::quote(path);
+    if (QString::fromUtf8(name) != path)
+        members += ",\"pathBase64\":\"" + name.toBase64() + '"';
+    return members;
+}
+
+} // namespace
+
+JsonFormat::JsonFormat(const EncodingOf &encodingOf) : m_encodingOf(encodingOf)
+{
+}
+
+QByteArray JsonFormat::format(const FileResult &file) const
+{
+    const QByteArray path = pathMembers(file.path);
+    const QString name = m_encodingOf(file.path);
+    const QByteArray encoding = ",\"encoding\":" + (name.isNull() ? "null" : quote(name));
+    if (file.hits.isEmpty())
+        return '{' + path + ",\"line\":null,\"column\":null,\"text\":null" + encoding + "}\n";
+    QByteArray lines;
+    for (const QString &hit : file.hits) {
+        const HitLine parts = HitLine::parse(hit);
+        lines += '{' + path + ",\"line\":" + QByteArray::number(parts.line)
+            + ",\"column\":" + QByteArray::number(parts.column)
+            + ",\"text\":" + quote(parts.text(hit)) + encoding + "}\n";
+    }
+    return lines;
+}
+
+QByteArray JsonFormat::quote(const QString &text)
+{
+    QString quoted = QStringLiteral("\"");
+    for (int i = 0; i < text.size(); ++i) {
+        if (isPairAt(text, i)) {
+            quoted += text.midRef(i, 2);
+            ++i;
+        } else if (text.at(i).isSurrogate()) {
+            quoted += QChar(QChar::ReplacementCharacter);
+        } else {
+            quoted += escaped(text.at(i));
+        }
+    }
+    return quoted.toUtf8() + '"';
+}

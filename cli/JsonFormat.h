@@ -1,0 +1,33 @@
+#pragma once
+
+#include "cli/ResultFormat.h"
+
+#include <QString>
+
+#include <functional>
+
+/// One JSON object a hit and line, with "path", "line", "column", "text" and
+/// "encoding"; a file without hits is one object with null for line, column and
+/// text.
+///
+/// JSON is UTF-8 and a file name is any bytes: in "path" each byte that is not
+/// part of valid UTF-8 is U+FFFD, and such an object also has "pathBase64", the
+/// name's bytes in Base64.
+class JsonFormat : public ResultFormat {
+public:
+    /// The name of the code set in which a file was read; a null string where it
+    /// cannot be told, which gives null. Asked once a file.
+    using EncodingOf = std::function<QString(const QString &path)>;
+
+    explicit JsonFormat(const EncodingOf &encodingOf);
+
+    QByteArray format(const FileResult &file) const override;
+
+    /// text as a JSON string with its quotes. Control characters are escaped,
+    /// also those above 127, and the separators U+2028 and U+2029, so that an
+    /// object is one line to every reader; lone surrogates become U+FFFD.
+    static QByteArray quote(const QString &text);
+
+private:
+    EncodingOf m_encodingOf;
+};

@@ -1,0 +1,33 @@
+#include "cli/LineOutput.h"
+
+namespace {
+
+constexpr int kPieceSize = 64 * 1024;
+
+} // namespace
+
+LineOutput::LineOutput(StandardStreams::Stream stream, const std::function<void()> &beforeWrite,
+                       const std::function<bool()> &giveUp)
+    : m_stream(stream), m_beforeWrite(beforeWrite), m_giveUp(giveUp)
+{
+}
+
+void LineOutput::add(const QByteArray &lines)
+{
+    if (m_closed)
+        return;
+    m_buffer += lines;
+    if (m_buffer.size() >= kPieceSize)
+        flush();
+}
+
+void LineOutput::flush()
+{
+    if (m_closed || m_buffer.isEmpty())
+        return;
+    m_beforeWrite();
+    const StandardStreams::WriteResult result =
+        StandardStreams::write(m_stream, m_buffer, m_giveUp, &m_errorText);
+    m_closed = result != StandardStreams::WriteResult::Written;
+    m_buffer.resize(0);
+}

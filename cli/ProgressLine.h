@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+/// One line on the terminal that says how far a search is and is written over
+/// again and again.
+class ProgressLine {
+public:
+    struct State {
+        int searched = 0; ///< files
+        int foldersQueued = 0;
+        int filesQueued = 0;
+        int hits = 0; ///< lines
+        QString currentFile;
+    };
+
+    /// Writes bytes to the terminal.
+    using Write = std::function<void(const QByteArray &bytes)>;
+
+    explicit ProgressLine(const Write &write);
+
+    /// columns: the terminal's width now.
+    void show(const State &state, int columns);
+    /// Removes the line; to be called before anything else is written to a
+    /// terminal.
+    void clear();
+
+    /// The text for a terminal of columns columns: at least one column stays
+    /// free, and a long path loses its beginning.
+    static QString text(const State &state, int columns);
+
+private:
+    const Write m_write;
+    bool m_shown = false;
+};

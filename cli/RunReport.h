@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QPair>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+/// Takes what a run reports and writes it to the output; one class a mode. A
+/// report that sorts keeps everything until finish(). Main thread only.
+class RunReport {
+public:
+    using Counts = QVector<QPair<QString, qint64>>;
+
+    virtual ~RunReport() = default;
+
+    /// Entries of the spool's result queue, taken whole.
+    virtual void addResults(const QStringList &entries) { Q_UNUSED(entries) }
+    virtual void addLineCount(const QString &path, int count)
+    {
+        Q_UNUSED(path)
+        Q_UNUSED(count)
+    }
+    /// codeSet is -2 for a refused file; lineEnd and bom then mean nothing.
+    virtual void addEncoding(const QString &path, int codeSet, int lineEnd, bool bom)
+    {
+        Q_UNUSED(path)
+        Q_UNUSED(codeSet)
+        Q_UNUSED(lineEnd)
+        Q_UNUSED(bom)
+    }
+    virtual void finish(bool aborted) = 0;
+
+    /// Whether the run counts as one with hits.
+    virtual bool foundAny() const = 0;
+    /// What --stats shows of this mode, by its label. searched: files that the
+    /// spool counted as searched.
+    virtual Counts counts(int searched) const = 0;
+};

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "cli/FileResult.h"
+#include "cli/ResultFormat.h"
+#include "cli/RunReport.h"
+
+#include <QVector>
+
+#include <memory>
+
+class LineOutput;
+
+/// The hits of a search.
+class SearchReport : public RunReport {
+public:
+    /// output must outlive the report.
+    SearchReport(LineOutput &output, std::unique_ptr<ResultFormat> format, bool sort);
+
+    void addResults(const QStringList &entries) override;
+    void finish(bool aborted) override;
+    bool foundAny() const override { return m_hits > 0; }
+    Counts counts(int searched) const override;
+
+private:
+    LineOutput &m_output;
+    const std::unique_ptr<ResultFormat> m_format;
+    const bool m_sort;
+    QVector<FileResult> m_kept; // until the end, when sorting
+    qint64 m_hits = 0;
+    qint64 m_matchedFiles = 0;
+};
