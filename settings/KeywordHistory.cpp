@@ -4,6 +4,7 @@
 #include "settings/IniFile.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -59,6 +60,8 @@ void KeywordHistory::load()
 
 bool KeywordHistory::save() const
 {
+    if (m_entries.empty())
+        return true;
     return IniFile(filePath(), IniDocument::Form::Escaped).update([this](IniDocument &file) {
         int position = 0;
         for (const Entry &entry : m_entries)
@@ -66,13 +69,13 @@ bool KeywordHistory::save() const
     });
 }
 
-void KeywordHistory::add(const QString &keyword, bool flagA, bool flagB, bool flagC, int position)
+void KeywordHistory::add(QString keyword, bool flagA, bool flagB, bool flagC, int position)
 {
     const int known = find(keyword);
     if (known >= 0)
         m_entries.erase(m_entries.begin() + known);
     position = std::clamp(position, 0, static_cast<int>(m_entries.size()));
-    m_entries.insert(m_entries.begin() + position, Entry{flagA, flagB, flagC, keyword});
+    m_entries.insert(m_entries.begin() + position, Entry{flagA, flagB, flagC, std::move(keyword)});
     if (m_entries.size() > kMostEntries)
         m_entries.pop_back();
 }

@@ -40,14 +40,14 @@ public:
     void load();
 
     /// Writes the entries to positions 1, 2, …; what stands in the file at
-    /// later positions stays. False when the file was not replaced; it is then
-    /// the old one, whole.
+    /// later positions stays. Without an entry there is nothing to write. False
+    /// when the file was not replaced; it is then the old one, whole.
     bool save() const;
 
     /// Records a search at position (0 is the newest; a position outside the
     /// list is moved to its nearer end). An entry with the same keyword goes,
     /// whatever its flags; beyond kMostEntries the last one goes.
-    void add(const QString &keyword, bool flagA, bool flagB, bool flagC, int position = 0);
+    void add(QString keyword, bool flagA, bool flagB, bool flagC, int position = 0);
 
     /// Clears combo and appends the keywords in list order. Defined in the
     /// dialogs' library, so that this one needs no widget.
