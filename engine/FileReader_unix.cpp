@@ -75,13 +75,15 @@ FileReader::Status FileReader::read(const QString &path, qint64 limit, TypeCheck
     if (m_sizeAtOpen > limit)
         return Status::TooLarge;
     // One byte more than the file has: a read that leaves it unused has met
-    // the end, which saves the further call that would say so.
+    // the end, which saves the further call that would say so. A virtual file
+    // that tells no size hands out a page a call and ends only with nothing.
     reserve(std::max(m_sizeAtOpen + 1, kFirstBytes));
     for (;;) {
         const qint64 wanted = m_buffer.size() - m_size;
         const qint64 count = readSome(file.value(), m_buffer.data() + m_size, wanted);
         m_size += count;
-        const bool atEnd = count == 0 || (count < wanted && m_size >= m_sizeAtOpen);
+        const bool atEnd =
+            count == 0 || (count < wanted && m_sizeAtOpen > 0 && m_size >= m_sizeAtOpen);
         if (atEnd || m_size > limit)
             break;
         if (m_size < m_buffer.size())

@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include <fcntl.h>
+#include <ftw.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
@@ -28,14 +29,30 @@ int createFile(const QByteArray &path)
     return descriptor;
 }
 
+int removeEntry(const char *path, const struct stat *, int, FTW *)
+{
+    ::remove(path);
+    return 0;
+}
+
 } // namespace
 
 TreeBuilder::TreeBuilder(const QByteArray &root) : m_root(root)
 {
 }
 
-void TreeBuilder::makeParents(const QByteArray &name) const
+TreeBuilder::~TreeBuilder()
 {
+    constexpr int kOpenFolders = 16;
+    for (const QByteArray &name : qAsConst(m_built))
+        ::nftw(path(name).constData(), removeEntry, kOpenFolders, FTW_DEPTH | FTW_PHYS);
+}
+
+void TreeBuilder::makeParents(const QByteArray &name)
+{
+    const QByteArray top = name.split('/').constFirst();
+    if (!top.isEmpty() && !m_built.contains(top))
+        m_built.append(top);
     for (int slash = name.indexOf('/'); slash >= 0; slash = name.indexOf('/', slash + 1)) {
         const QByteArray parent = path(name.left(slash));
         if (::mkdir(parent.constData(), 0755) != 0 && errno != EEXIST)
@@ -43,12 +60,12 @@ void TreeBuilder::makeParents(const QByteArray &name) const
     }
 }
 
-void TreeBuilder::folder(const QByteArray &name) const
+void TreeBuilder::folder(const QByteArray &name)
 {
     makeParents(name + '/');
 }
 
-void TreeBuilder::file(const QByteArray &name, const QByteArray &bytes) const
+void TreeBuilder::file(const QByteArray &name, const QByteArray &bytes)
 {
     makeParents(name);
     const int descriptor = createFile(path(name));
@@ -57,7 +74,7 @@ void TreeBuilder::file(const QByteArray &name, const QByteArray &bytes) const
     ::close(descriptor);
 }
 
-bool TreeBuilder::sparseFile(const QByteArray &name, qint64 size) const
+bool TreeBuilder::sparseFile(const QByteArray &name, qint64 size)
 {
     makeParents(name);
     const int descriptor = createFile(path(name));
@@ -66,7 +83,7 @@ bool TreeBuilder::sparseFile(const QByteArray &name, qint64 size) const
     return resized;
 }
 
-bool TreeBuilder::link(const QByteArray &name, const QByteArray &target) const
+bool TreeBuilder::link(const QByteArray &name, const QByteArray &target)
 {
     makeParents(name);
     if (::symlink(target.constData(), path(name).constData()) != 0)
@@ -74,7 +91,7 @@ bool TreeBuilder::link(const QByteArray &name, const QByteArray &target) const
     return true;
 }
 
-bool TreeBuilder::fifo(const QByteArray &name) const
+bool TreeBuilder::fifo(const QByteArray &name)
 {
     makeParents(name);
     if (::mkfifo(path(name).constData(), 0644) != 0)
@@ -82,7 +99,7 @@ bool TreeBuilder::fifo(const QByteArray &name) const
     return true;
 }
 
-bool TreeBuilder::socket(const QByteArray &name) const
+bool TreeBuilder::socket(const QByteArray &name)
 {
     makeParents(name);
     const QByteArray full = path(name);
@@ -101,13 +118,13 @@ bool TreeBuilder::socket(const QByteArray &name) const
     return bound;
 }
 
-bool TreeBuilder::device(const QByteArray &name) const
+bool TreeBuilder::device(const QByteArray &name)
 {
     makeParents(name);
     return ::mknod(path(name).constData(), S_IFCHR | 0644, makedev(1, 5)) == 0;
 }
 
-bool TreeBuilder::setMode(const QByteArray &name, unsigned mode) const
+bool TreeBuilder::setMode(const QByteArray &name, unsigned mode)
 {
     if (::chmod(path(name).constData(), mode) != 0)
         fail("permissions of", path(name));

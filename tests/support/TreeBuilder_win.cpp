@@ -17,19 +17,22 @@ TreeBuilder::TreeBuilder(const QByteArray &root) : m_root(root)
 {
 }
 
-void TreeBuilder::makeParents(const QByteArray &name) const
+// The names are valid text here: the folder's owner can remove them.
+TreeBuilder::~TreeBuilder() = default;
+
+void TreeBuilder::makeParents(const QByteArray &name)
 {
     const QString parent = QFileInfo(text(path(name))).path();
     if (!QDir().mkpath(parent))
         qFatal("cannot make the folder %s", qPrintable(parent));
 }
 
-void TreeBuilder::folder(const QByteArray &name) const
+void TreeBuilder::folder(const QByteArray &name)
 {
     makeParents(name + '/');
 }
 
-void TreeBuilder::file(const QByteArray &name, const QByteArray &bytes) const
+void TreeBuilder::file(const QByteArray &name, const QByteArray &bytes)
 {
     makeParents(name);
     QFile file(text(path(name)));
@@ -38,33 +41,33 @@ void TreeBuilder::file(const QByteArray &name, const QByteArray &bytes) const
 }
 
 // A size without contents would take its room on the disk here.
-bool TreeBuilder::sparseFile(const QByteArray &, qint64) const
+bool TreeBuilder::sparseFile(const QByteArray &, qint64)
 {
     return false;
 }
 
 // A symbolic link takes a privilege that few accounts have.
-bool TreeBuilder::link(const QByteArray &, const QByteArray &) const
+bool TreeBuilder::link(const QByteArray &, const QByteArray &)
 {
     return false;
 }
 
-bool TreeBuilder::fifo(const QByteArray &) const
+bool TreeBuilder::fifo(const QByteArray &)
 {
     return false;
 }
 
-bool TreeBuilder::socket(const QByteArray &) const
+bool TreeBuilder::socket(const QByteArray &)
 {
     return false;
 }
 
-bool TreeBuilder::device(const QByteArray &) const
+bool TreeBuilder::device(const QByteArray &)
 {
     return false;
 }
 
-bool TreeBuilder::setMode(const QByteArray &, unsigned) const
+bool TreeBuilder::setMode(const QByteArray &, unsigned)
 {
     return false;
 }
