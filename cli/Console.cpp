@@ -17,6 +17,10 @@ namespace {
 /// rarely enough to cost nothing.
 constexpr int kTickMilliseconds = 40;
 
+/// More lines than are found in a tick, so that the search need not wait for
+/// a reader who keeps up; some ten megabytes at most.
+constexpr int kMaxQueuedLines = 100000;
+
 bool wantsColor(Options::Color color)
 {
     if (color != Options::Color::Auto)
@@ -48,10 +52,10 @@ Console::Console(const Options &options, const QStringList &pathlist, const Sear
                           m_output))
     , m_spool(std::make_unique<SignalSpool>())
 {
-    m_spool->setEngineOptions(m_engineOptions);
     connectSpool();
+    limitQueue();
     m_spool->moveToThread(&m_spoolThread);
-    m_timer.setInterval(kTickMilliseconds);
+    m_timer.setSingleShot(true);
     connect(&m_timer, &QTimer::timeout, this, &Console::onTick);
 }
 
@@ -66,7 +70,8 @@ void Console::start()
 {
     m_clock.start();
     m_spoolThread.start();
-    m_timer.start();
+    m_timer.start(kTickMilliseconds);
+    showProgress();
     QMetaObject::invokeMethod(
         m_spool.get(),
         [spool = m_spool.get(), condition = m_condition] {
@@ -92,6 +97,8 @@ void Console::onTick()
         m_spool->abort();
     else
         showProgress();
+    const bool flood = m_spool->resultCount() > kMaxQueuedLines / 4;
+    m_timer.start(flood ? 0 : kTickMilliseconds);
 }
 
 void Console::onRunEnded(bool aborted)
@@ -105,6 +112,16 @@ void Console::onRunEnded(bool aborted)
     writeOutputError();
     m_messages.flush();
     emit finished(exitStatus());
+}
+
+/// Where the output is slower than the search, the search waits.
+void Console::limitQueue()
+{
+    EngineOptions engineOptions = m_engineOptions;
+    engineOptions.holdBack = [spool = m_spool.get()] {
+        return spool->resultCount() > kMaxQueuedLines;
+    };
+    m_spool->setEngineOptions(engineOptions);
 }
 
 /// All queued: the spool emits on its own thread and the report is used on this

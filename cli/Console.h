@@ -50,6 +50,7 @@ private slots:
 
 private:
     void connectSpool();
+    void limitQueue();
     void drain();
     void drainMessages();
     void showProgress();

@@ -2,6 +2,7 @@
 
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 
 class AppSettings;
@@ -37,6 +38,12 @@ struct EngineOptions {
     /// Decode and visit every line of every file instead of only those that the
     /// keyword can be on: the slow, obvious path, to compare results with.
     bool visitEveryLine = false;
+
+    /// Asked by the loaders before each file: while it is true they wait, so that
+    /// a reader who is slower than the search does not make the results pile up
+    /// in memory. Called on many threads at once, and often; must not block. An
+    /// abort ends the wait.
+    std::function<bool()> holdBack;
 
     /// Replaces the platform's folder enumeration; null: the platform's.
     std::shared_ptr<const FolderLister> lister;

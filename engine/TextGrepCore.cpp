@@ -392,7 +392,7 @@ void TextGrepCore::doLoadFile()
                                    : FileReader::TypeCheck::WhenOpen);
     FileSearcher searcher(*plan);
     int filesLoaded = 0;
-    while (!isAborted()) {
+    while (waitWhileHeldBack()) {
         m_files.acquirePermit();
         if (isAborted())
             return;
@@ -407,6 +407,14 @@ void TextGrepCore::doLoadFile()
         emit ThreadCount(CurrentThread::id(), ++filesLoaded);
         loadOne(path, loader, searcher);
     }
+}
+
+/// False when the run is aborted.
+bool TextGrepCore::waitWhileHeldBack() const
+{
+    while (!isAborted() && m_options.holdBack && m_options.holdBack())
+        QThread::msleep(1);
+    return !isAborted();
 }
 
 void TextGrepCore::loadOne(const QString &path, FileLoader &loader, FileSearcher &searcher)

@@ -110,6 +110,7 @@ private:
                      QStringList *files);
     void sortOutFolder(const QString &folder, const FolderEntry &entry, QStringList *folders);
 
+    bool waitWhileHeldBack() const;
     void loadOne(const QString &path, FileLoader &loader, FileSearcher &searcher);
     void reportEncoding(const QString &path, const FileLoader &loader, FileLoader::Outcome outcome);
     void searchLoaded(const QString &path, const FileLoader &loader, FileSearcher &searcher);
