@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QtGlobal>
+
+/// Single passes over raw bytes. The loops are written so that the compiler
+/// turns them into vector code: they run over every file of a search, where a
+/// table of 256 counters filled byte by byte would cost as much as reading.
+namespace ByteScan {
+
+struct Summary {
+    bool high = false; ///< some byte is 128 or above
+    bool zero = false;
+    bool escape = false; ///< some byte is 0x1B
+    int lineFeeds = 0;
+    int carriageReturns = 0;
+};
+
+Summary summarise(const char *bytes, int size);
+
+/// What a text holds. Steady ASCII are the characters that the Japanese codecs
+/// have no other use for: neither the shifts (0E, 0F, 1B) nor the controls that
+/// the PC code pages exchange among themselves (1A, 1C, 7F).
+enum class Ascii {
+    AllSteady, ///< nothing but steady ASCII
+    SteadyAndHigh, ///< that, and bytes of 128 or above
+    Other ///< some byte is ASCII, but not steady
+};
+
+Ascii asciiOf(const char *bytes, qint64 size);
+
+/// Number of bytes equal to wanted.
+qint64 count(const char *bytes, qint64 size, char wanted);
+
+} // namespace ByteScan

@@ -1,0 +1,48 @@
+#include "engine/CodeSet.h"
+
+#include <QTextCodec>
+
+#include <array>
+
+namespace {
+
+constexpr int kFirstLineEnd = CodeSet::kCount;
+constexpr int kLineEndCount = 3;
+
+// The code sets by number, then the line ends.
+constexpr std::array<const char *, kFirstLineEnd + kLineEndCount> kNames = {
+    "Default",  "Shift-JIS", "EUC-JP",   "ISO 2022-JP", "UTF-8", "UTF-16BE",
+    "UTF-16LE", "UTF-32BE",  "UTF-32LE", "CR",          "LF",    "CRLF",
+};
+
+std::array<QTextCodec *, CodeSet::kCount> lookUpCodecs()
+{
+    std::array<QTextCodec *, CodeSet::kCount> codecs = {};
+    for (int number = CodeSet::Default + 1; number < CodeSet::kCount; ++number)
+        codecs[size_t(number)] = QTextCodec::codecForName(kNames[size_t(number)]);
+    return codecs;
+}
+
+} // namespace
+
+QString CodeSet::name(int number)
+{
+    if (number < 0 || number >= kCount)
+        return QString();
+    return QLatin1String(kNames[size_t(number)]);
+}
+
+QString CodeSet::lineEndName(int lineEnd)
+{
+    if (lineEnd < 0 || lineEnd >= kLineEndCount)
+        return QString();
+    return QLatin1String(kNames[size_t(kFirstLineEnd + lineEnd)]);
+}
+
+QTextCodec *CodeSet::codec(int number)
+{
+    static const std::array<QTextCodec *, kCount> codecs = lookUpCodecs();
+    if (number < 0 || number >= kCount)
+        return nullptr;
+    return codecs[size_t(number)];
+}
