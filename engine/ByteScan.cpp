@@ -1,13 +1,11 @@
 #include "engine/ByteScan.h"
 
-#include <algorithm>
-
 namespace {
 
 // A whole number of vectors, and no more bytes than a counter of one byte can
 // count: with such counters one instruction counts in a whole vector.
 constexpr int kCountBlock = 240;
-// Where only a yes or no is wanted: how much is looked at before the answer is.
+// How much is looked at before asking whether the answer is already known.
 constexpr int kFlagBlock = 4096;
 
 inline void summariseBlock(const uchar *bytes, int size, ByteScan::Summary *summary)
@@ -32,16 +30,24 @@ inline void summariseBlock(const uchar *bytes, int size, ByteScan::Summary *summ
     summary->carriageReturns += carriageReturns;
 }
 
-inline bool isSteadyAsciiBlock(const uchar *bytes, int size)
+struct Unsteady {
+    uchar high = 0;
+    uchar ascii = 0;
+};
+
+inline void findUnsteady(const uchar *bytes, int size, Unsteady *unsteady)
 {
-    uchar unsteady = 0;
+    uchar high = 0;
+    uchar ascii = 0;
     for (int i = 0; i < size; ++i) {
         const uchar byte = bytes[i];
         const uchar shift = uchar(uchar(byte - 0x0E) <= 1);
         const uchar exchanged = uchar(uchar(byte - 0x1A) <= 2); // the escape 1B among them
-        unsteady = uchar(unsteady | uchar(byte >= 0x7F) | shift | exchanged);
+        ascii = uchar(ascii | uchar(byte == 0x7F) | shift | exchanged);
+        high = uchar(high | byte);
     }
-    return unsteady == 0;
+    unsteady->high = uchar(unsteady->high | (high & 0x80));
+    unsteady->ascii = uchar(unsteady->ascii | ascii);
 }
 
 inline int countBlock(const uchar *bytes, int size, uchar wanted)
@@ -64,14 +70,19 @@ ByteScan::Summary ByteScan::summarise(const char *bytes, int size)
     return summary;
 }
 
-bool ByteScan::isSteadyAscii(const char *bytes, qint64 size)
+ByteScan::Ascii ByteScan::asciiOf(const char *bytes, qint64 size)
 {
     const auto *next = reinterpret_cast<const uchar *>(bytes);
+    Unsteady unsteady;
     for (; size >= kFlagBlock; size -= kFlagBlock, next += kFlagBlock) {
-        if (!isSteadyAsciiBlock(next, kFlagBlock))
-            return false;
+        findUnsteady(next, kFlagBlock, &unsteady);
+        if (unsteady.ascii != 0)
+            return Ascii::Other;
     }
-    return isSteadyAsciiBlock(next, int(size));
+    findUnsteady(next, int(size), &unsteady);
+    if (unsteady.ascii != 0)
+        return Ascii::Other;
+    return unsteady.high != 0 ? Ascii::SteadyAndHigh : Ascii::AllSteady;
 }
 
 qint64 ByteScan::count(const char *bytes, qint64 size, char wanted)

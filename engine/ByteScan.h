@@ -17,10 +17,16 @@ struct Summary {
 
 Summary summarise(const char *bytes, int size);
 
-/// True when every byte is an ASCII character that the Japanese codecs have no
-/// other use for: neither a shift (0E, 0F, 1B) nor one of the controls that
+/// What a text holds. Steady ASCII are the characters that the Japanese codecs
+/// have no other use for: neither the shifts (0E, 0F, 1B) nor the controls that
 /// the PC code pages exchange among themselves (1A, 1C, 7F).
-bool isSteadyAscii(const char *bytes, qint64 size);
+enum class Ascii {
+    AllSteady, ///< nothing but steady ASCII
+    SteadyAndHigh, ///< that, and bytes of 128 or above
+    Other ///< some byte is ASCII, but not steady
+};
+
+Ascii asciiOf(const char *bytes, qint64 size);
 
 /// Number of bytes equal to wanted.
 qint64 count(const char *bytes, qint64 size, char wanted);

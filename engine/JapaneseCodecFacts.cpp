@@ -15,7 +15,7 @@ QByteArray allSteadyPairs()
     QByteArray steady;
     for (int byte = 0; byte < 0x80; ++byte) {
         const char character = char(byte);
-        if (ByteScan::isSteadyAscii(&character, 1))
+        if (ByteScan::asciiOf(&character, 1) == ByteScan::Ascii::AllSteady)
             steady += character;
     }
     QByteArray pairs;
@@ -28,10 +28,13 @@ QByteArray allSteadyPairs()
     return pairs;
 }
 
-bool keepsSteadyAscii(const QTextCodec &codec)
+bool findKeepsSteadyAscii(int codeSet)
 {
+    const QTextCodec *codec = CodeSet::codec(codeSet);
+    if (codec == nullptr)
+        return false;
     const QByteArray pairs = allSteadyPairs();
-    return codec.toUnicode(pairs) == QLatin1String(pairs);
+    return codec->toUnicode(pairs) == QLatin1String(pairs.constData(), pairs.size());
 }
 
 // Every beginning of a character, one or two bytes long, whole or broken, each
@@ -52,44 +55,55 @@ QByteArray allBeginnings(const QByteArray &ending)
 // No character of Shift-JIS and EUC-JP is longer than three bytes, so a line
 // feed byte meets a state that one or two bytes left behind it, or none. Each
 // beginning follows a line feed that was taken as such, that is no state.
-bool lineFeedsAreBytes(const QTextCodec &codec)
-{
-    const QByteArray broken = allBeginnings("\n");
-    const QByteArray other = allBeginnings(QByteArray());
-    const QLatin1Char lineFeed('\n');
-    return codec.toUnicode(broken).count(lineFeed) == broken.count('\n')
-        && !codec.toUnicode(other).contains(lineFeed);
-}
-
-JapaneseCodecFacts findOut(int codeSet)
+bool findLineFeedsAreBytes(int codeSet)
 {
     const QTextCodec *codec = CodeSet::codec(codeSet);
     if (codec == nullptr)
-        return {};
-    // In ISO 2022-JP any byte may stand inside two-byte mode, so its line
-    // feeds have to be decoded.
-    return {keepsSteadyAscii(*codec), codeSet != CodeSet::Iso2022Jp && lineFeedsAreBytes(*codec)};
+        return false;
+    const QByteArray broken = allBeginnings("\n");
+    const QByteArray other = allBeginnings(QByteArray());
+    const QLatin1Char lineFeed('\n');
+    return codec->toUnicode(broken).count(lineFeed) == broken.count('\n')
+        && !codec->toUnicode(other).contains(lineFeed);
+}
+
+// Asked once for each code set, by whichever thread comes first.
+template <int codeSet> bool steadyAsciiFact()
+{
+    static const bool fact = findKeepsSteadyAscii(codeSet);
+    return fact;
+}
+
+template <int codeSet> bool lineFeedFact()
+{
+    static const bool fact = findLineFeedsAreBytes(codeSet);
+    return fact;
 }
 
 } // namespace
 
-const JapaneseCodecFacts &JapaneseCodecFacts::of(int codeSet)
+bool JapaneseCodecFacts::keepsSteadyAscii(int codeSet)
 {
-    static const JapaneseCodecFacts none;
     switch (codeSet) {
-    case CodeSet::ShiftJis: {
-        static const JapaneseCodecFacts facts = findOut(codeSet);
-        return facts;
-    }
-    case CodeSet::EucJp: {
-        static const JapaneseCodecFacts facts = findOut(codeSet);
-        return facts;
-    }
-    case CodeSet::Iso2022Jp: {
-        static const JapaneseCodecFacts facts = findOut(codeSet);
-        return facts;
-    }
+    case CodeSet::ShiftJis:
+        return steadyAsciiFact<CodeSet::ShiftJis>();
+    case CodeSet::EucJp:
+        return steadyAsciiFact<CodeSet::EucJp>();
+    case CodeSet::Iso2022Jp:
+        return steadyAsciiFact<CodeSet::Iso2022Jp>();
     default:
-        return none;
+        return false;
+    }
+}
+
+bool JapaneseCodecFacts::lineFeedsAreBytes(int codeSet)
+{
+    switch (codeSet) {
+    case CodeSet::ShiftJis:
+        return lineFeedFact<CodeSet::ShiftJis>();
+    case CodeSet::EucJp:
+        return lineFeedFact<CodeSet::EucJp>();
+    default:
+        return false;
     }
 }

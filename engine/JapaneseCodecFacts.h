@@ -3,16 +3,20 @@
 /// What the toolkit's codec of a Japanese code set was found to do, by trying
 /// it. The codecs differ between platforms (the toolkit's own, or those of
 /// ICU), so a short cut that relies on such a fact asks here first.
-struct JapaneseCodecFacts {
-    /// Text that ByteScan::isSteadyAscii() accepts decodes to itself.
-    bool keepsSteadyAscii = false;
+///
+/// A fact is found at the first question about the code set, which takes up to
+/// some milliseconds. It is never claimed for a codec that the toolkit lacks.
+/// May be called from any thread.
+namespace JapaneseCodecFacts {
 
-    /// Decoded text, also of broken content, holds exactly one line feed for
-    /// each byte 0A of the content, and no other.
-    bool lineFeedsAreBytes = false;
+/// Text that is all steady ASCII (see ByteScan) decodes to itself. Asked of
+/// CodeSet::ShiftJis, EucJp and Iso2022Jp; false for any other number.
+bool keepsSteadyAscii(int codeSet);
 
-    /// The facts for CodeSet::ShiftJis, EucJp or Iso2022Jp; none hold for any
-    /// other number or a codec that the toolkit lacks. Found at the first call
-    /// for the number. May be called from any thread.
-    static const JapaneseCodecFacts &of(int codeSet);
-};
+/// Decoded text, also of broken content, holds exactly one line feed for each
+/// byte 0A of the content, and no other. Asked of CodeSet::ShiftJis and EucJp;
+/// false for any other number: in ISO 2022-JP a line feed may stand inside
+/// two-byte mode.
+bool lineFeedsAreBytes(int codeSet);
+
+} // namespace JapaneseCodecFacts

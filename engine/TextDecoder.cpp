@@ -3,6 +3,7 @@
 #include "engine/ByteScan.h"
 #include "engine/CodeSet.h"
 #include "engine/JapaneseCodecFacts.h"
+#include "engine/JapaneseTable.h"
 
 #include <QTextCodec>
 #include <QtEndian>
@@ -46,33 +47,30 @@ bool isUtf16(const QTextCodec *codec)
     return codec->mibEnum() == Utf16BeMib || codec->mibEnum() == Utf16LeMib;
 }
 
-// The facts are about this very object: another codec of the same name, such as
-// the locale's, may have another table.
-const JapaneseCodecFacts *japaneseFacts(const QTextCodec *codec)
+// CodeSet::Default when it is no Japanese codec of the table. What is known of
+// those holds for these very objects: another codec of the same name, such as
+// the locale's, may have another mapping.
+int japaneseCodeSetOf(const QTextCodec *codec)
 {
     for (const int number : {CodeSet::ShiftJis, CodeSet::EucJp, CodeSet::Iso2022Jp}) {
         if (codec == CodeSet::codec(number))
-            return &JapaneseCodecFacts::of(number);
+            return number;
     }
-    return nullptr;
+    return CodeSet::Default;
 }
 
 bool keepsSteadyAscii(const QTextCodec *codec)
 {
-    if (codec->mibEnum() == Utf8Mib)
-        return true;
-    const JapaneseCodecFacts *facts = japaneseFacts(codec);
-    return facts != nullptr && facts->keepsSteadyAscii;
+    return codec->mibEnum() == Utf8Mib
+        || JapaneseCodecFacts::keepsSteadyAscii(japaneseCodeSetOf(codec));
 }
 
 bool lineFeedsAreBytes(const QTextCodec *codec)
 {
     // A line feed byte inside a broken UTF-8 sequence ends the sequence and
     // stands for itself, also where two pieces meet.
-    if (codec->mibEnum() == Utf8Mib)
-        return true;
-    const JapaneseCodecFacts *facts = japaneseFacts(codec);
-    return facts != nullptr && facts->lineFeedsAreBytes;
+    return codec->mibEnum() == Utf8Mib
+        || JapaneseCodecFacts::lineFeedsAreBytes(japaneseCodeSetOf(codec));
 }
 
 void removeCarriageReturns(QString *text)
@@ -118,6 +116,15 @@ QString decodeUtf16(const Content &content, bool bigEndian)
         text.remove(0, 1);
     removeCarriageReturns(&text);
     return text;
+}
+
+bool decodeByTable(const Content &content, const QTextCodec *codec, QString *text)
+{
+    const JapaneseTable *table = JapaneseTable::of(japaneseCodeSetOf(codec));
+    if (table == nullptr || !table->decode(content.bytes, content.size, text))
+        return false;
+    removeCarriageReturns(text);
+    return true;
 }
 
 QString decodeInPieces(const Content &content, const QTextCodec *codec)
@@ -174,8 +181,14 @@ QString decodeText(const char *bytes, qint64 size, int codeSet)
     const QTextCodec *codec = codecFor(content, codeSet);
     if (isUtf16(codec))
         return decodeUtf16(content, codec->mibEnum() == Utf16BeMib);
-    if (keepsSteadyAscii(codec) && ByteScan::isSteadyAscii(content.bytes, content.size))
-        return decodeAscii(content);
+    if (keepsSteadyAscii(codec)) {
+        const ByteScan::Ascii ascii = ByteScan::asciiOf(content.bytes, content.size);
+        if (ascii == ByteScan::Ascii::AllSteady)
+            return decodeAscii(content);
+        QString text;
+        if (ascii == ByteScan::Ascii::SteadyAndHigh && decodeByTable(content, codec, &text))
+            return text;
+    }
     return decodeInPieces(content, codec);
 }
 
