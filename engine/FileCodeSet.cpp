@@ -48,14 +48,16 @@ int useFallback(int *lineEnd, bool *bom, const DetectionSettings &settings)
 } // namespace
 
 int codeSetOfContent(const char *bytes, qint64 readSize, qint64 fileSize,
-                     const DetectionSettings &settings, int *lineEnd)
+                     const DetectionSettings &settings, int *lineEnd, bool *bom)
 {
     if (lineEnd != nullptr)
         *lineEnd = CodeSet::CrLf;
+    if (bom != nullptr)
+        *bom = false;
     if (isTooLarge(fileSize, settings))
         return kFileRefused;
     const int size = sampleSizeOf(std::min(readSize, fileSize), settings);
-    return codeSetOfSample(bytes, size, lineEnd, nullptr, settings);
+    return codeSetOfSample(bytes, size, lineEnd, bom, settings);
 }
 
 int getFileCodeSet(const QString &path, int *lineEnd, const DetectionSettings &settings)

@@ -37,9 +37,10 @@ using AutoDetectionBox = std::function<void(const QString &title, const QString 
 /// fileSize is its size as opened. Returns the code-set number, or kFileRefused
 /// for a file above sizeLimitBytes or kLargestText, or with four zero bytes in
 /// a row in the sample. *lineEnd (may be null) becomes a CodeSet::LineEnd, CrLf
-/// for a refused file.
+/// for a refused file; *bom (may be null) whether a byte-order mark was
+/// recognised.
 int codeSetOfContent(const char *bytes, qint64 readSize, qint64 fileSize,
-                     const DetectionSettings &settings, int *lineEnd);
+                     const DetectionSettings &settings, int *lineEnd, bool *bom = nullptr);
 
 /// For the search: the same for the file at path, of which only the sample is
 /// read. A file that cannot be opened, or is no regular file, gives

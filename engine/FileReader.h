@@ -1,5 +1,7 @@
 #pragma once
 
+#include "engine/RegularFile.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -13,17 +15,11 @@ public:
         TooLarge ///< over the limit: nothing was read
     };
 
-    enum class TypeCheck {
-        WhenOpen, ///< the name comes from a listing that told a regular file
-        BeforeOpen ///< the name comes from elsewhere: a device is not even opened
-    };
+    using TypeCheck = RegularFile::TypeCheck;
 
-    /// What a text of this program can hold, whatever the limit says.
-    static constexpr qint64 kMaxBytes = 0x3fffff00;
-
-    /// limit in bytes, on the size that the file has when it is opened. The
-    /// open never blocks. A file that grows meanwhile is read up to the limit,
-    /// one that shrinks or fails in the middle up to there.
+    /// limit in bytes, on the size that the file has when it is opened; never
+    /// more than kLargestText. The open never blocks. A file that grows meanwhile is read up to the
+    /// limit, one that shrinks or fails in the middle up to there.
     Status read(const QString &path, qint64 limit, TypeCheck check);
 
     const char *content() const { return m_buffer.constData(); }

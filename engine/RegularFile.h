@@ -9,7 +9,12 @@
 /// at a time; the file is closed with it.
 class RegularFile {
 public:
-    explicit RegularFile(const QString &path);
+    enum class TypeCheck {
+        WhenOpen, ///< for a name that a listing told to be a regular file's
+        BeforeOpen ///< for any other name: a device is not even opened
+    };
+
+    explicit RegularFile(const QString &path, TypeCheck check = TypeCheck::BeforeOpen);
     ~RegularFile();
     RegularFile(const RegularFile &) = delete;
     RegularFile &operator=(const RegularFile &) = delete;
@@ -23,6 +28,10 @@ public:
     /// Returns how many; fewer than maximum only at the end of the file or
     /// after an error, 0 when it is not open.
     qint64 read(char *buffer, qint64 maximum);
+
+    /// The same with one call to the system: may return less in the middle of
+    /// the file, but 0 only at its end.
+    qint64 readSome(char *buffer, qint64 maximum);
 
 private:
     static constexpr qintptr kClosed = -1;

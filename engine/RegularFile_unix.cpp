@@ -1,7 +1,8 @@
 #include "engine/RegularFile.h"
 
-#include <QFile>
+#include "engine/NativePath.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -9,11 +10,16 @@
 
 namespace {
 
-int openWithoutBlocking(const QString &path)
+bool isRegular(const QByteArray &name)
+{
+    struct stat status = {};
+    return ::stat(name.constData(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+int openWithoutBlocking(const QByteArray &name)
 {
     // O_NONBLOCK: a FIFO without a writer would hold the thread for ever.
     // O_NOCTTY: a terminal must not become the program's own.
-    const QByteArray name = QFile::encodeName(path);
     int descriptor = -1;
     do {
         descriptor = ::open(name.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
@@ -23,9 +29,12 @@ int openWithoutBlocking(const QString &path)
 
 } // namespace
 
-RegularFile::RegularFile(const QString &path)
+RegularFile::RegularFile(const QString &path, TypeCheck check)
 {
-    const int descriptor = openWithoutBlocking(path);
+    const QByteArray name = NativePath::toNative(path);
+    if (check == TypeCheck::BeforeOpen && !isRegular(name))
+        return;
+    const int descriptor = openWithoutBlocking(name);
     if (descriptor == -1)
         return;
     struct stat status = {};
@@ -43,18 +52,13 @@ RegularFile::~RegularFile()
         ::close(int(m_handle));
 }
 
-qint64 RegularFile::read(char *buffer, qint64 maximum)
+qint64 RegularFile::readSome(char *buffer, qint64 maximum)
 {
     if (!isOpen())
         return 0;
-    qint64 total = 0;
-    while (total < maximum) {
-        const ssize_t got = ::read(int(m_handle), buffer + total, size_t(maximum - total));
-        if (got == -1 && errno == EINTR)
-            continue;
-        if (got <= 0)
-            break;
-        total += got;
-    }
-    return total;
+    ssize_t got = -1;
+    do {
+        got = ::read(int(m_handle), buffer, size_t(maximum));
+    } while (got == -1 && errno == EINTR);
+    return std::max<ssize_t>(got, 0);
 }

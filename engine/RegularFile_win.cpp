@@ -26,11 +26,21 @@ HANDLE handleOf(qintptr handle)
     return reinterpret_cast<HANDLE>(handle);
 }
 
+// A name that is opened may be a device's ("CON"), which the attributes tell
+// without opening it.
+bool isDevice(const QString &name)
+{
+    const DWORD attributes = GetFileAttributesW(reinterpret_cast<const wchar_t *>(name.utf16()));
+    return attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DEVICE) != 0;
+}
+
 } // namespace
 
-RegularFile::RegularFile(const QString &path)
+RegularFile::RegularFile(const QString &path, TypeCheck check)
 {
     const QString name = platformName(path);
+    if (check == TypeCheck::BeforeOpen && isDevice(name))
+        return;
     const HANDLE handle = CreateFileW(reinterpret_cast<const wchar_t *>(name.utf16()), GENERIC_READ,
                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                       nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
@@ -51,18 +61,12 @@ RegularFile::~RegularFile()
         CloseHandle(handleOf(m_handle));
 }
 
-qint64 RegularFile::read(char *buffer, qint64 maximum)
+qint64 RegularFile::readSome(char *buffer, qint64 maximum)
 {
     if (!isOpen())
         return 0;
     constexpr qint64 kLargestRead = 1 << 30; // the call counts in 32 bits
-    qint64 total = 0;
-    while (total < maximum) {
-        const DWORD wanted = DWORD(std::min(maximum - total, kLargestRead));
-        DWORD got = 0;
-        if (ReadFile(handleOf(m_handle), buffer + total, wanted, &got, nullptr) == 0 || got == 0)
-            break;
-        total += got;
-    }
-    return total;
+    const DWORD wanted = DWORD(std::min(maximum, kLargestRead));
+    DWORD got = 0;
+    return ReadFile(handleOf(m_handle), buffer, wanted, &got, nullptr) == 0 ? 0 : qint64(got);
 }

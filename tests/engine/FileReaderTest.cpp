@@ -1,6 +1,7 @@
 #include "engine/FileReader.h"
 
 #include "engine/NativePath.h"
+#include "engine/TextDecoder.h"
 #include "tests/support/OpenWatch.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/ScratchFolder.h"
@@ -20,7 +21,7 @@ using TypeCheck = FileReader::TypeCheck;
 
 namespace {
 
-constexpr qint64 kNoLimit = FileReader::kMaxBytes;
+constexpr qint64 kNoLimit = kLargestText;
 
 /// Every byte tells where it stands, so that a piece that is missing, doubled
 /// or left over from another file shows.
@@ -154,7 +155,7 @@ void FileReaderTest::aFileAsLargeAsTheLimitIsRead()
 
 void FileReaderTest::noTextIsLargerThanTheProgramCanHold()
 {
-    const qint64 size = FileReader::kMaxBytes + 1;
+    const qint64 size = kLargestText + 1;
     if (!m_tree->sparseFile("huge", size))
         QSKIP("no file of that size without its room on the disk");
     FileReader reader;

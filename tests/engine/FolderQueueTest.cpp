@@ -4,6 +4,7 @@
 #include <QTest>
 
 #include <atomic>
+#include <mutex>
 #include <thread>
 #include <vector>
 
@@ -329,7 +330,7 @@ private:
         if (m_listing.fetch_add(1) != 0 && isLink)
             ++linksTogether;
         {
-            const QMutexLocker lock(&m_mutex);
+            const std::lock_guard lock(m_mutex);
             listed.append(folder);
             if (isLink)
                 links.append(folder);
@@ -346,7 +347,7 @@ private:
     }
 
     FolderQueue m_queue;
-    QMutex m_mutex;
+    std::mutex m_mutex;
     std::atomic<int> m_listing{0};
 };
 
