@@ -192,7 +192,7 @@ void GarbageFilesTest::anySettingMayHaveAnyValue()
 
 void GarbageFilesTest::randomBytesAreReadAndSaved()
 {
-    for (int i = 0; i < 40; ++i) {
+    for (int i = 0; i < 20; ++i) {
         QByteArray content;
         for (size_t n = m_random() % 3000; n > 0; --n)
             content += static_cast<char>(m_random());
@@ -204,7 +204,7 @@ void GarbageFilesTest::randomBytesAreReadAndSaved()
 
 void GarbageFilesTest::randomPiecesAreReadAndSaved()
 {
-    for (int i = 0; i < 60; ++i) {
+    for (int i = 0; i < 40; ++i) {
         QByteArray content;
         for (size_t n = m_random() % 200; n > 0; --n)
             content +=
