@@ -369,14 +369,14 @@ void IniDocumentTest::anyBytesSurviveReadingAndWriting()
 
 void IniDocumentTest::aDocumentOfManyLinesIsChangedInReasonableSteps()
 {
-    QByteArray bytes = QByteArray("; comment\n").repeated(50000);
-    for (int i = 0; i < 50000; ++i)
+    QByteArray bytes = QByteArray("; comment\n").repeated(5000);
+    for (int i = 0; i < 5000; ++i)
         bytes += "key" + QByteArray::number(i) + "=1\n";
     IniDocument document(bytes, Form::Utf8);
     for (int i = 0; i < 80; ++i)
         document.setValue(QStringLiteral("new%1").arg(i), i);
     const IniDocument again(document.toBytes(), Form::Utf8);
-    QCOMPARE(again.value(QStringLiteral("key49999")).toInt(), 1);
+    QCOMPARE(again.value(QStringLiteral("key4999")).toInt(), 1);
     QCOMPARE(again.value(QStringLiteral("new79")).toInt(), 79);
 }
 
