@@ -2,6 +2,7 @@
 
 #include "settings/SaveSteps.h"
 #include "tests/support/FileTime.h"
+#include "tests/support/OrdinaryUser.h"
 #include "tests/support/ScratchFolder.h"
 
 #include <QDir>
@@ -175,11 +176,16 @@ void IniFileTest::aFailedStepLeavesTheOldFile()
 void IniFileTest::anUnreadableFileIsNotReplaced()
 {
     m_folder->write(QStringLiteral("a.ini"), kOld);
-    QFile::setPermissions(path(), QFileDevice::WriteOwner);
-    if (QFile file(path()); file.open(QIODevice::ReadOnly))
-        QSKIP("this user may read any file");
-    QVERIFY(!setKey(QStringLiteral("b"), 2));
-    QFile::setPermissions(path(), QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    constexpr QFileDevice::Permissions kEverything(0x7777);
+    QVERIFY(QFile::setPermissions(m_folder->path(), kEverything));
+    QVERIFY(QFile::setPermissions(path(), QFileDevice::WriteOwner));
+    {
+        const OrdinaryUser user;
+        if (!user.inForce())
+            QSKIP("permissions mean nothing here");
+        QVERIFY(!setKey(QStringLiteral("b"), 2));
+    }
+    QVERIFY(QFile::setPermissions(path(), QFileDevice::ReadOwner | QFileDevice::WriteOwner));
     QCOMPARE(m_folder->read(QStringLiteral("a.ini")), kOld);
 }
 

@@ -182,12 +182,14 @@ private:
     bool m_mounted;
 };
 
-/// What runs a command as somebody without rights; empty when nothing does.
-/// Only the super-user is not bound by rights.
+/// Changes command so that somebody without the super-user's rights runs it;
+/// false when that is not possible.
 bool asOrdinaryUser(QStringList &command)
 {
-    if (run({QStringLiteral("sh"), QStringLiteral("-c"), QStringLiteral("test $(id -u) = 0")}) != 0)
-        return true;
+    const int superUser =
+        run({QStringLiteral("sh"), QStringLiteral("-c"), QStringLiteral("test $(id -u) = 0")});
+    if (superUser != 0)
+        return superUser == 1;
     const QStringList prefix{QStringLiteral("setpriv"), QStringLiteral("--reuid=65534"),
                              QStringLiteral("--regid=65534"), QStringLiteral("--clear-groups")};
     command = prefix + command;
