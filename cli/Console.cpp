@@ -196,7 +196,8 @@ void Console::writeOutputError()
 
 int Console::exitStatus() const
 {
-    if (m_interrupted)
+    // A run may have ended before the signal was delivered.
+    if (m_interrupted || Interrupt::isPending())
         return Interrupted;
     if (!m_output.errorText().isEmpty())
         return Failure;

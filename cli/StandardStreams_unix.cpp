@@ -34,12 +34,14 @@ StandardStreams::WriteResult StandardStreams::write(Stream stream, const QByteAr
     while (done < bytes.size()) {
         const ssize_t count = ::write(static_cast<int>(stream), bytes.constData() + done,
                                       static_cast<size_t>(bytes.size() - done));
-        if (count >= 0) {
-            done += count;
-        } else if (errno == EPIPE || (errno == EINTR && giveUp())) {
+        const int error = count < 0 ? errno : 0;
+        done += qMax<ssize_t>(count, 0);
+        // A signal ends a write that has begun with a short count, not an error.
+        const bool cut = error == EINTR || (error == 0 && done < bytes.size());
+        if (error == EPIPE || (cut && giveUp()))
             return WriteResult::Closed;
-        } else if (errno != EINTR) {
-            *errorText = QString::fromLocal8Bit(std::strerror(errno));
+        if (error != 0 && error != EINTR) {
+            *errorText = QString::fromLocal8Bit(std::strerror(error));
             return WriteResult::Failed;
         }
     }

@@ -1,0 +1,361 @@
+#include "tests/cli/CliRun.h"
+#include "tests/support/ScratchFolder.h"
+
+#include <QProcessEnvironment>
+#include <QSet>
+#include <QTest>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/ioctl.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+namespace {
+
+/// Many times what a pipe holds, so that a program whose output nobody reads
+/// cannot end by itself.
+constexpr int kManyFiles = 400;
+const QByteArray kManyHits = QByteArray("a line that holds foo and some more text\n").repeated(100);
+
+QStringList words(const char *line)
+{
+    return QString::fromUtf8(line).split(QLatin1Char(' '));
+}
+
+/// A pipe as a file name; this side reads, and need not.
+class NamedPipe {
+public:
+    explicit NamedPipe(const QString &path) : m_path(path)
+    {
+        if (::mkfifo(path.toUtf8().constData(), 0600) != 0)
+            qFatal("cannot make %s", qPrintable(path));
+        m_descriptor = ::open(path.toUtf8().constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    }
+    ~NamedPipe() { close(); }
+    Q_DISABLE_COPY(NamedPipe)
+
+    QString path() const { return m_path; }
+    void close()
+    {
+        if (m_descriptor >= 0)
+            ::close(m_descriptor);
+        m_descriptor = -1;
+    }
+    /// Waits until the writer has filled the pipe.
+    bool waitUntilFull() const
+    {
+        const int capacity = ::fcntl(m_descriptor, F_GETPIPE_SZ);
+        for (int i = 0; i < 60000; ++i) {
+            int waiting = 0;
+            ::ioctl(m_descriptor, FIONREAD, &waiting);
+            if (waiting >= capacity)
+                return true;
+            ::usleep(1000);
+        }
+        return false;
+    }
+    /// The next line, or what there is of it when no more comes.
+    QByteArray readLine()
+    {
+        while (!m_unread.contains('\n')) {
+            char buffer[65536];
+            struct pollfd wait = {m_descriptor, POLLIN, 0};
+            if (::poll(&wait, 1, 60000) <= 0)
+                break;
+            const ssize_t count = ::read(m_descriptor, buffer, sizeof buffer);
+            if (count <= 0)
+                break;
+            m_unread.append(buffer, static_cast<int>(count));
+        }
+        const QByteArray line = m_unread.left(m_unread.indexOf('\n') + 1);
+        m_unread.remove(0, line.size());
+        return line;
+    }
+
+private:
+    QString m_path;
+    int m_descriptor = -1;
+    QByteArray m_unread;
+};
+
+/// A terminal that a program can be run on; keeps what is written to it.
+class PseudoTerminal {
+public:
+    PseudoTerminal() : m_descriptor(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC))
+    {
+        if (m_descriptor < 0 || ::grantpt(m_descriptor) != 0 || ::unlockpt(m_descriptor) != 0)
+            qFatal("no pseudo-terminal");
+        struct winsize size = {};
+        size.ws_row = 25;
+        size.ws_col = 60;
+        ::ioctl(m_descriptor, TIOCSWINSZ, &size);
+        // Held open, or the text is lost when the program's end is closed.
+        m_other = ::open(path().toUtf8().constData(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    }
+    ~PseudoTerminal()
+    {
+        ::close(m_other);
+        ::close(m_descriptor);
+    }
+    Q_DISABLE_COPY(PseudoTerminal)
+
+    QString path() const { return QString::fromLocal8Bit(::ptsname(m_descriptor)); }
+    QByteArray written() const
+    {
+        QByteArray bytes;
+        struct pollfd wait = {m_descriptor, POLLIN, 0};
+        while (::poll(&wait, 1, 200) > 0 && (wait.revents & POLLIN) != 0) {
+            char buffer[4096];
+            const ssize_t count = ::read(m_descriptor, buffer, sizeof buffer);
+            if (count <= 0)
+                break;
+            bytes.append(buffer, static_cast<int>(count));
+        }
+        return bytes;
+    }
+
+private:
+    int m_descriptor;
+    int m_other = -1;
+};
+
+} // namespace
+
+/// Pipes, terminals, Ctrl+C, and trees with what is no text file.
+class CliStreamsTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void ctrlCAbortsAndEndsWith130_data();
+    void ctrlCAbortsAndEndsWith130();
+    void ctrlCInALineCountEndsWith130();
+    void aClosedPipeEndsTheRunQuietly_data();
+    void aClosedPipeEndsTheRunQuietly();
+    void aFullDeviceIsAnError();
+    void aFullDeviceIsAnErrorForTheHelpToo();
+    void outputToASlowReaderIsWholeAndUnmixed();
+    void progressIsShownOnATerminalAndRemoved();
+    void noProgressWithoutATerminal();
+    void oddEntriesNeitherStopNorHangARun();
+    void namesThatAreNoUtf8AreSearchedAndPrintedAsTheyAre();
+    void japaneseNamesAreFoundInThePlainLocale();
+
+private:
+    ScratchFolder m_many;
+    ScratchFolder m_scratch;
+};
+
+void CliStreamsTest::initTestCase()
+{
+    for (int i = 0; i < kManyFiles; ++i)
+        m_many.write(QStringLiteral("%1/%2.txt").arg(i % 10).arg(i), kManyHits);
+}
+
+void CliStreamsTest::ctrlCAbortsAndEndsWith130_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::newRow("as they come") << QStringList();
+    QTest::newRow("sorted") << words("--sort");
+    QTest::newRow("json") << words("--format json");
+}
+
+void CliStreamsTest::ctrlCAbortsAndEndsWith130()
+{
+    QFETCH(QStringList, options);
+    const NamedPipe pipe(m_scratch.filePath(QString::fromLatin1(QTest::currentDataTag())));
+    QProcess process;
+    CliRun::prepare(process, options + QStringList{QStringLiteral("foo"), m_many.path()});
+    process.setStandardOutputFile(pipe.path());
+    process.start();
+    QVERIFY(pipe.waitUntilFull());
+    ::kill(static_cast<pid_t>(process.processId()), SIGINT);
+    QCOMPARE(CliRun::waitForExit(process), 130);
+    QCOMPARE(process.readAllStandardError(), QByteArray());
+}
+
+void CliStreamsTest::ctrlCInALineCountEndsWith130()
+{
+    ScratchFolder tree;
+    const QString longName(200, QLatin1Char('n'));
+    for (int i = 0; i < 1000; ++i)
+        tree.write(longName + QString::number(i), "x\n");
+    const NamedPipe pipe(m_scratch.filePath(QStringLiteral("lineCount")));
+    QProcess process;
+    CliRun::prepare(process, {QStringLiteral("--line-count"), tree.path()});
+    process.setStandardOutputFile(pipe.path());
+    process.start();
+    QVERIFY(pipe.waitUntilFull());
+    ::kill(static_cast<pid_t>(process.processId()), SIGINT);
+    QCOMPARE(CliRun::waitForExit(process), 130);
+}
+
+void CliStreamsTest::aClosedPipeEndsTheRunQuietly_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::newRow("result") << words("foo");
+    QTest::newRow("grep") << words("--format grep foo");
+    QTest::newRow("encodings") << words("--encodings --sort");
+}
+
+void CliStreamsTest::aClosedPipeEndsTheRunQuietly()
+{
+    QFETCH(QStringList, options);
+    NamedPipe pipe(m_scratch.filePath(QStringLiteral("closed ")
+                                      + QString::fromLatin1(QTest::currentDataTag())));
+    QProcess process;
+    CliRun::prepare(process, options + QStringList(m_many.path()));
+    process.setStandardOutputFile(pipe.path());
+    process.start();
+    QVERIFY(pipe.readLine().endsWith('\n'));
+    pipe.close();
+    QCOMPARE(CliRun::waitForExit(process), 0);
+    QCOMPARE(process.readAllStandardError(), QByteArray());
+}
+
+void CliStreamsTest::aFullDeviceIsAnError()
+{
+    QProcess process;
+    CliRun::prepare(process, {QStringLiteral("foo"), m_many.path()});
+    process.setStandardOutputFile(QStringLiteral("/dev/full"));
+    process.start();
+    QCOMPARE(CliRun::waitForExit(process), 2);
+    QCOMPARE(process.readAllStandardError(),
+             QByteArray("sarvik-cli: cannot write the results: No space left on device\n"));
+}
+
+void CliStreamsTest::aFullDeviceIsAnErrorForTheHelpToo()
+{
+    QProcess process;
+    CliRun::prepare(process, words("-h"));
+    process.setStandardOutputFile(QStringLiteral("/dev/full"));
+    process.start();
+    QCOMPARE(CliRun::waitForExit(process), 2);
+}
+
+void CliStreamsTest::outputToASlowReaderIsWholeAndUnmixed()
+{
+    NamedPipe pipe(m_scratch.filePath(QStringLiteral("slow")));
+    QProcess process;
+    CliRun::prepare(process, {QStringLiteral("foo"), m_many.path()});
+    process.setStandardOutputFile(pipe.path());
+    process.start();
+    QVERIFY(pipe.waitUntilFull());
+    QSet<QByteArray> heads;
+    for (int file = 0; file < kManyFiles; ++file) {
+        const QByteArray head = pipe.readLine();
+        QVERIFY2(head.startsWith("::"), head.constData());
+        heads += head;
+        for (int line = 1; line <= 100; ++line)
+            QCOMPARE(pipe.readLine(),
+                     "  " + QByteArray::number(line).rightJustified(5)
+                         + ":   19:a line that holds foo and some more text\n");
+    }
+    QCOMPARE(heads.size(), kManyFiles);
+    QCOMPARE(CliRun::waitForExit(process), 0);
+}
+
+void CliStreamsTest::progressIsShownOnATerminalAndRemoved()
+{
+    const PseudoTerminal terminal;
+    QProcess process;
+    CliRun::prepare(process, {QStringLiteral("foo"), m_many.path()});
+    process.setStandardErrorFile(terminal.path());
+    process.start();
+    QCOMPARE(CliRun::waitForExit(process), 0);
+    const QByteArray written = terminal.written();
+    QVERIFY2(written.startsWith("\r\x1b[Ksearched 0, hits 0, queued: folders 0, files 0 "),
+             written.constData());
+    QVERIFY2(written.endsWith("\r\x1b[K"), written.constData());
+    QVERIFY(!written.contains('\n'));
+    for (const QByteArray &shown : written.split('\r'))
+        QVERIFY2(QByteArray(shown).replace("\x1b[K", "").size() < 60, shown.constData());
+}
+
+void CliStreamsTest::noProgressWithoutATerminal()
+{
+    const CliRun run({QStringLiteral("foo"), m_many.path()});
+    QCOMPARE(run.errors(), QByteArray());
+    QCOMPARE(run.exitStatus(), 0);
+}
+
+void CliStreamsTest::oddEntriesNeitherStopNorHangARun()
+{
+    ScratchFolder tree;
+    const auto at = [&](const char *name) {
+        return tree.filePath(QLatin1String(name)).toUtf8();
+    };
+    tree.write(QStringLiteral("real/a.txt"), "foo\n");
+    tree.write(QStringLiteral("line\nfeed.txt"), "foo\n");
+    tree.write(QStringLiteral("empty.txt"), "");
+    QCOMPARE(::mkfifo(at("fifo.txt").constData(), 0600), 0);
+    QCOMPARE(::symlink("real", at("loop1").constData()), 0);
+    QCOMPARE(::symlink("..", at("real/up").constData()), 0);
+    QCOMPARE(::symlink("nowhere", at("dangling.txt").constData()), 0);
+    QCOMPARE(::symlink("itself.txt", at("itself.txt").constData()), 0);
+    QCOMPARE(::symlink("/dev/zero", at("zero.txt").constData()), 0);
+    const int socketDescriptor = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    struct sockaddr_un address = {};
+    address.sun_family = AF_UNIX;
+    qstrncpy(address.sun_path, at("socket.txt").constData(), sizeof address.sun_path);
+    QCOMPARE(
+        ::bind(socketDescriptor, reinterpret_cast<struct sockaddr *>(&address), sizeof address), 0);
+
+    const CliRun run(words("--format grep --sort foo ."), tree.path());
+    ::close(socketDescriptor);
+    QCOMPARE(run.output(), QByteArray("./line\nfeed.txt:1:1:foo\n./real/a.txt:1:1:foo\n"));
+    QCOMPARE(run.exitStatus(), 0);
+}
+
+void CliStreamsTest::namesThatAreNoUtf8AreSearchedAndPrintedAsTheyAre()
+{
+    ScratchFolder tree;
+    const QByteArray folder = tree.path().toUtf8() + "f\x81";
+    QCOMPARE(::mkdir(folder.constData(), 0700), 0);
+    const QByteArray name = folder + "/\xff\xfe.txt";
+    const int descriptor = ::open(name.constData(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+    QCOMPARE(::write(descriptor, "foo\n", 4), 4);
+    ::close(descriptor);
+
+    QCOMPARE(CliRun(words("--format grep foo ."), tree.path()).output(),
+             QByteArray("./f\x81/\xff\xfe.txt:1:1:foo\n"));
+    QCOMPARE(CliRun(words("--format json foo ."), tree.path()).output(),
+             "{\"path\":\"./f\xef\xbf\xbd/\xef\xbf\xbd\xef\xbf\xbd.txt\",\"pathBase64\":\""
+                 + QByteArray("./f\x81/\xff\xfe.txt").toBase64()
+                 + "\",\"line\":1,\"column\":1,\"text\":\"foo\",\"encoding\":\"Shift-JIS\"}\n");
+    QCOMPARE(CliRun(words("--line-count ."), tree.path()).output().split('\n').first(),
+             QByteArray("      2 ./f\x81/\xff\xfe.txt"));
+    QCOMPARE(CliRun(words("--encodings ."), tree.path()).output(),
+             QByteArray("./f\x81/\xff\xfe.txt\t1\tShift-JIS\tCRLF\t0\n"));
+    ::unlink(name.constData());
+    ::rmdir(folder.constData());
+}
+
+void CliStreamsTest::japaneseNamesAreFoundInThePlainLocale()
+{
+    ScratchFolder tree;
+    tree.write(QStringLiteral("港/灯台.txt"), "灯台\n");
+    for (const char *locale : {"C", "POSIX", "no_such_locale"}) {
+        QProcess process;
+        CliRun::prepare(process,
+                        {QStringLiteral("--format"), QStringLiteral("grep"), QStringLiteral("灯台"),
+                         QStringLiteral("港")});
+        QProcessEnvironment environment = process.processEnvironment();
+        environment.insert(QStringLiteral("LC_ALL"), QLatin1String(locale));
+        process.setProcessEnvironment(environment);
+        process.setWorkingDirectory(tree.path());
+        process.start();
+        QCOMPARE(CliRun::waitForExit(process), 0);
+        QCOMPARE(process.readAllStandardOutput(), QByteArray("港/灯台.txt:1:1:灯台\n"));
+        QCOMPARE(process.readAllStandardError(), QByteArray());
+    }
+}
+
+QTEST_GUILESS_MAIN(CliStreamsTest)
+#include "CliStreamsTest.moc"
