@@ -43,7 +43,8 @@ inline void findUnsteady(const uchar *bytes, int size, Unsteady *unsteady)
         const uchar byte = bytes[i];
         const uchar shift = uchar(uchar(byte - 0x0E) <= 1);
         const uchar exchanged = uchar(uchar(byte - 0x1A) <= 2); // the escape 1B among them
-        ascii = uchar(ascii | uchar(byte == 0x7F) | shift | exchanged);
+        const uchar end = uchar(uchar(byte == 0) | uchar(byte == 0x7F));
+        ascii = uchar(ascii | end | shift | exchanged);
         high = uchar(high | byte);
     }
     unsteady->high = uchar(unsteady->high | (high & 0x80));

@@ -17,9 +17,10 @@ struct Summary {
 
 Summary summarise(const char *bytes, int size);
 
-/// What a text holds. Steady ASCII are the characters that the Japanese codecs
-/// have no other use for: neither the shifts (0E, 0F, 1B) nor the controls that
-/// the PC code pages exchange among themselves (1A, 1C, 7F).
+/// What a text holds. Steady ASCII are the characters that no Japanese codec has
+/// another use for: neither the shifts (0E, 0F, 1B), nor the controls that the
+/// PC code pages exchange among themselves (1A, 1C, 7F), nor 00, which one takes
+/// for an error.
 enum class Ascii {
     AllSteady, ///< nothing but steady ASCII
     SteadyAndHigh, ///< that, and bytes of 128 or above

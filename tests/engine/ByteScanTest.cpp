@@ -60,7 +60,7 @@ void ByteScanTest::lineEndsAreCountedBeyondWhatAByteCounts()
 
 void ByteScanTest::steadyAsciiLeavesOutWhatCodecsUse()
 {
-    const QByteArray unsteady("\x0E\x0F\x1A\x1B\x1C\x7F");
+    const QByteArray unsteady("\0\x0E\x0F\x1A\x1B\x1C\x7F", 7);
     for (int value = 0; value < 256; ++value) {
         const char byte = char(value);
         const ByteScan::Ascii expected = value >= 0x80 ? ByteScan::Ascii::SteadyAndHigh

@@ -58,11 +58,11 @@ void JapaneseTableTest::everyCodeIsReadAsTheCodecReadsIt()
             if (!read(codeSet, bytes, &text))
                 continue;
             QCOMPARE(text, CodeSet::codec(codeSet)->toUnicode(bytes));
-            ++known;
+            known += int(text.size() == 1);
         }
     }
-    // The characters of JIS X 0208.
-    QVERIFY2(known > 6879, QByteArray::number(known).constData());
+    // The characters of JIS X 0208 and the half-width katakana.
+    QVERIFY2(known >= 6879 + 63, QByteArray::number(known).constData());
 }
 
 void JapaneseTableTest::charactersInARowAreRead_data()
@@ -73,7 +73,7 @@ void JapaneseTableTest::charactersInARowAreRead_data()
 void JapaneseTableTest::charactersInARowAreRead()
 {
     QFETCH(int, codeSet);
-    const QString line = QStringLiteral("abc 検索ｱｲｳ defghijklmnop、①髙あいう\t");
+    const QString line = QStringLiteral("abc 検索ｱｲｳ defghijklmnop、あいう\t");
     QString text;
     for (int gap = 0; gap < 10; ++gap) {
         const QString expected = QString(gap, QLatin1Char('x')) + line + line;
@@ -107,8 +107,8 @@ void JapaneseTableTest::whatTheTableLacksIsRefused()
 void JapaneseTableTest::nothingIsDropped()
 {
     QString text;
-    QVERIFY(read(CodeSet::ShiftJis, QByteArray("a\r\n\0\x82\xA0\r", 7), &text));
-    QCOMPARE(text, QStringLiteral("a\r\n") + QChar(0) + QStringLiteral("あ\r"));
+    QVERIFY(read(CodeSet::ShiftJis, "a\r\n\x82\xA0\r", &text));
+    QCOMPARE(text, QStringLiteral("a\r\nあ\r"));
 }
 
 void JapaneseTableTest::otherCodeSetsHaveNoTable()

@@ -39,6 +39,7 @@ private slots:
     void theMarkBehindTheMarkIsSearchable();
     void linesAreCounted_data();
     void linesAreCounted();
+    void aLineFeedBehindHalfALetterCountsIfTheStreamReadsIt();
 };
 
 namespace {
@@ -396,7 +397,6 @@ void TextDecoderTest::linesAreCounted_data()
     row("only line feeds", 1, "\n\n\n", 4);
     row("CR LF", 1, "a\r\nb\r\n", 3);
     row("CR only", 1, "a\rb\rc", 1);
-    row("line feed behind half a Shift-JIS letter", 1, "\x82\n\x82\n", 3);
     row("line feed behind half a UTF-8 letter", 4, "\xE3\n\xE3\x81\n\xF0\x9F\x98\n", 4);
     row("line feed inside UTF-16 units", 6, "\x0A\x0A\x0D\x0A\x0A\x30", 1);
     row("line feed unit in UTF-16BE", 5, QByteArray("\0a\0\x0A\0b\0\x0A", 8), 3);
@@ -415,6 +415,16 @@ void TextDecoderTest::linesAreCounted()
     QFETCH(QByteArray, content);
     QTEST(countLines(content.constData(), content.size(), codeSet), "lines");
     QTEST(streamed(content, codeSet).split(QLatin1Char('\n')).size(), "lines");
+}
+
+void TextDecoderTest::aLineFeedBehindHalfALetterCountsIfTheStreamReadsIt()
+{
+    // ICU's Shift-JIS lets the line feed stand, the toolkit's own swallows it.
+    const QByteArray content("\x82\n\x82\n\xA4\n\x8F\n\x8F\xB0\n");
+    for (int codeSet = 0; codeSet < CodeSet::kCount; ++codeSet) {
+        QCOMPARE(countLines(content.constData(), content.size(), codeSet),
+                 streamed(content, codeSet).count(QLatin1Char('\n')) + 1);
+    }
 }
 
 int main(int argc, char **argv)
