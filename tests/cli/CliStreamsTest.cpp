@@ -50,11 +50,8 @@ public:
     /// Waits until the writer has filled the pipe.
     bool waitUntilFull() const
     {
-        const int capacity = ::fcntl(m_descriptor, F_GETPIPE_SZ);
         for (int i = 0; i < 60000; ++i) {
-            int waiting = 0;
-            ::ioctl(m_descriptor, FIONREAD, &waiting);
-            if (waiting >= capacity)
+            if (isFull())
                 return true;
             ::usleep(1000);
         }
@@ -79,6 +76,21 @@ public:
     }
 
 private:
+    /// The bytes that wait do not tell: a page that is filled in part counts as
+    /// full.
+    bool isFull() const
+    {
+        int waiting = 0;
+        ::ioctl(m_descriptor, FIONREAD, &waiting);
+        if (waiting == 0)
+            return false;
+        const int writer = ::open(m_path.toUtf8().constData(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
+        struct pollfd room = {writer, POLLOUT, 0};
+        const bool full = ::poll(&room, 1, 0) == 0;
+        ::close(writer);
+        return full;
+    }
+
     QString m_path;
     int m_descriptor = -1;
     QByteArray m_unread;
