@@ -2,11 +2,42 @@
 
 #include <QtGlobal>
 
+#include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <csignal>
 #include <cstring>
+#include <poll.h>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <unistd.h>
+
+namespace {
+
+constexpr int kAskAgainMs = 50;
+
+/// Only a disk takes any amount at once; a pipe or a terminal that has room
+/// takes this much without waiting for its reader.
+size_t largestPiece(int descriptor)
+{
+    struct stat status = {};
+    const bool onDisk = ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+    return onDisk ? SSIZE_MAX : PIPE_BUF;
+}
+
+/// Waits until the stream has room, or something to say about itself. Ctrl+C may
+/// be told to any thread, so that a wait inside write() would not end with it.
+bool waitForRoom(int descriptor, const std::function<bool()> &giveUp)
+{
+    struct pollfd room = {descriptor, POLLOUT, 0};
+    while (::poll(&room, 1, kAskAgainMs) <= 0) {
+        if (giveUp())
+            return false;
+    }
+    return true;
+}
+
+} // namespace
 
 void StandardStreams::prepare()
 {
@@ -30,17 +61,19 @@ StandardStreams::WriteResult StandardStreams::write(Stream stream, const QByteAr
                                                     const std::function<bool()> &giveUp,
                                                     QString *errorText)
 {
+    const int descriptor = static_cast<int>(stream);
+    const size_t piece = largestPiece(descriptor);
     qint64 done = 0;
     while (done < bytes.size()) {
-        const ssize_t count = ::write(static_cast<int>(stream), bytes.constData() + done,
-                                      static_cast<size_t>(bytes.size() - done));
-        const int error = count < 0 ? errno : 0;
-        done += qMax<ssize_t>(count, 0);
-        // A signal ends a write that has begun with a short count, not an error.
-        const bool cut = error == EINTR || (error == 0 && done < bytes.size());
-        if (error == EPIPE || (cut && giveUp()))
+        if (!waitForRoom(descriptor, giveUp))
             return WriteResult::Closed;
-        if (error != 0 && error != EINTR) {
+        const size_t wanted = std::min(static_cast<size_t>(bytes.size() - done), piece);
+        const ssize_t count = ::write(descriptor, bytes.constData() + done, wanted);
+        const int error = count < 0 ? errno : 0;
+        done += std::max<ssize_t>(count, 0);
+        if (error == EPIPE)
+            return WriteResult::Closed;
+        if (error != 0 && error != EINTR && error != EAGAIN) {
             *errorText = QString::fromLocal8Bit(std::strerror(error));
             return WriteResult::Failed;
         }
