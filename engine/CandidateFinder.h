@@ -1,10 +1,41 @@
 #pragma once
 
-#include <QStringView>
+#include "engine/RequiredLiteral.h"
+#include "engine/SearchKernels.h"
 
+#include <QStringView>
+#include <QVector>
+
+/// Finds in decoded text where the next line that can match keyword1 is.
+///
+/// Immutable; any number of threads may use one object.
 class CandidateFinder {
 public:
-    CandidateFinder(const QString &, bool, Qt::CaseSensitivity) { }
-    bool usable() const { return false; }
-    qint64 next(QStringView, qint64) const { return -1; }
+    /// keyword1 as it is matched, see RequiredLiteral.
+    CandidateFinder(const QString &keyword1, bool regExp, Qt::CaseSensitivity sensitivity,
+                    const SearchKernels::Table &kernels = SearchKernels::best());
+
+    /// False: nothing is known of what a match needs, every line may match.
+    bool usable() const { return m_usable; }
+
+    /// The first position at or after from, in UTF-16 code units, where one of
+    /// the texts that a match needs begins; -1 if there is none, so that no line
+    /// that begins at or after from can match. from is 0 or more, and not inside
+    /// a line that is still of interest. For a keyword that is no pattern this is
+    /// what QString::indexOf() says. Only if usable().
+    qint64 next(QStringView text, qint64 from) const;
+
+private:
+    struct Literal {
+        QString text;
+        QVector<uint> folded; // one for each unit of text, empty when case counts
+        SearchKernels::UnitPair pair;
+    };
+
+    void add(const QString &text, Qt::CaseSensitivity sensitivity);
+    qint64 find(const Literal &literal, const char16_t *text, qint64 from, qint64 end) const;
+
+    QVector<Literal> m_literals;
+    const SearchKernels::Table *m_kernels;
+    bool m_usable = false;
 };

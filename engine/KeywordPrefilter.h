@@ -1,9 +1,55 @@
 #pragma once
 
-#include <QString>
+#include "engine/ByteSearch.h"
+#include "engine/CodeSet.h"
+#include "engine/RequiredLiteral.h"
 
+#include <array>
+#include <mutex>
+
+/// Decides on a file's raw bytes whether decoding it can give any line that
+/// matches keyword1. It may say yes too often, never no too often:
+///
+///  1. A byte-order mark overrides the code set, as it does for the decoder.
+///  2. What a match needs is encoded into the code set (EncodedLiteral) and
+///     searched for in the bytes.
+///  3. Where bytes that decode to nothing may stand inside the literal, the file
+///     passes: a carriage return that no line feed follows, a mark inside the
+///     file, an unusual escape sequence in ISO-2022-JP.
+///  4. Where nothing can be known (no literal, the default code set, a codec
+///     that the toolkit lacks), every file passes.
+///
+/// Made once a search; any number of threads may use it. What a code set needs
+/// is prepared when the first file of that code set comes.
 class KeywordPrefilter {
+    Q_DISABLE_COPY(KeywordPrefilter)
+
 public:
-    KeywordPrefilter(const QString &, bool, Qt::CaseSensitivity) { }
-    bool mayMatch(const char *, qint64, int) const { return true; }
+    /// keyword1 as it is matched, see RequiredLiteral.
+    KeywordPrefilter(const QString &keyword1, bool regExp, Qt::CaseSensitivity sensitivity);
+
+    /// False only if no line of the file's decoded text can match. size in
+    /// bytes; codeSet is the number that the file would be decoded with.
+    bool mayMatch(const char *bytes, qint64 size, int codeSet) const;
+
+private:
+    /// How the files of one code set are searched.
+    struct Plan {
+        enum Answer { PassAll, PassNone, Search };
+
+        std::once_flag prepared;
+        Answer answer = PassAll;
+        ByteSearch needles;
+        ByteSearch strays; // what lets a file pass although no needle was found
+        bool straysAreHigh = false; // no stray occurs in a file of pure ASCII
+    };
+
+    const Plan &plan(int codeSet) const;
+    void prepare(Plan *plan, int codeSet) const;
+    bool mayMatchBytes(const Plan &plan, const char *bytes, qint64 size) const;
+    bool mayMatchUnits(const Plan &plan, const char *bytes, qint64 size, int codeSet) const;
+    bool mayMatchIso2022(const Plan &plan, const char *bytes, qint64 size) const;
+
+    RequiredLiteral m_required;
+    mutable std::array<Plan, CodeSet::kCount> m_plans;
 };

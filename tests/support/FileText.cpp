@@ -1,0 +1,20 @@
+#include "tests/support/FileText.h"
+
+#include <QBuffer>
+#include <QTextStream>
+
+QString FileText::read(const QByteArray &bytes, QTextCodec *codec)
+{
+    QBuffer device;
+    device.setData(bytes);
+    device.open(QIODevice::ReadOnly | QIODevice::Text);
+    QTextStream stream(&device);
+    if (codec != nullptr)
+        stream.setCodec(codec);
+    return QString::fromUtf8(stream.readAll().toUtf8());
+}
+
+QStringList FileText::lines(const QString &text)
+{
+    return text.split(QLatin1Char('\n'), Qt::KeepEmptyParts);
+}
