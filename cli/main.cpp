@@ -6,6 +6,8 @@
 #include "cli/StandardStreams.h"
 #include "engine/NativePath.h"
 #include "settings/AppSettings.h"
+#include "settings/CodecEnvironment.h"
+#include "settings/LocaleSetup.h"
 
 #include <QCoreApplication>
 #include <QLoggingCategory>
@@ -54,6 +56,8 @@ int run(const Options &options)
 
 int main(int argc, char *argv[])
 {
+    LocaleSetup::useUtf8InPlainLocale();
+    CodecEnvironment::applyUnicodeMap();
     StandardStreams::prepare();
     // Debug lines are for developers, who switch them on by QT_LOGGING_RULES.
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));

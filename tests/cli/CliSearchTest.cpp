@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QProcessEnvironment>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -41,6 +42,7 @@ private slots:
     void theSettingsBesideTheProgramCount();
     void helpAndVersionGoToTheOutput();
     void debugLinesAreNotShown();
+    void theJapaneseCodecsKnowWindowsCharacters();
 
 private:
     CliRun search(const QStringList &arguments) const { return CliRun(arguments, m_tree.path()); }
@@ -293,6 +295,24 @@ void CliSearchTest::debugLinesAreNotShown()
 {
     // Two queued files: the engine writes a debug line when it starts to load.
     QCOMPARE(search(words("foo tree/a.txt tree/b.cpp tree/sub")).errors(), QByteArray());
+}
+
+void CliSearchTest::theJapaneseCodecsKnowWindowsCharacters()
+{
+    ScratchFolder scratch;
+    scratch.write(QStringLiteral("nec.txt"), "\x87\x40 \x81\x60\r\n");
+    for (const char *map : {"", "euc"}) {
+        QProcess process;
+        CliRun::prepare(process, {QStringLiteral("①"), QStringLiteral("nec.txt")});
+        QProcessEnvironment environment = process.processEnvironment();
+        environment.insert(QStringLiteral("UNICODEMAP_JP"), QLatin1String(map));
+        process.setProcessEnvironment(environment);
+        process.setWorkingDirectory(scratch.path());
+        process.start();
+        QCOMPARE(CliRun::waitForExit(process), 0);
+        QCOMPARE(QString::fromUtf8(process.readAllStandardOutput()),
+                 QStringLiteral("::nec.txt\n      1:    1:① ～\n"));
+    }
 }
 
 QTEST_GUILESS_MAIN(CliSearchTest)
