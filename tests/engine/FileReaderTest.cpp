@@ -13,6 +13,7 @@
 #include <QTest>
 
 #include <atomic>
+#include <cstring>
 #include <memory>
 #include <thread>
 
@@ -33,8 +34,9 @@ char byteAt(qint64 position)
 QByteArray bytesOf(qint64 size)
 {
     QByteArray bytes(static_cast<int>(size), Qt::Uninitialized);
-    for (int i = 0; i < bytes.size(); ++i)
-        bytes[i] = byteAt(i);
+    char *const data = bytes.data();
+    for (qint64 i = 0; i < size; ++i)
+        data[i] = byteAt(i);
     return bytes;
 }
 
@@ -44,10 +46,12 @@ QByteArray contentOf(const FileReader &reader)
 }
 
 /// The system itself may give zeros for what is cut off while it reads.
-bool holdsTheBytesOrZeros(const FileReader &reader)
+bool holdsTheBytesOrZeros(const FileReader &reader, const QByteArray &bytes)
 {
+    if (std::memcmp(reader.content(), bytes.constData(), static_cast<size_t>(reader.size())) == 0)
+        return true;
     for (qint64 i = 0; i < reader.size(); ++i) {
-        if (reader.content()[i] != byteAt(i) && reader.content()[i] != 0)
+        if (reader.content()[i] != bytes.at(static_cast<int>(i)) && reader.content()[i] != 0)
             return false;
     }
     return true;
@@ -182,7 +186,7 @@ void FileReaderTest::oneReaderReadsOneFileAfterAnother()
 {
     QRandomGenerator random(11);
     FileReader reader;
-    for (int i = 0; i < 60; ++i) {
+    for (int i = 0; i < 40; ++i) {
         const qint64 most = i % 10 == 0 ? 9 << 20 : i % 3 == 0 ? 200000 : 3000;
         const QByteArray bytes = bytesOf(random.bounded(static_cast<int>(most)));
         m_tree->file("file", bytes);
@@ -411,7 +415,8 @@ void FileReaderTest::aGrowingFileIsReadUpToTheLimit()
         if (status == Status::TooLarge)
             continue;
         ++read;
-        sound = status == Status::Read && reader.size() <= limit && holdsTheBytesOrZeros(reader);
+        sound =
+            status == Status::Read && reader.size() <= limit && holdsTheBytesOrZeros(reader, bytes);
     }
     over = true;
     writer.join();
@@ -438,12 +443,12 @@ void FileReaderTest::aShrinkingFileIsReadUpToItsEnd()
     });
     FileReader reader;
     bool sound = true;
-    for (int round = 0; round < 200; ++round) {
+    for (int round = 0; round < 100; ++round) {
         // So that what the buffer held before would show.
         reader.read(path("other"), kNoLimit, TypeCheck::WhenOpen);
         const Status status = reader.read(path("file"), kNoLimit, TypeCheck::WhenOpen);
         sound = sound && status == Status::Read && reader.size() <= bytes.size()
-            && holdsTheBytesOrZeros(reader);
+            && holdsTheBytesOrZeros(reader, bytes);
     }
     over = true;
     writer.join();
