@@ -10,6 +10,8 @@
 #include <QScreen>
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 AppSettings &AppSettings::instance()
 {
@@ -50,7 +52,9 @@ IniFile utf8File(const QString &path)
 void AppSettings::load(const QString &appDir)
 {
     m_applicationDirectory = appDir;
-    const IniDocument file = utf8File(settingsPath(appDir)).read();
+    std::optional<IniDocument> found = utf8File(settingsPath(appDir)).read();
+    m_mayBeSaved = found.has_value();
+    const IniDocument file = std::move(found).value_or(IniDocument(IniDocument::Form::Utf8));
     SettingsTable::read(*this, file);
     size = WindowSize::clamped(size, desktopSize());
     // Columns are counted modulo this.
@@ -59,7 +63,7 @@ void AppSettings::load(const QString &appDir)
     inputFontCopy = inputFont;
     readLanguages(file);
 
-    SettingsTable::readColours(*this, utf8File(colourSourcePath(appDir)).read());
+    SettingsTable::readColours(*this, utf8File(colourSourcePath(appDir)).readOrEmpty());
     markercolor = QColor(Qt::darkYellow);
 
     keywordHistory = std::make_unique<KeywordHistory>(searchHistorymax, appDir);
@@ -79,7 +83,8 @@ bool AppSettings::save(const QString &appDir)
 {
     if (keywordHistory)
         keywordHistory->save();
-    return utf8File(settingsPath(appDir))
-        .update([this](IniDocument &file) { SettingsTable::write(*this, file); },
-                IniFile::Backup::Daily);
+    return m_mayBeSaved
+        && utf8File(settingsPath(appDir))
+               .update([this](IniDocument &file) { SettingsTable::write(*this, file); },
+                       IniFile::Backup::Daily);
 }

@@ -48,8 +48,9 @@ public:
     /// Writes the settings that are written to "sarvik.ini" in appDir, which
     /// ends in "/", after the daily backup, and saves the keyword history. Keys
     /// that the program does not write stay as they are. False when
-    /// the settings file was not replaced; it is then the old one, whole.
-    /// Nobody is told.
+    /// the settings file was not replaced; it is then the old one, whole. So it
+    /// is when the last load() could not read the file: what it holds is worth
+    /// more than the defaults that were taken instead. Nobody is told.
     bool save(const QString &appDir);
 
     /// The directory of the last load(), ending in "/"; empty before it.
@@ -190,4 +191,5 @@ private:
     void readLanguages(const IniDocument &file);
 
     QString m_applicationDirectory;
+    bool m_mayBeSaved = true;
 };

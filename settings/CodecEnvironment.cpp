@@ -8,12 +8,17 @@ constexpr char kVariable[] = "UNICODEMAP_JP";
 
 } // namespace
 
+QString CodecEnvironment::loggingFilterRules()
+{
+    return QStringLiteral("qt.network.ssl.w arning=false");
+}
+
 QByteArray CodecEnvironment::unicodeMap(const QByteArray &current)
 {
-    const QByteArray wanted = QByteArrayLiteral("cp932");
+    constexpr char kWanted[] = "cp932";
     if (current.isEmpty())
-        return wanted;
-    return current.contains(wanted) ? current : current + ',' + wanted;
+        return kWanted;
+    return current.contains(kWanted) ? current : current + ',' + kWanted;
 }
 
 void CodecEnvironment::applyUnicodeMap()

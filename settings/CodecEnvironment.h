@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QByteArray>
-#include <QLatin1String>
+#include <QString>
 
 /// What the Japanese text codecs and the network module are told before they
 /// are used.
@@ -9,7 +9,7 @@ namespace CodecEnvironment {
 
 /// Rules for QLoggingCategory::setFilterRules. The blank in the category's name
 /// is wanted.
-constexpr QLatin1String kLoggingFilterRules("qt.network.ssl.w arning=false");
+QString loggingFilterRules();
 
 /// The value that the environment variable "UNICODEMAP_JP" is to have when it
 /// has the value current (empty: unset): one that names "cp932", by which the

@@ -46,15 +46,35 @@ std::optional<QByteArray> contentOf(const QString &path)
     return content;
 }
 
+/// What fails because somebody else has the file open at this instant (another
+/// instance, a virus scanner; on Windows only) succeeds a moment later.
+template <typename Attempt> auto repeated(const Attempt &attempt)
+{
+    constexpr int kAttempts = 3;
+    constexpr unsigned long kPauseMilliseconds = 30;
+    auto result = attempt();
+    for (int i = 1; i < kAttempts && !result; ++i) {
+        QThread::msleep(kPauseMilliseconds);
+        result = attempt();
+    }
+    return result;
+}
+
 } // namespace
 
 IniFile::IniFile(const QString &path, IniDocument::Form form) : m_path(path), m_form(form)
 {
 }
 
-IniDocument IniFile::read() const
+std::optional<IniDocument> IniFile::read() const
 {
-    return IniDocument(contentOf(m_path).value_or(QByteArray()), m_form);
+    const auto content = repeated([this] { return contentOf(m_path); });
+    return content ? std::make_optional<IniDocument>(*content, m_form) : std::nullopt;
+}
+
+IniDocument IniFile::readOrEmpty() const
+{
+    return read().value_or(IniDocument(m_form));
 }
 
 bool IniFile::update(const Edit &edit, Backup backup) const
@@ -67,30 +87,19 @@ bool IniFile::update(const Edit &edit, Backup backup) const
     lock.setStaleLockTime(kLongestWaitMilliseconds * 3 / 4);
     const bool locked = mayTake(Step::TakeLock) && lock.tryLock(kLongestWaitMilliseconds);
 
-    const std::optional<QByteArray> old = mayTake(Step::ReadOld) ? contentOf(target) : std::nullopt;
+    const std::optional<QByteArray> old =
+        mayTake(Step::ReadOld) ? repeated([&] { return contentOf(target); }) : std::nullopt;
     if (!old)
         return false;
     IniDocument document(*old, m_form);
     edit(document);
-    const bool replaced = replace(target, document.toBytes(), locked && backup == Backup::Daily);
+    const QByteArray content = document.toBytes();
+    const bool withBackup = locked && backup == Backup::Daily;
+    const bool replaced = repeated([&] { return replace(target, content, withBackup); });
     return mayTake(Step::Finished) && replaced;
 }
 
-/// A file that somebody reads at this instant (another instance, a virus
-/// scanner) cannot be replaced on Windows; a moment later it can.
 bool IniFile::replace(const QString &target, const QByteArray &content, bool withBackup) const
-{
-    constexpr int kAttempts = 3;
-    constexpr unsigned long kPauseMilliseconds = 30;
-    for (int attempt = 1; attempt < kAttempts; ++attempt) {
-        if (replaceOnce(target, content, withBackup))
-            return true;
-        QThread::msleep(kPauseMilliseconds);
-    }
-    return replaceOnce(target, content, withBackup);
-}
-
-bool IniFile::replaceOnce(const QString &target, const QByteArray &content, bool withBackup) const
 {
     QSaveFile file(target);
     if (!mayTake(Step::WriteNew) || !file.open(QIODevice::WriteOnly)

@@ -5,13 +5,15 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
 
 /// An ini file that other instances and other programs may read and write too.
 ///
 /// At every moment the path names the old file or the new one, whole: the new
 /// content is written to a temporary file in the same folder and renamed over
 /// the old one. A full disk, a folder that cannot be written or a kill between
-/// two steps leaves the old file. A symbolic link stays a link; the file that it
+/// two steps leaves the old file (and, after a kill, the temporary one, whose
+/// name is the file's and six letters). A symbolic link stays a link; the file that it
 /// names is replaced.
 ///
 /// Reading, changing and replacing happen under a lock (the file's name +
@@ -34,9 +36,14 @@ public:
 
     IniFile(const QString &path, IniDocument::Form form);
 
-    /// The file's content; an empty document when there is no file, when it
-    /// cannot be read or when it is not a regular file.
-    IniDocument read() const;
+    /// The file's content; an empty document when there is no file; nothing
+    /// when it cannot be read or is not a regular file. Who then goes on with
+    /// defaults must not save them over what could not be read.
+    std::optional<IniDocument> read() const;
+
+    /// The same for a reader that will not write: an empty document instead of
+    /// nothing.
+    IniDocument readOrEmpty() const;
 
     /// Applies edit to the content and replaces the file. False when the file
     /// was not replaced: when it exists and cannot be read (what it holds is
@@ -45,7 +52,6 @@ public:
 
 private:
     bool replace(const QString &target, const QByteArray &content, bool withBackup) const;
-    bool replaceOnce(const QString &target, const QByteArray &content, bool withBackup) const;
 
     QString m_path;
     IniDocument::Form m_form;

@@ -187,12 +187,12 @@ QVariant typed(const QString &text)
         return text;
     if (text == QLatin1String("@Invalid()"))
         return QVariant();
-    constexpr QLatin1String kBytes("@ByteArray(");
-    if (text.startsWith(kBytes))
-        return text.mid(kBytes.size(), text.size() - kBytes.size() - 1).toLatin1();
-    constexpr QLatin1String kString("@String(");
-    if (text.startsWith(kString))
-        return text.mid(kString.size(), text.size() - kString.size() - 1);
+    const QLatin1String bytesForm("@ByteArray(");
+    if (text.startsWith(bytesForm))
+        return text.mid(bytesForm.size(), text.size() - bytesForm.size() - 1).toLatin1();
+    const QLatin1String stringForm("@String(");
+    if (text.startsWith(stringForm))
+        return text.mid(stringForm.size(), text.size() - stringForm.size() - 1);
     if (const auto size = pairIn(text, QLatin1String("@Size(")))
         return QSize(size->first, size->second);
     if (const auto point = pairIn(text, QLatin1String("@Point(")))

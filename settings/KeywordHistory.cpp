@@ -47,9 +47,12 @@ QString KeywordHistory::filePath() const
 void KeywordHistory::load()
 {
     m_entries.clear();
-    const IniDocument file = IniFile(filePath(), IniDocument::Form::Escaped).read();
+    const auto file = IniFile(filePath(), IniDocument::Form::Escaped).read();
+    m_mayBeSaved = file.has_value();
+    if (!file)
+        return;
     for (int position = 1; position <= m_capacity; ++position) {
-        const QString value = file.text(keyOf(position));
+        const QString value = file->text(keyOf(position));
         if (value.isEmpty())
             break;
         Entry entry = parsed(value);
@@ -60,6 +63,8 @@ void KeywordHistory::load()
 
 bool KeywordHistory::save() const
 {
+    if (!m_mayBeSaved)
+        return false;
     if (m_entries.empty())
         return true;
     return IniFile(filePath(), IniDocument::Form::Escaped).update([this](IniDocument &file) {

@@ -36,7 +36,8 @@ public:
 
     /// Replaces the entries by those of the file: positions from 1 on until
     /// one is missing or empty, or the capacity is reached. A missing file
-    /// gives no entry.
+    /// gives no entry; neither does one that cannot be read, which is then not
+    /// saved over.
     void load();
 
     /// Writes the entries to positions 1, 2, …; what stands in the file at
@@ -68,5 +69,7 @@ private:
 
     int m_capacity;
     QString m_appDir;
+    /// False when there is a file and load() could not read it.
+    bool m_mayBeSaved = true;
     std::vector<Entry> m_entries;
 };

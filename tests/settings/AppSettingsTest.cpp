@@ -3,6 +3,7 @@
 #include "settings/IniDocument.h"
 #include "settings/KeywordHistory.h"
 #include "tests/support/FileTime.h"
+#include "tests/support/OrdinaryUser.h"
 #include "tests/support/ScratchFolder.h"
 
 #include <QDate>
@@ -63,6 +64,7 @@ private slots:
     void aFileOfYesterdayIsBackedUpOnceADay();
     void withoutAScreenOnlyTheLowerBoundsApply();
     void aSaveThatIsImpossibleSaysSo();
+    void whatCouldNotBeReadIsNotSavedOver();
     void theApplicationDirectoryIsTheOneLoadedFrom();
 
 private:
@@ -686,6 +688,38 @@ void AppSettingsTest::aSaveThatIsImpossibleSaysSo()
     QVERIFY(!m_settings->save(folder));
     QCOMPARE(m_folder->read(QStringLiteral("file")), QByteArray("content"));
     QVERIFY(!AppSettings().save(folder));
+}
+
+void AppSettingsTest::whatCouldNotBeReadIsNotSavedOver()
+{
+    const QByteArray old = "bigsize=7\n";
+    const QByteArray oldHistory = "[keyword]\n001=101abc\n";
+    const QString history = QStringLiteral("keywordhistory.ini");
+    m_folder->write(history, oldHistory);
+    m_folder->write(kFile, old);
+    const auto allow = [this](QFileDevice::Permissions permissions) {
+        QFile::setPermissions(m_folder->filePath(kFile), permissions);
+        QFile::setPermissions(m_folder->filePath(QStringLiteral("keywordhistory.ini")),
+                              permissions);
+    };
+    QVERIFY(QFile::setPermissions(m_folder->path(), QFileDevice::Permissions(0x7777)));
+    allow(QFileDevice::WriteOwner);
+    {
+        const OrdinaryUser user;
+        if (!user.inForce())
+            QSKIP("permissions mean nothing here");
+        m_settings->load(m_folder->path());
+    }
+    allow(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    QCOMPARE(m_settings->bigsize, 1);
+    m_settings->keywordHistory->add(QStringLiteral("new"), true, false, true);
+    QVERIFY(!m_settings->save(m_folder->path()));
+    QCOMPARE(m_folder->read(kFile), old);
+    QCOMPARE(m_folder->read(history), oldHistory);
+
+    m_settings->load(m_folder->path());
+    QCOMPARE(m_settings->bigsize, 7);
+    QVERIFY(m_settings->save(m_folder->path()));
 }
 
 void AppSettingsTest::theApplicationDirectoryIsTheOneLoadedFrom()

@@ -46,7 +46,7 @@ void CodecEnvironmentTest::theProcessGetsTheValue()
 
 void CodecEnvironmentTest::theLoggingRuleHasItsBlank()
 {
-    QCOMPARE(QString(CodecEnvironment::kLoggingFilterRules),
+    QCOMPARE(CodecEnvironment::loggingFilterRules(),
              QStringLiteral("qt.network.ssl.w arning=false"));
 }
 
