@@ -36,7 +36,7 @@ QString CodeSet::lineEndName(int lineEnd)
 {
     if (lineEnd < 0 || lineEnd >= kLineEndCount)
         return QString();
-    return QLatin1String(kNames[size_t(kFirstLineEnd + lineEnd)]);
+    return QLatin1String(kNames[size_t(kFirstLineEnd) + size_t(lineEnd)]);
 }
 
 QTextCodec *CodeSet::codec(int number)

@@ -1,24 +1,22 @@
 #include "engine/CodeSet.h"
 
-#include <QSet>
 #include <QTest>
 #include <QTextCodec>
-#include <QThread>
 
 #include <array>
-#include <memory>
+#include <thread>
 
 class CodeSetTest : public QObject {
     Q_OBJECT
 
 private slots:
+    void everyThreadGetsTheSameCodec();
     void namesStandByNumber_data();
     void namesStandByNumber();
     void lineEndNamesStandByNumber();
     void numbersOutsideTheTableHaveNoName();
     void everyCodeSetButDefaultHasItsOwnCodec();
     void numbersOutsideTheTableHaveNoCodec();
-    void everyThreadGetsTheSameCodec();
 };
 
 void CodeSetTest::namesStandByNumber_data()
@@ -78,18 +76,16 @@ void CodeSetTest::numbersOutsideTheTableHaveNoCodec()
         QVERIFY(CodeSet::codec(number) == nullptr);
 }
 
+// The first of the tests: the codecs have not been looked up yet.
 void CodeSetTest::everyThreadGetsTheSameCodec()
 {
     constexpr size_t kThreads = 8;
     std::array<QTextCodec *, kThreads> codecs = {};
-    std::array<std::unique_ptr<QThread>, kThreads> threads;
-    for (size_t i = 0; i < kThreads; ++i) {
-        threads[i].reset(
-            QThread::create([&codecs, i] { codecs[i] = CodeSet::codec(CodeSet::ShiftJis); }));
-        threads[i]->start();
-    }
-    for (const auto &thread : threads)
-        QVERIFY(thread->wait());
+    std::array<std::thread, kThreads> threads;
+    for (size_t i = 0; i < kThreads; ++i)
+        threads[i] = std::thread([&codecs, i] { codecs[i] = CodeSet::codec(CodeSet::ShiftJis); });
+    for (std::thread &thread : threads)
+        thread.join();
     for (QTextCodec *codec : codecs)
         QVERIFY(codec != nullptr && codec == CodeSet::codec(CodeSet::ShiftJis));
 }

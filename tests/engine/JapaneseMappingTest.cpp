@@ -33,7 +33,7 @@ class Converter {
 public:
     explicit Converter(const char *codeSet) : m_converter(::iconv_open("UTF-16LE", codeSet))
     {
-        if (m_converter == reinterpret_cast<iconv_t>(-1))
+        if (reinterpret_cast<qintptr>(m_converter) == -1)
             qFatal("iconv lacks %s", codeSet);
     }
     ~Converter() { ::iconv_close(m_converter); }

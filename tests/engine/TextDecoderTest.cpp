@@ -6,10 +6,14 @@
 #include <QTest>
 #include <QTextCodec>
 
+#include <array>
+#include <thread>
+
 class TextDecoderTest : public QObject {
     Q_OBJECT
 
 private slots:
+    void manyThreadsMayStartAtOnce();
     void aLetterIsReadInEveryCodeSet_data();
     void aLetterIsReadInEveryCodeSet();
     void anEmptyFileIsAnEmptyText();
@@ -68,6 +72,28 @@ QByteArray mark(int codeSet)
 }
 
 } // namespace
+
+// The first of the tests: the codecs and the tables have not been made yet.
+void TextDecoderTest::manyThreadsMayStartAtOnce()
+{
+    constexpr size_t kThreads = 8;
+    std::array<QString, kThreads> texts;
+    std::array<int, kThreads> lines = {};
+    std::array<std::thread, kThreads> threads;
+    for (size_t i = 0; i < kThreads; ++i) {
+        threads[i] = std::thread([&texts, &lines, i] {
+            const QByteArray content("\x82\xA0\r\nabc");
+            texts[i] = decode(content, CodeSet::ShiftJis);
+            lines[i] = countLines(content.constData(), content.size(), CodeSet::ShiftJis);
+        });
+    }
+    for (std::thread &thread : threads)
+        thread.join();
+    for (size_t i = 0; i < kThreads; ++i) {
+        QCOMPARE(texts[i], QStringLiteral("あ\nabc"));
+        QCOMPARE(lines[i], 2);
+    }
+}
 
 void TextDecoderTest::aLetterIsReadInEveryCodeSet_data()
 {
@@ -198,9 +224,11 @@ void TextDecoderTest::aMarkBehindPiecesOfAsciiIsTakenForOne()
 {
     // What the text stream does depends on the vector code in the toolkit, so
     // that is what counts, at each place around the end of a piece.
-    for (int before = kPieceSize - 20; before <= kPieceSize + 20; ++before) {
-        const QByteArray content = QByteArray(before, 'a') + mark(CodeSet::Utf8) + "z";
-        QCOMPARE(decode(content, CodeSet::Utf8), streamed(content, CodeSet::Utf8));
+    for (const int place : {4096, 8192, kPieceSize, 24576, 2 * kPieceSize}) {
+        for (int before = place - 20; before <= place + 20; ++before) {
+            const QByteArray content = QByteArray(before, 'a') + mark(CodeSet::Utf8) + "z";
+            QCOMPARE(decode(content, CodeSet::Utf8), streamed(content, CodeSet::Utf8));
+        }
     }
 }
 
