@@ -20,6 +20,7 @@ FileLoader::Outcome FileLoader::load(const QString &path)
     case FileReader::Status::CannotOpen:
         return Outcome::Skipped;
     case FileReader::Status::TooLarge:
+        m_codeSet = kFileRefused;
         return Outcome::Refused;
     case FileReader::Status::Read:
         break;

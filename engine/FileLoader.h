@@ -19,7 +19,8 @@ public:
 
     Outcome load(const QString &path);
 
-    // Of the file that was loaded last.
+    // Of the file that was loaded last; of one that was refused only codeSet(),
+    // the negative number that refused it.
     const char *content() const { return m_reader.content(); }
     qint64 size() const { return m_reader.size(); }
     int codeSet() const { return m_codeSet; }

@@ -2,6 +2,7 @@
 
 #include "engine/CurrentThread.h"
 #include "engine/ExclusionList.h"
+#include "engine/FileCodeSet.h"
 #include "engine/FileSearcher.h"
 #include "engine/FolderLister.h"
 #include "engine/ListFile.h"
@@ -11,6 +12,7 @@
 #include "settings/AppSettings.h"
 
 #include <QDebug>
+#include <QFileInfo>
 #include <QThread>
 
 #include <algorithm>
@@ -32,11 +34,6 @@ QString excludedFileWarning(const QString &name)
 QString excludedFolderWarning(const QString &folder)
 {
     return QStringLiteral("Warning exclution folder:") + folder;
-}
-
-QString fileName(const QString &path)
-{
-    return path.mid(path.lastIndexOf(QLatin1Char('/')) + 1);
 }
 
 bool namesFolder(const QString &path)
@@ -213,7 +210,7 @@ void TextGrepCore::queueListEntry(const QString &entry, const FileMask &mask)
             queueFolder(entry);
         return;
     }
-    const QString name = fileName(entry);
+    const QString name = QFileInfo(entry).fileName();
     if (ExclusionList::excludesFile(m_options.limits.excludedFiles, name)) {
         emit WarningMsg(excludedFileWarning(name));
     } else if (mask.passes(name)) {
@@ -423,8 +420,7 @@ void TextGrepCore::loadOne(const QString &path, FileLoader &loader, FileSearcher
     if (m_condition.linecount && m_options.reportEncodings)
         reportEncoding(path, loader, outcome);
     else if (outcome == FileLoader::Outcome::Refused)
-        emit ErrorMsg(QStringLiteral("Error File size over %1 MByte:").arg(m_options.limits.bigsize)
-                      + path);
+        reportRefused(path, loader.codeSet());
     else if (outcome == FileLoader::Outcome::Skipped)
         return;
     else if (m_condition.linecount)
@@ -433,13 +429,27 @@ void TextGrepCore::loadOne(const QString &path, FileLoader &loader, FileSearcher
         searchLoaded(path, loader, searcher);
 }
 
+void TextGrepCore::reportRefused(const QString &path, int codeSet)
+{
+    if (codeSet != kFileRefused)
+        qDebug() << "doLoadFile" << codeSet << "getFileCodeSet() error" << path;
+    emit ErrorMsg(refusalMessage(codeSet, m_options.limits.bigsize, path));
+}
+
+QString TextGrepCore::refusalMessage(int codeSet, int bigsize, const QString &path)
+{
+    if (codeSet == kFileRefused)
+        return QStringLiteral("Error File size over %1 MByte:").arg(bigsize) + path;
+    return QStringLiteral("Error GetFileCode:") + path;
+}
+
 void TextGrepCore::reportEncoding(const QString &path, const FileLoader &loader,
                                   FileLoader::Outcome outcome)
 {
     if (outcome == FileLoader::Outcome::Loaded)
         emit encodingAt(path, loader.codeSet(), loader.lineEnd(), loader.hasMark());
     else if (outcome == FileLoader::Outcome::Refused)
-        emit encodingAt(path, -2, -1, false);
+        emit encodingAt(path, kFileRefused, -1, false);
 }
 
 void TextGrepCore::searchLoaded(const QString &path, const FileLoader &loader,

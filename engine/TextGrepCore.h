@@ -89,6 +89,10 @@ public:
     static int threadLimit(int idealThreadCount);
     int maxThreadCount() const { return m_maxThreadCount; }
 
+    /// What ErrorMsg says of a file whose code set detection refused with the
+    /// negative number codeSet; bigsize in MiB.
+    static QString refusalMessage(int codeSet, int bigsize, const QString &path);
+
 private:
     void prepareRun(const SearchCondition &condition);
     void startTasks();
@@ -112,6 +116,7 @@ private:
 
     bool waitWhileHeldBack() const;
     void loadOne(const QString &path, FileLoader &loader, FileSearcher &searcher);
+    void reportRefused(const QString &path, int codeSet);
     void reportEncoding(const QString &path, const FileLoader &loader, FileLoader::Outcome outcome);
     void searchLoaded(const QString &path, const FileLoader &loader, FileSearcher &searcher);
 

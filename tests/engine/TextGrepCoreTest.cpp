@@ -67,6 +67,7 @@ private slots:
     void theSizeLimitPasses32Bits();
     void aBinaryFileGivesTheSizeError();
     void aFileThatCannotBeOpenedIsSkippedSilently();
+    void otherRefusalsHaveTheirOwnMessage();
 
     // What is walked
     void theMaskChoosesAmongTheFiles();
@@ -252,6 +253,17 @@ void TextGrepCoreTest::aFileThatCannotBeOpenedIsSkippedSilently()
     QCOMPARE(run.searched, 1);
     QVERIFY(run.errors.isEmpty());
     QVERIFY(run.filesWithoutHits.isEmpty());
+}
+
+void TextGrepCoreTest::otherRefusalsHaveTheirOwnMessage()
+{
+    const QString path = QStringLiteral("/a/b.txt");
+    QCOMPARE(TextGrepCore::refusalMessage(-2, 1, path),
+             QStringLiteral("Error File size over 1 MByte:/a/b.txt"));
+    QCOMPARE(TextGrepCore::refusalMessage(-2, 1234, path),
+             QStringLiteral("Error File size over 1234 MByte:/a/b.txt"));
+    QCOMPARE(TextGrepCore::refusalMessage(-1, 1, path),
+             QStringLiteral("Error GetFileCode:/a/b.txt"));
 }
 
 void TextGrepCoreTest::theMaskChoosesAmongTheFiles()
