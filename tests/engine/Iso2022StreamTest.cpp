@@ -8,6 +8,8 @@ class Iso2022StreamTest : public QObject {
 private slots:
     void charactersRemainWithoutEscapeSequences_data();
     void charactersRemainWithoutEscapeSequences();
+    void longTextIsReadAsShortText_data();
+    void longTextIsReadAsShortText();
     void whatIsNotMadeOfCharactersIsRefused_data();
     void whatIsNotMadeOfCharactersIsRefused();
 };
@@ -52,6 +54,43 @@ void Iso2022StreamTest::charactersRemainWithoutEscapeSequences()
     QVERIFY(
         Iso2022Stream::extractCharacters(bytes.constData(), bytes.size(), designations(), &result));
     QCOMPARE(result, characters);
+}
+
+void Iso2022StreamTest::longTextIsReadAsShortText_data()
+{
+    QTest::addColumn<QByteArray>("start");
+    QTest::addColumn<bool>("twoBytes");
+    QTest::newRow("one byte") << QByteArray() << false;
+    QTest::newRow("two bytes") << QByteArray("\x1B$B") << true;
+}
+
+/// Every byte at every place of a text that is read several bytes at a time.
+void Iso2022StreamTest::longTextIsReadAsShortText()
+{
+    QFETCH(QByteArray, start);
+    QFETCH(bool, twoBytes);
+    for (int byte = 0; byte < 256; ++byte) {
+        const int sevenBits = byte & 0x7F;
+        const bool graphic = sevenBits > 0x20 && sevenBits < 0x7F;
+        const bool refused = twoBytes ? !graphic : byte == 0x0E || byte == 0x0F || byte == 0x1B;
+        for (int at = 0; at < 24; ++at) {
+            QByteArray text(24, 'A');
+            text[at] = static_cast<char>(byte);
+            const QByteArray bytes = start + text;
+            QByteArray result;
+            QCOMPARE(Iso2022Stream::extractCharacters(bytes.constData(), bytes.size(),
+                                                      designations(), &result),
+                     !refused);
+            if (refused)
+                continue;
+            QByteArray expected;
+            for (const char character : text) {
+                if (character != '\r')
+                    expected.append(Iso2022Stream::normalised(character, twoBytes));
+            }
+            QCOMPARE(result, expected);
+        }
+    }
 }
 
 void Iso2022StreamTest::whatIsNotMadeOfCharactersIsRefused_data()
