@@ -8,6 +8,8 @@ import subprocess
 import tempfile
 import time
 
+MEMORY = pathlib.Path("/dev/shm")
+
 
 @dataclasses.dataclass
 class Command:
@@ -39,7 +41,7 @@ def run_once(arguments, keep_output):
     """Wall seconds, CPU seconds, peak MB and (if kept) the output. The output
     goes to a file in memory: some programs stop early on /dev/null, and a pipe
     would measure its reader, too."""
-    with tempfile.TemporaryDirectory(dir="/dev/shm") as scratch:
+    with tempfile.TemporaryDirectory(dir=MEMORY if MEMORY.is_dir() else None) as scratch:
         report = pathlib.Path(scratch, "time")
         with open(pathlib.Path(scratch, "output"), "w+b") as output:
             measured = ["/usr/bin/time", "-o", report, "-f", "%U %S %M", "--", *arguments]
