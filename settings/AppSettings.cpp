@@ -52,7 +52,7 @@ IniFile utf8File(const QString &path)
 void AppSettings::load(const QString &appDir)
 {
     m_applicationDirectory = appDir;
-    std::optional<IniDocument> found = utf8File(settingsPath(appDir)).read();
+    std::optional<IniDocument> found = utf8File(settingsPath(appDir)).tryRead();
     m_mayBeSaved = found.has_value();
     const IniDocument file = std::move(found).value_or(IniDocument(IniDocument::Form::Utf8));
     SettingsTable::read(*this, file);
@@ -63,7 +63,7 @@ void AppSettings::load(const QString &appDir)
     inputFontCopy = inputFont;
     readLanguages(file);
 
-    SettingsTable::readColours(*this, utf8File(colourSourcePath(appDir)).readOrEmpty());
+    SettingsTable::readColours(*this, utf8File(colourSourcePath(appDir)).read());
     markercolor = QColor(Qt::darkYellow);
 
     keywordHistory = std::make_unique<KeywordHistory>(searchHistorymax, appDir);

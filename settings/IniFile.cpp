@@ -66,15 +66,15 @@ IniFile::IniFile(const QString &path, IniDocument::Form form) : m_path(path), m_
 {
 }
 
-std::optional<IniDocument> IniFile::read() const
+std::optional<IniDocument> IniFile::tryRead() const
 {
     const auto content = repeated([this] { return contentOf(m_path); });
     return content ? std::make_optional<IniDocument>(*content, m_form) : std::nullopt;
 }
 
-IniDocument IniFile::readOrEmpty() const
+IniDocument IniFile::read() const
 {
-    return read().value_or(IniDocument(m_form));
+    return tryRead().value_or(IniDocument(m_form));
 }
 
 bool IniFile::update(const Edit &edit, Backup backup) const

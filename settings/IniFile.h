@@ -13,15 +13,15 @@
 /// content is written to a temporary file in the same folder and renamed over
 /// the old one. A full disk, a folder that cannot be written or a kill between
 /// two steps leaves the old file (and, after a kill, the temporary one, whose
-/// name is the file's and six letters). A symbolic link stays a link; the file that it
-/// names is replaced.
+/// name is the file's and six letters). A symbolic link stays a link; the file
+/// that it names is replaced.
 ///
 /// Reading, changing and replacing happen under a lock (the file's name +
 /// ".lock", the one that QSettings takes), so that of two changes at a time
 /// neither is lost. The lock of a process that is gone, or that keeps it for
 /// longer than a save ever takes, is taken over, and nobody waits for it longer
-/// than kLongestWait: then the file is replaced all the same, whole, and only
-/// the backups are left alone.
+/// than kLongestWaitMilliseconds: then the file is replaced all the same,
+/// whole, and only the backups are left alone.
 class IniFile {
 public:
     enum class Backup {
@@ -39,11 +39,11 @@ public:
     /// The file's content; an empty document when there is no file; nothing
     /// when it cannot be read or is not a regular file. Who then goes on with
     /// defaults must not save them over what could not be read.
-    std::optional<IniDocument> read() const;
+    std::optional<IniDocument> tryRead() const;
 
     /// The same for a reader that will not write: an empty document instead of
     /// nothing.
-    IniDocument readOrEmpty() const;
+    IniDocument read() const;
 
     /// Applies edit to the content and replaces the file. False when the file
     /// was not replaced: when it exists and cannot be read (what it holds is

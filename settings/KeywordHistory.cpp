@@ -47,7 +47,7 @@ QString KeywordHistory::filePath() const
 void KeywordHistory::load()
 {
     m_entries.clear();
-    const auto file = IniFile(filePath(), IniDocument::Form::Escaped).read();
+    const auto file = IniFile(filePath(), IniDocument::Form::Escaped).tryRead();
     m_mayBeSaved = file.has_value();
     if (!file)
         return;

@@ -22,7 +22,7 @@ ParameterFile::ParameterFile(const QString &appDir)
 
 ParameterFile::Content ParameterFile::read() const
 {
-    const IniDocument file = escapedFile(m_path).readOrEmpty();
+    const IniDocument file = escapedFile(m_path).read();
     return {file.list(kPathList), file.text(kMask), file.text(kFindWord)};
 }
 
