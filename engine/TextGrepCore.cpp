@@ -136,6 +136,7 @@ void TextGrepCore::abortBlocking()
 {
     abort();
     m_pool.waitForDone();
+    meetWorkers();
     const std::lock_guard lock(m_abortLock);
     m_aborted = false;
 }
@@ -151,8 +152,16 @@ void TextGrepCore::wakeSupervisor()
     m_changed.notify_all();
 }
 
+/// Passes through the lock that scan holds while it starts the workers: what a
+/// worker did until it ends is then seen by whoever waits for it.
+void TextGrepCore::meetWorkers()
+{
+    const std::lock_guard lock(m_samplingLock);
+}
+
 void TextGrepCore::doWalkDirs()
 {
+    const WorkerScope scope(*this);
     queueTopEntries();
     m_folders.finishListing();
     supervise();
@@ -303,6 +312,7 @@ void TextGrepCore::waitForOthers() const
 
 void TextGrepCore::doWalkSubDirs()
 {
+    const WorkerScope scope(*this);
     const FileMask mask = m_mask;
     int entriesListed = 0;
     while (!isAborted()) {
@@ -383,6 +393,7 @@ void TextGrepCore::sortOutFolder(const QString &folder, const FolderEntry &entry
 
 void TextGrepCore::doLoadFile()
 {
+    const WorkerScope scope(*this);
     const std::shared_ptr<const SearchPlan> plan = m_plan;
     FileLoader loader(plan->limits(),
                       m_namedFiles ? FileReader::TypeCheck::BeforeOpen

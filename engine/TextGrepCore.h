@@ -94,6 +94,19 @@ public:
     static QString refusalMessage(int codeSet, int bigsize, const QString &path);
 
 private:
+    /// The time in which one worker runs.
+    class WorkerScope {
+        Q_DISABLE_COPY(WorkerScope)
+
+    public:
+        explicit WorkerScope(TextGrepCore &core) : m_core(core) { m_core.meetWorkers(); }
+        ~WorkerScope() { m_core.meetWorkers(); }
+
+    private:
+        TextGrepCore &m_core;
+    };
+
+    void meetWorkers();
     void prepareRun(const SearchCondition &condition);
     void startTasks();
     void startTask(void (TextGrepCore::*slot)(), bool replicate);
