@@ -1,0 +1,69 @@
+#include "view/StringLiterals.h"
+
+#include <algorithm>
+
+namespace {
+
+int indexOfSome(const QRegExp &pattern, const QString &text, int from)
+{
+    int match = pattern.indexIn(text, from);
+    while (match >= 0 && pattern.matchedLength() == 0)
+        match = match < text.size() ? pattern.indexIn(text, match + 1) : -1;
+    return match;
+}
+
+} // namespace
+
+StringLiterals::StringLiterals()
+    // Without the closing quote, so that a literal that runs out of its line
+    // matches as well.
+    : m_doubleQuoteString(QStringLiteral("\"[^\"]*")), m_singleQuoteString(QStringLiteral("'[^']*"))
+{
+}
+
+bool StringLiterals::nextLiteral(const QString &text, int from, int end,
+                                 StringLiteral &literal) const
+{
+    const auto isQuote = [this](QChar c) {
+        return c == QLatin1Char('"') || (m_singleQuotes && c == QLatin1Char('\''));
+    };
+    const auto stop = text.begin() + end;
+    const auto quote = std::find_if(text.begin() + std::min(from, end), stop, isQuote);
+    if (quote == stop)
+        return false;
+    const int start = static_cast<int>(quote - text.begin());
+    const bool isDouble = *quote == QLatin1Char('"');
+    const QRegExp &pattern = isDouble ? m_doubleQuoteString : m_singleQuoteString;
+    pattern.indexIn(text, start);
+    const int close = start + pattern.matchedLength();
+    literal.quote = *quote;
+    literal.closed = close < end;
+    literal.span = {start, literal.closed ? close + 1 : end};
+    return true;
+}
+
+std::vector<StringLiteral> StringLiterals::find(const QString &text, const TextSpan &range) const
+{
+    std::vector<StringLiteral> literals;
+    StringLiteral literal;
+    for (int from = range.start; nextLiteral(text, from, range.end, literal);) {
+        // Behind a quote that nothing closes, the other kind may still be whole.
+        from = literal.closed ? literal.span.end : literal.span.start + 1;
+        literals.push_back(literal);
+    }
+    return literals;
+}
+
+int StringLiterals::indexOutside(const QRegExp &pattern, const QString &text, int from) const
+{
+    int match = indexOfSome(pattern, text, from);
+    StringLiteral literal;
+    int quotesFrom = from;
+    while (match >= 0 && nextLiteral(text, quotesFrom, text.size(), literal)
+           && literal.span.start < match) {
+        quotesFrom = literal.closed ? literal.span.end : literal.span.start + 1;
+        if (literal.closed && match < literal.span.end)
+            match = indexOfSome(pattern, text, literal.span.end);
+    }
+    return match;
+}
