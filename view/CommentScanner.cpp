@@ -42,9 +42,10 @@ int CommentScanner::nextSingleLine(Line &line, int from) const
     return line.nextSingleLine;
 }
 
-TextSpan CommentScanner::find(const QRegExp &marker, Line &line, int from) const
+TextSpan CommentScanner::find(const QRegExp &marker, Line &line, int from,
+                              StringLiterals::Context context) const
 {
-    const int match = m_literals.indexOutside(marker, line.text, from);
+    const int match = m_literals.indexOutside(marker, line.text, from, context);
     if (match < 0)
         return kNone;
     const TextSpan span = {match, match + marker.matchedLength()};
@@ -53,8 +54,18 @@ TextSpan CommentScanner::find(const QRegExp &marker, Line &line, int from) const
     // What looks like a marker may still stand in a literal.
     int comment = nextSingleLine(line, from);
     if (comment >= 0 && comment < match)
-        comment = m_literals.indexOutside(m_markers.singleLine, line.text, from);
+        comment = m_literals.indexOutside(m_markers.singleLine, line.text, from, context);
     return comment >= 0 && comment < match ? kNone : span;
+}
+
+TextSpan CommentScanner::findStart(Line &line, int from) const
+{
+    return find(m_markers.multiLineStart, line, from, StringLiterals::Context::Code);
+}
+
+TextSpan CommentScanner::findEnd(Line &line, int from) const
+{
+    return find(m_markers.multiLineEnd, line, from, StringLiterals::Context::Comment);
 }
 
 std::vector<TextSpan> CommentScanner::blockComments(const QString &text, int lineNumber,
@@ -63,8 +74,8 @@ std::vector<TextSpan> CommentScanner::blockComments(const QString &text, int lin
     Line line{text};
     std::vector<TextSpan> spans;
     const bool continued = !open.isEmpty();
-    TextSpan start = find(m_markers.multiLineStart, line, 0);
-    TextSpan end = find(m_markers.multiLineEnd, line, found(start) && !continued ? start.end : 0);
+    TextSpan start = findStart(line, 0);
+    TextSpan end = findEnd(line, found(start) && !continued ? start.end : 0);
     if (found(start) && !found(end))
         open.append(lineNumber + 1);
 
@@ -80,7 +91,7 @@ std::vector<TextSpan> CommentScanner::blockComments(const QString &text, int lin
         int from = end.end;
         if (open.isEmpty()) {
             spans.push_back({spanStart, from});
-            start = find(m_markers.multiLineStart, line, from);
+            start = findStart(line, from);
             inside = found(start);
             if (inside) {
                 open.append(lineNumber + 1);
@@ -89,7 +100,7 @@ std::vector<TextSpan> CommentScanner::blockComments(const QString &text, int lin
             }
         }
         if (inside)
-            end = find(m_markers.multiLineEnd, line, from);
+            end = findEnd(line, from);
     }
     return spans;
 }

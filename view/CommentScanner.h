@@ -64,7 +64,10 @@ private:
     };
 
     int nextSingleLine(Line &line, int from) const;
-    TextSpan find(const QRegExp &marker, Line &line, int from) const;
+    TextSpan find(const QRegExp &marker, Line &line, int from,
+                  StringLiterals::Context context) const;
+    TextSpan findStart(Line &line, int from) const;
+    TextSpan findEnd(Line &line, int from) const;
 
     CommentMarkers m_markers;
     StringLiterals m_literals;

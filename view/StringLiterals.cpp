@@ -1,7 +1,5 @@
 #include "view/StringLiterals.h"
 
-#include <algorithm>
-
 namespace {
 
 int indexOfSome(const QRegExp &pattern, const QString &text, int from)
@@ -21,24 +19,28 @@ StringLiterals::StringLiterals()
 {
 }
 
-bool StringLiterals::nextLiteral(const QString &text, int from, int end,
+bool StringLiterals::nextLiteral(const QString &text, const TextSpan &range, Context context,
                                  StringLiteral &literal) const
 {
-    const auto isQuote = [this](QChar c) {
-        return c == QLatin1Char('"') || (m_singleQuotes && c == QLatin1Char('\''));
+    const auto opens = [&](int position) {
+        const QChar c = text.at(position);
+        if (c != QLatin1Char('\'') || !m_singleQuotes)
+            return c == QLatin1Char('"');
+        return context == Context::Code || position == 0
+            || !text.at(position - 1).isLetterOrNumber();
     };
-    const auto stop = text.begin() + end;
-    const auto quote = std::find_if(text.begin() + std::min(from, end), stop, isQuote);
-    if (quote == stop)
+    int start = range.start;
+    while (start < range.end && !opens(start))
+        ++start;
+    if (start >= range.end)
         return false;
-    const int start = static_cast<int>(quote - text.begin());
-    const bool isDouble = *quote == QLatin1Char('"');
+    literal.quote = text.at(start);
+    const bool isDouble = literal.quote == QLatin1Char('"');
     const QRegExp &pattern = isDouble ? m_doubleQuoteString : m_singleQuoteString;
     pattern.indexIn(text, start);
     const int close = start + pattern.matchedLength();
-    literal.quote = *quote;
-    literal.closed = close < end;
-    literal.span = {start, literal.closed ? close + 1 : end};
+    literal.closed = close < range.end;
+    literal.span = {start, literal.closed ? close + 1 : range.end};
     return true;
 }
 
@@ -46,7 +48,7 @@ std::vector<StringLiteral> StringLiterals::find(const QString &text, const TextS
 {
     std::vector<StringLiteral> literals;
     StringLiteral literal;
-    for (int from = range.start; nextLiteral(text, from, range.end, literal);) {
+    for (int from = range.start; nextLiteral(text, {from, range.end}, Context::Code, literal);) {
         // Behind a quote that nothing closes, the other kind may still be whole.
         from = literal.closed ? literal.span.end : literal.span.start + 1;
         literals.push_back(literal);
@@ -54,12 +56,13 @@ std::vector<StringLiteral> StringLiterals::find(const QString &text, const TextS
     return literals;
 }
 
-int StringLiterals::indexOutside(const QRegExp &pattern, const QString &text, int from) const
+int StringLiterals::indexOutside(const QRegExp &pattern, const QString &text, int from,
+                                 Context context) const
 {
     int match = indexOfSome(pattern, text, from);
     StringLiteral literal;
     int quotesFrom = from;
-    while (match >= 0 && nextLiteral(text, quotesFrom, text.size(), literal)
+    while (match >= 0 && nextLiteral(text, {quotesFrom, text.size()}, context, literal)
            && literal.span.start < match) {
         quotesFrom = literal.closed ? literal.span.end : literal.span.start + 1;
         if (literal.closed && match < literal.span.end)

@@ -39,15 +39,24 @@ public:
     /// The literals that begin in range; none reaches beyond it.
     std::vector<StringLiteral> find(const QString &text, const TextSpan &range) const;
 
+    enum class Context {
+        Code,
+        /// Inside a comment, where the quote of "don't" is an apostrophe: a single
+        /// quote behind a letter opens no literal.
+        Comment
+    };
+
     /// Position of the first match of pattern, at from or later, that does not
     /// begin inside a closed literal (which begin at from or later as well); -1
     /// without one. The pattern's own opening quote is not inside the literal
     /// that it opens. Matches of no character are passed over. After a match,
     /// pattern.matchedLength() is its length.
-    int indexOutside(const QRegExp &pattern, const QString &text, int from) const;
+    int indexOutside(const QRegExp &pattern, const QString &text, int from,
+                     Context context = Context::Code) const;
 
 private:
-    bool nextLiteral(const QString &text, int from, int end, StringLiteral &literal) const;
+    bool nextLiteral(const QString &text, const TextSpan &range, Context context,
+                     StringLiteral &literal) const;
 
     QRegExp m_doubleQuoteString;
     QRegExp m_singleQuoteString;
