@@ -201,16 +201,14 @@ void Highlighter::colourLines(int first, int last, int units)
         return;
 
     const bool wasModified = document()->isModified();
-    {
-        const QScopedValueRollback<bool> colouring(m_colouringLines, true);
-        const QScopedValueRollback<int> limit(m_units, units);
-        const QSignalBlocker silence(document());
-        QTextCursor edit(document());
-        edit.beginEditBlock();
-        for (const QTextBlock &line : outdated)
-            rehighlightBlock(line);
-        edit.endEditBlock();
-    }
+    const QScopedValueRollback<bool> colouring(m_colouringLines, true);
+    const QScopedValueRollback<int> limit(m_units, units);
+    const QSignalBlocker silence(document());
+    QTextCursor edit(document());
+    edit.beginEditBlock();
+    for (const QTextBlock &line : outdated)
+        rehighlightBlock(line);
+    edit.endEditBlock();
     // Without undo, the end of an edit block counts as a modification.
     document()->setModified(wasModified);
 }
