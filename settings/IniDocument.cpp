@@ -192,6 +192,19 @@ QStringList IniDocument::list(const QString &key, const QStringList &defaultValu
     return value(key, defaultValue).toStringList();
 }
 
+QStringList IniDocument::childGroups() const
+{
+    QStringList groups;
+    for (auto entry = m_index.begin(); entry != m_index.end(); ++entry) {
+        const int slash = entry.key().indexOf(QLatin1Char('/'));
+        if (slash > 0)
+            groups.append(entry.key().left(slash));
+    }
+    groups.removeDuplicates();
+    groups.sort();
+    return groups;
+}
+
 QStringList IniDocument::childKeys(const QString &section) const
 {
     const QString prefix = section + QLatin1Char('/');

@@ -54,6 +54,10 @@ public:
     /// The value as a list of texts; a single text is a list of one.
     QStringList list(const QString &key, const QStringList &defaultValue = QStringList()) const;
 
+    /// Names of the sections that have keys, sorted; of those with a "/" in them,
+    /// the part before it. Not the general one.
+    QStringList childGroups() const;
+
     /// Keys of a section without its name, sorted; not those with a further
     /// "/" in them.
     QStringList childKeys(const QString &section) const;
