@@ -192,17 +192,11 @@ QStringList IniDocument::list(const QString &key, const QStringList &defaultValu
     return value(key, defaultValue).toStringList();
 }
 
-QStringList IniDocument::childGroups() const
+QStringList IniDocument::allKeys() const
 {
-    QStringList groups;
-    for (auto entry = m_index.begin(); entry != m_index.end(); ++entry) {
-        const int slash = entry.key().indexOf(QLatin1Char('/'));
-        if (slash > 0)
-            groups.append(entry.key().left(slash));
-    }
-    groups.removeDuplicates();
-    groups.sort();
-    return groups;
+    QStringList keys = m_index.keys();
+    keys.sort();
+    return keys;
 }
 
 QStringList IniDocument::childKeys(const QString &section) const

@@ -54,9 +54,8 @@ public:
     /// The value as a list of texts; a single text is a list of one.
     QStringList list(const QString &key, const QStringList &defaultValue = QStringList()) const;
 
-    /// Names of the sections that have keys, sorted; of those with a "/" in them,
-    /// the part before it. Not the general one.
-    QStringList childGroups() const;
+    /// Every key with its section, sorted.
+    QStringList allKeys() const;
 
     /// Keys of a section without its name, sorted; not those with a further
     /// "/" in them.
