@@ -192,6 +192,13 @@ QStringList IniDocument::list(const QString &key, const QStringList &defaultValu
     return value(key, defaultValue).toStringList();
 }
 
+QStringList IniDocument::allKeys() const
+{
+    QStringList keys = m_index.keys();
+    keys.sort();
+    return keys;
+}
+
 QStringList IniDocument::childKeys(const QString &section) const
 {
     const QString prefix = section + QLatin1Char('/');

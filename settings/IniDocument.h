@@ -54,6 +54,9 @@ public:
     /// The value as a list of texts; a single text is a list of one.
     QStringList list(const QString &key, const QStringList &defaultValue = QStringList()) const;
 
+    /// Every key with its section, sorted.
+    QStringList allKeys() const;
+
     /// Keys of a section without its name, sorted; not those with a further
     /// "/" in them.
     QStringList childKeys(const QString &section) const;

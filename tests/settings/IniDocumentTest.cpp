@@ -26,6 +26,7 @@ private slots:
     void aMissingKeyGivesTheDefault();
     void aSingleTextIsAListOfOne();
     void childKeysAreSortedAndDirect();
+    void allKeysAreThoseOfQt();
     void everythingElseStaysWhenAValueChanges();
     void aChangedValueStaysWhereItsKeyStands();
     void aNewKeyGoesToTheEndOfItsSection();
@@ -186,6 +187,20 @@ void IniDocumentTest::childKeysAreSortedAndDirect()
     QCOMPARE(document.childKeys(QStringLiteral("langlist")),
              QStringList({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}));
     QCOMPARE(document.childKeys(QStringLiteral("none")), QStringList());
+}
+
+void IniDocumentTest::allKeysAreThoseOfQt()
+{
+    const QByteArray bytes = "k=0\n[b]\nk=1\nk2=1\n[a]\nk=2\n[empty]\n[c/d]\nk=3\n"
+                             "[e]\nf\\g=4\n[General]\nk=5\n[%General]\nk=6\n[b]\nk3=7\n";
+    ScratchFolder folder;
+    const QString path = folder.write(QStringLiteral("a.ini"), bytes);
+    const QStringList keys = IniDocument(bytes, Form::Utf8).allKeys();
+    QCOMPARE(keys, QSettings(path, QSettings::IniFormat).allKeys());
+    QVERIFY(keys.contains(QStringLiteral("k")));
+    QVERIFY(keys.contains(QStringLiteral("c/d/k")));
+    QVERIFY(keys.contains(QStringLiteral("e/f/g")));
+    QVERIFY(IniDocument(QByteArray(), Form::Utf8).allKeys().isEmpty());
 }
 
 void IniDocumentTest::everythingElseStaysWhenAValueChanges()

@@ -1,0 +1,229 @@
+#include "view/CommentScanner.h"
+
+#include <QStringList>
+#include <QTest>
+
+#include <random>
+
+class CommentScannerTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void commentsOfLines_data();
+    void commentsOfLines();
+    void whatIsOpenIsTheLineItBeganIn();
+    void linesThatOpenAgainAreInnermost();
+    void aSecondCommentOfALineIsOpenToo();
+    void aStartMarkerBehindAClosedCommentCounts();
+    void aLineCommentBeginsOutsideBlockComments();
+    void aLineCommentMarkerInALiteralIsNone();
+    void withoutASingleLineMarkerThereIsNoLineComment();
+    void quotesInCommentsOpenNoLiteral();
+    void markersOfOneTextOpenAndClose();
+    void aMarkerThatMatchesNothingNeverOpens();
+    void aLongLineIsWalkedOnce();
+    void anyLinesAreSurvived();
+};
+
+namespace {
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+CommentScanner scanner(const char *single = "//", const char *start = "/\\*",
+                       const char *end = "\\*/")
+{
+    return CommentScanner({QRegExp(text(single)), QRegExp(text(start)), QRegExp(text(end))},
+                          StringLiterals());
+}
+
+/// One text a line: "b" in a block comment, "." outside.
+QStringList commentsOf(const CommentScanner &scanner, const QStringList &lines,
+                       CommentScanner::OpenComments &open)
+{
+    QStringList result;
+    for (int number = 0; number < lines.size(); ++number) {
+        QString letters(lines.at(number).size(), QLatin1Char('.'));
+        for (const TextSpan &span : scanner.blockComments(lines.at(number), number, open)) {
+            for (int i = span.start; i < span.end; ++i)
+                letters[i] = QLatin1Char('b');
+        }
+        result.append(letters);
+    }
+    return result;
+}
+
+CommentScanner::OpenComments openAfter(const QStringList &lines)
+{
+    CommentScanner::OpenComments open;
+    commentsOf(scanner(), lines, open);
+    return open;
+}
+
+QStringList split(const QString &lines)
+{
+    return lines.split(QLatin1Char('\n'));
+}
+
+} // namespace
+
+void CommentScannerTest::commentsOfLines_data()
+{
+    QTest::addColumn<QString>("lines");
+    QTest::addColumn<QString>("comments");
+    const auto row = [](const char *name, const char *lines, const char *comments) {
+        QTest::newRow(name) << text(lines) << text(comments);
+    };
+
+    row("none", "a b", "...");
+    row("on one line", "a/*b*/c", ".bbbbb.");
+    row("nothing inside", "/**/a", "bbbb.");
+    row("the end marker is no part of the start", "/*/a", "bbbb");
+    row("two on one line", "/*a*/b/*c*/d", "bbbbb.bbbbb.");
+    row("over two lines", "a/*b\nc*/d", ".bbb\nbbb.");
+    row("over three lines", "/*\nabc\n*/d", "bb\nbbb\nbb.");
+    row("an empty line inside", "/*\n\na*/b", "bb\n\nbbb.");
+    row("opened twice, closed once", "/*\n/*\n*/\na", "bb\nbb\nbb\nb");
+    row("opened twice, closed twice", "/*\n/*\n*/\n*/a", "bb\nbb\nbb\nbb.");
+    row("opened twice, both closed on one line", "/*\n/*\na*/b*/c", "bb\nbb\nbbbbbb.");
+    row("opened three times, two closed on one line", "/*\n/*\n/*\n*/*/a", "bb\nbb\nbb\nbbbbb");
+    row("a start on its line's first comment is inside it", "/*a/*b*/c", "bbbbbbbb.");
+    row("a start before the end of an open comment does not count", "/*\na/*b*/c\nd",
+        "bb\nbbbbbb.\n.");
+    row("an end before a start", "/*\na*/b/*c\nd", "bb\nbbb.bbb\nb");
+    row("an end without a start", "a*/b", "....");
+    row("an end without a start, then a comment", "*/ /*a*/", "...bbbbb");
+    row("a start in a string", "\"/*\"\na", "....\n.");
+    row("a start in a single-quoted string", "'/*'\na", "....\n.");
+    row("a start behind a string", "\"/*\"/*a", "....bbb");
+    row("an end in a string", "/*\n\"*/\"*/a", "bb\nbbbbbb.");
+    row("an apostrophe hides no end", "/* don't */a", "bbbbbbbbbbb.");
+    row("an apostrophe hides no start", "don't /*a*/", "......bbbbb");
+    row("a start behind a line comment", "a//b/*c\nd", ".......\n.");
+    row("a line comment behind a start", "/*a//b\nc*/d", "bbbbbb\nbbb.");
+    row("an end behind a line comment's marker", "/*\na//b*/\nc", "bb\nbbbbbb\nb");
+    row("an end before a line comment", "/*\na*/b//c", "bb\nbbb....");
+    row("a line comment's marker in a string", "\"//\"/*a", "....bbb");
+    row("strings around a comment", "\"a\" /*b*/ \"c\"", "....bbbbb....");
+}
+
+void CommentScannerTest::commentsOfLines()
+{
+    QFETCH(QString, lines);
+    QFETCH(QString, comments);
+    CommentScanner::OpenComments open;
+    QCOMPARE(commentsOf(scanner(), split(lines), open), split(comments));
+}
+
+void CommentScannerTest::whatIsOpenIsTheLineItBeganIn()
+{
+    QCOMPARE(openAfter(split(text("a\n/*\nb"))), CommentScanner::OpenComments{2});
+    QCOMPARE(openAfter(split(text("a\n/*\nb*/"))), CommentScanner::OpenComments());
+}
+
+void CommentScannerTest::linesThatOpenAgainAreInnermost()
+{
+    QCOMPARE(openAfter(split(text("/*\n\n/*\n/*"))), (CommentScanner::OpenComments{1, 3, 4}));
+    QCOMPARE(openAfter(split(text("/*\n\n/*\n/*\n*/"))), (CommentScanner::OpenComments{1, 3}));
+}
+
+void CommentScannerTest::aSecondCommentOfALineIsOpenToo()
+{
+    QCOMPARE(openAfter(split(text("/**/ /*"))), CommentScanner::OpenComments{1});
+    QCOMPARE(openAfter(split(text("/**/ /**/"))), CommentScanner::OpenComments());
+}
+
+void CommentScannerTest::aStartMarkerBehindAClosedCommentCounts()
+{
+    QCOMPARE(openAfter(split(text("/*\n*/ /*"))), CommentScanner::OpenComments{2});
+}
+
+void CommentScannerTest::aLineCommentBeginsOutsideBlockComments()
+{
+    const CommentScanner all = scanner();
+    const QString line = text("/*//*/ a//b");
+    QCOMPARE(all.lineComment(line, {{0, 6}}), 8);
+    QCOMPARE(all.lineComment(line, {{0, line.size()}}), -1);
+    QCOMPARE(all.lineComment(line, {}), 2);
+    QCOMPARE(all.lineComment(text("a"), {}), -1);
+}
+
+void CommentScannerTest::aLineCommentMarkerInALiteralIsNone()
+{
+    QCOMPARE(scanner().lineComment(text("\"a//b\" //c"), {}), 7);
+    QCOMPARE(scanner().lineComment(text("'a//b'"), {}), -1);
+    QCOMPARE(scanner().lineComment(text("don't //c"), {}), 6);
+}
+
+void CommentScannerTest::withoutASingleLineMarkerThereIsNoLineComment()
+{
+    QCOMPARE(scanner("").lineComment(text("a//b"), {}), -1);
+    CommentScanner::OpenComments open;
+    QCOMPARE(commentsOf(scanner(""), split(text("//a/*b")), open), split(text("...bbb")));
+}
+
+void CommentScannerTest::quotesInCommentsOpenNoLiteral()
+{
+    const QString line = text("a \"b\" /* \"c */ \"d\" // \"e\"");
+    const std::vector<StringLiteral> literals =
+        scanner().stringLiterals(line, {{6, 14}}, line.indexOf(text("//")));
+    QCOMPARE(literals.size(), std::size_t(2));
+    QCOMPARE(literals[0].span, (TextSpan{2, 5}));
+    QCOMPARE(literals[1].span, (TextSpan{15, 18}));
+}
+
+void CommentScannerTest::markersOfOneTextOpenAndClose()
+{
+    const CommentScanner quotes = scanner("#", "\"\"\"", "\"\"\"");
+    CommentScanner::OpenComments open;
+    QCOMPARE(commentsOf(quotes, split(text("a\"\"\"b\nc\nd\"\"\"e\nf\"\"\"g\"\"\"h")), open),
+             split(text(".bbbb\nb\nbbbb.\n.bbbbbbb.")));
+    QVERIFY(open.isEmpty());
+}
+
+void CommentScannerTest::aMarkerThatMatchesNothingNeverOpens()
+{
+    CommentScanner::OpenComments open;
+    const QStringList lines = split(text("a\n\nb"));
+    QCOMPARE(commentsOf(scanner("#", "x*", "y*"), lines, open), split(text(".\n\n.")));
+    QCOMPARE(commentsOf(scanner("#", "$.", "$."), lines, open), split(text(".\n\n.")));
+    QVERIFY(open.isEmpty());
+}
+
+void CommentScannerTest::aLongLineIsWalkedOnce()
+{
+    // Takes minutes when every comment looks through the rest of the line.
+    const int count = 100000;
+    CommentScanner::OpenComments open;
+    const QString line = text("/*a*/ \"b\" ").repeated(count);
+    const std::vector<TextSpan> comments = scanner().blockComments(line, 0, open);
+    QCOMPARE(comments.size(), std::size_t(count));
+    QCOMPARE(scanner().lineComment(line, comments), -1);
+}
+
+void CommentScannerTest::anyLinesAreSurvived()
+{
+    static const char *const pieces[] = {"/*", "*/", "//", "\"", "'", "a", " ", "/", "*", "x"};
+    const CommentScanner scanners[] = {scanner(), scanner("x?", "/\\*|x*", "\\*/|a?"),
+                                       scanner("", "\"\"|a", "'|a"), scanner("[", "(", "*")};
+    std::mt19937 random(5);
+    for (const CommentScanner &each : scanners) {
+        CommentScanner::OpenComments open;
+        for (int number = 0; number < 2000; ++number) {
+            QString line;
+            for (int length = static_cast<int>(random() % 20); length > 0; --length)
+                line += text(pieces[random() % std::size(pieces)]);
+            int end = 0;
+            for (const TextSpan &span : each.blockComments(line, number, open)) {
+                QVERIFY(span.start >= end && span.start <= span.end);
+                end = span.end;
+            }
+            QVERIFY(end <= line.size());
+        }
+    }
+}
+
+QTEST_GUILESS_MAIN(CommentScannerTest)
+#include "CommentScannerTest.moc"

@@ -1,0 +1,162 @@
+#include "view/StringLiterals.h"
+
+#include <QStringList>
+#include <QTest>
+
+class StringLiteralsTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void literalsAreFoundFromLeftToRight_data();
+    void literalsAreFoundFromLeftToRight();
+    void singleQuotesMayBeNoLiterals();
+    void literalsStayWithinTheirRange();
+    void aLiteralWithoutItsEndIsNotClosed();
+    void aMatchInsideALiteralIsSkipped_data();
+    void aMatchInsideALiteralIsSkipped();
+    void anApostropheInACommentHidesNothing();
+    void aMatchOfNothingIsPassedOver();
+    void theLengthOfTheMatchIsKept();
+    void aLongLineIsWalkedOnce();
+};
+
+namespace {
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+QStringList textsOf(const QString &line, const std::vector<StringLiteral> &literals)
+{
+    QStringList result;
+    for (const StringLiteral &literal : literals)
+        result.append(line.mid(literal.span.start, literal.span.end - literal.span.start));
+    return result;
+}
+
+QStringList literalsOf(const QString &line)
+{
+    return textsOf(line, StringLiterals().find(line, {0, line.size()}));
+}
+
+} // namespace
+
+void StringLiteralsTest::literalsAreFoundFromLeftToRight_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QStringList>("literals");
+    const auto row = [](const char *name, const char *line, const QStringList &literals) {
+        QTest::newRow(name) << text(line) << literals;
+    };
+
+    row("none", "a b", {});
+    row("empty line", "", {});
+    row("one", "a \"b\" c", {text("\"b\"")});
+    row("two, not what is between them", "\"a\" b \"c\"", {text("\"a\""), text("\"c\"")});
+    row("empty literal", "a \"\" b", {text("\"\"")});
+    row("both kinds", "\"a\" 'b'", {text("\"a\""), text("'b'")});
+    row("apostrophe inside", "\"it's\", x", {text("\"it's\"")});
+    row("double quote inside", "'say \"a', \"b\"", {text("'say \"a'"), text("\"b\"")});
+    row("without end", "a \"b c", {text("\"b c")});
+    row("quote alone at the end", "a \"", {text("\"")});
+    row("apostrophe, then a literal", "don't \"a\" b", {text("'t \"a\" b"), text("\"a\"")});
+    row("no escapes", "\"a\\\" b", {text("\"a\\\"")});
+}
+
+void StringLiteralsTest::literalsAreFoundFromLeftToRight()
+{
+    QFETCH(QString, line);
+    QFETCH(QStringList, literals);
+    QCOMPARE(literalsOf(line), literals);
+}
+
+void StringLiteralsTest::singleQuotesMayBeNoLiterals()
+{
+    StringLiterals literals;
+    QVERIFY(literals.singleQuotes());
+    literals.setSingleQuotes(false);
+    const QString line = text("it's 'a' \"b\"");
+    QCOMPARE(textsOf(line, literals.find(line, {0, line.size()})), QStringList{text("\"b\"")});
+}
+
+void StringLiteralsTest::literalsStayWithinTheirRange()
+{
+    const QString line = text("\"a\" \"b\" \"c\"");
+    QCOMPARE(textsOf(line, StringLiterals().find(line, {3, 9})),
+             (QStringList{text("\"b\""), text("\"")}));
+    QCOMPARE(textsOf(line, StringLiterals().find(line, {4, 4})), QStringList());
+}
+
+void StringLiteralsTest::aLiteralWithoutItsEndIsNotClosed()
+{
+    const QString line = text("\"a\" 'b");
+    const std::vector<StringLiteral> literals = StringLiterals().find(line, {0, line.size()});
+    QCOMPARE(literals.size(), std::size_t(2));
+    QVERIFY(literals[0].closed);
+    QCOMPARE(literals[0].quote, QChar(QLatin1Char('"')));
+    QVERIFY(!literals[1].closed);
+    QCOMPARE(literals[1].quote, QChar(QLatin1Char('\'')));
+}
+
+void StringLiteralsTest::aMatchInsideALiteralIsSkipped_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<int>("position");
+    const auto row = [](const char *name, const char *line, int position) {
+        QTest::newRow(name) << text(line) << position;
+    };
+
+    row("before", "# \"a\"", 0);
+    row("inside only", "\"#\"", -1);
+    row("inside, then behind", "\"#\" #", 4);
+    row("inside two", "\"#\" '#' #", 8);
+    row("behind the closing quote", "\"#\"#", 3);
+    row("behind a quote without end", "don't #", 6);
+    row("inside a literal behind such a quote", "don't \"#\" #", 10);
+    row("inside the other kind", "'\"#' #", 5);
+    row("none", "a", -1);
+}
+
+void StringLiteralsTest::aMatchInsideALiteralIsSkipped()
+{
+    QFETCH(QString, line);
+    QFETCH(int, position);
+    QCOMPARE(StringLiterals().indexOutside(QRegExp(text("#")), line, 0), position);
+}
+
+void StringLiteralsTest::anApostropheInACommentHidesNothing()
+{
+    const auto indexOf = [](const char *line, StringLiterals::Context context) {
+        return StringLiterals().indexOutside(QRegExp(text("#")), text(line), 0, context);
+    };
+    QCOMPARE(indexOf("don't # 'a'", StringLiterals::Context::Comment), 6);
+    QCOMPARE(indexOf("don't # 'a'", StringLiterals::Context::Code), -1);
+    QCOMPARE(indexOf("say '#' \"#\" #", StringLiterals::Context::Comment), 12);
+    QCOMPARE(indexOf("'#' #", StringLiterals::Context::Comment), 4);
+}
+
+void StringLiteralsTest::aMatchOfNothingIsPassedOver()
+{
+    QCOMPARE(StringLiterals().indexOutside(QRegExp(text("x*")), text("abxx"), 0), 2);
+    QCOMPARE(StringLiterals().indexOutside(QRegExp(text("x*")), text("ab"), 0), -1);
+    QCOMPARE(StringLiterals().indexOutside(QRegExp(text("^|$")), QString(), 0), -1);
+}
+
+void StringLiteralsTest::theLengthOfTheMatchIsKept()
+{
+    const QRegExp pattern(text("#+"));
+    QCOMPARE(StringLiterals().indexOutside(pattern, text("\"#\" ### \"#####\""), 0), 4);
+    QCOMPARE(pattern.matchedLength(), 3);
+}
+
+void StringLiteralsTest::aLongLineIsWalkedOnce()
+{
+    // Takes minutes when every literal looks for a quote through the whole line.
+    const QString line = text("\"a\" ").repeated(500000);
+    QCOMPARE(StringLiterals().find(line, {0, line.size()}).size(), std::size_t(500000));
+    QCOMPARE(StringLiterals().indexOutside(QRegExp(text("#")), line + text("#"), 0), line.size());
+}
+
+QTEST_GUILESS_MAIN(StringLiteralsTest)
+#include "StringLiteralsTest.moc"

@@ -1,0 +1,206 @@
+#include "view/VisibleColouring.h"
+
+#include "settings/AppSettings.h"
+#include "tests/support/ScratchFolder.h"
+#include "view/Highlighter.h"
+
+#include <QPlainTextEdit>
+#include <QScrollBar>
+#include <QTest>
+#include <QTextBlock>
+#include <QTextLayout>
+
+class VisibleColouringTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+
+    void whatIsPaintedIsColoured();
+    void whatIsNotOnScreenIsNot();
+    void scrollingColoursWhatComesOnScreen();
+    void aFindIsShownAtOnce();
+    void anOpenedCommentIsShownAtOnce();
+    void everyVisibleLineIsColoured_data();
+    void everyVisibleLineIsColoured();
+    void aLongLineIsColouredWhereItIsSeen();
+    void aWrappedLineIsColouredWhole();
+    void paintingComesToRest();
+
+private:
+    ScratchFolder m_folder;
+    std::unique_ptr<QPlainTextEdit> m_view;
+    Highlighter *m_highlighter = nullptr;
+
+    bool isColoured(int line) const;
+    int lastColouredUnit(int line) const;
+};
+
+namespace {
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+/// Counts the paint events of a widget.
+class PaintCounter : public QObject {
+public:
+    explicit PaintCounter(QWidget *widget) { widget->installEventFilter(this); }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        m_count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+    int count() const { return m_count; }
+
+private:
+    int m_count = 0;
+};
+
+} // namespace
+
+void VisibleColouringTest::initTestCase()
+{
+    m_folder.write(text("list/c.lst"),
+                   "[comment]\nsingleLine=//\nmultiLineStart=/\\*\n"
+                   "multiLineEnd=\\*/\n\n");
+    AppSettings::instance().load(m_folder.path());
+}
+
+void VisibleColouringTest::init()
+{
+    m_view = std::make_unique<QPlainTextEdit>();
+    m_view->setLineWrapMode(QPlainTextEdit::NoWrap);
+    m_view->resize(400, 300);
+    m_highlighter = new Highlighter(m_view->document(), false, Highlighter::Mode::OnDemand);
+    new VisibleColouring(m_view.get(), m_highlighter);
+    m_highlighter->setLanguage(QString(), text("c"));
+    m_view->setPlainText(text("12 a b c\n").repeated(1000));
+    m_view->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_view.get()));
+}
+
+bool VisibleColouringTest::isColoured(int line) const
+{
+    return lastColouredUnit(line) > 0;
+}
+
+int VisibleColouringTest::lastColouredUnit(int line) const
+{
+    int last = 0;
+    for (const auto &range : m_view->document()->findBlockByNumber(line).layout()->formats())
+        last = std::max(last, range.start + range.length);
+    return last;
+}
+
+void VisibleColouringTest::whatIsPaintedIsColoured()
+{
+    const QImage plain = m_view->grab().toImage();
+    QVERIFY(isColoured(0));
+    bool seen = false;
+    const QRgb value = AppSettings::instance().valuecolor.rgb();
+    for (int y = 0; y < plain.height() && !seen; ++y) {
+        for (int x = 0; x < plain.width() && !seen; ++x)
+            seen = plain.pixel(x, y) == value;
+    }
+    QVERIFY(seen);
+}
+
+void VisibleColouringTest::whatIsNotOnScreenIsNot()
+{
+    m_view->grab();
+    QVERIFY(!isColoured(200));
+    QVERIFY(!isColoured(999));
+}
+
+void VisibleColouringTest::scrollingColoursWhatComesOnScreen()
+{
+    m_view->verticalScrollBar()->setValue(500);
+    m_view->grab();
+    QVERIFY(isColoured(500));
+    QVERIFY(isColoured(505));
+    QVERIFY(!isColoured(300));
+    QVERIFY(!isColoured(700));
+}
+
+void VisibleColouringTest::aFindIsShownAtOnce()
+{
+    m_view->grab();
+    QCOMPARE(lastColouredUnit(3), 2);
+    m_highlighter->setFind(QRegExp(text("b")));
+    QTRY_COMPARE(lastColouredUnit(3), 6);
+}
+
+void VisibleColouringTest::anOpenedCommentIsShownAtOnce()
+{
+    m_view->grab();
+    QCOMPARE(lastColouredUnit(5), 2);
+    QTest::keyClicks(m_view.get(), text("/*"));
+    QTRY_COMPARE(lastColouredUnit(5), 8);
+    QTest::keyClick(m_view.get(), Qt::Key_Backspace);
+    QTRY_COMPARE(lastColouredUnit(5), 2);
+}
+
+void VisibleColouringTest::everyVisibleLineIsColoured_data()
+{
+    QTest::addColumn<int>("pointSize");
+    QTest::addColumn<int>("top");
+    for (int size : {4, 9, 14, 40}) {
+        for (int top : {0, 1, 333, 999})
+            QTest::addRow("%d points, from line %d", size, top) << size << top;
+    }
+}
+
+void VisibleColouringTest::everyVisibleLineIsColoured()
+{
+    QFETCH(int, pointSize);
+    QFETCH(int, top);
+    QFont font = m_view->font();
+    font.setPointSize(pointSize);
+    m_view->setFont(font);
+    m_view->verticalScrollBar()->setValue(top);
+    m_view->grab();
+    const int first = m_view->cursorForPosition(QPoint(0, 0)).blockNumber();
+    const int last =
+        m_view->cursorForPosition(QPoint(0, m_view->viewport()->height())).blockNumber();
+    QVERIFY(last > first);
+    for (int line = first; line <= std::min(last, 999); ++line)
+        QVERIFY2(isColoured(line), qPrintable(QString::number(line)));
+}
+
+void VisibleColouringTest::aLongLineIsColouredWhereItIsSeen()
+{
+    m_view->setPlainText(text("12 ").repeated(20000));
+    m_view->grab();
+    const int width = lastColouredUnit(0);
+    QVERIFY(width >= 400 / 20 && width < 30000);
+    m_view->horizontalScrollBar()->setValue(m_view->horizontalScrollBar()->maximum());
+    m_view->grab();
+    QCOMPARE(lastColouredUnit(0), 59999);
+}
+
+void VisibleColouringTest::aWrappedLineIsColouredWhole()
+{
+    m_view->setLineWrapMode(QPlainTextEdit::WidgetWidth);
+    m_view->setPlainText(text("12 ").repeated(20000));
+    m_view->grab();
+    QCOMPARE(lastColouredUnit(0), 59999);
+}
+
+void VisibleColouringTest::paintingComesToRest()
+{
+    PaintCounter paints(m_view->viewport());
+    m_highlighter->setFind(QRegExp(text("c")));
+    QTest::qWait(200);
+    const int count = paints.count();
+    QVERIFY(count > 0);
+    QTest::qWait(200);
+    // The cursor may have blinked meanwhile.
+    QVERIFY(paints.count() <= count + 1);
+}
+
+QTEST_MAIN(VisibleColouringTest)
+#include "VisibleColouringTest.moc"

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "view/HighlightColour.h"
+
+#include <QHash>
+#include <QRegExp>
+#include <QString>
+#include <QStringList>
+#include <QStringView>
+#include <QVector>
+
+#include <functional>
+#include <map>
+#include <vector>
+
+/// Named rules, each a pattern and a colour, applied in the order of their names
+/// as texts ("KeyWord_10" before "KeyWord_2"): a later match covers an earlier
+/// one.
+///
+/// Rules for a single word, of which a language has hundreds, are looked up word
+/// by word in one walk over the line instead of searched for one after the other.
+/// Matches and their order are the same.
+class HighlightRules {
+public:
+    /// Called for each match that is not empty.
+    using Visitor = std::function<void(int start, int length, HighlightColour colour)>;
+
+    /// The rules that mark what was found come after all others, by their names.
+    enum class Group { Language, Finds };
+    static QString findName(int number);
+
+    void clear();
+    void remove(const QString &name);
+    /// Adds or replaces a rule. One whose expression is empty or invalid stays
+    /// without a match.
+    void set(const QString &name, const QRegExp &expression, HighlightColour colour);
+    /// The same for the expression "\b" + word + "\b"; word is a pattern itself.
+    void setWord(const QString &name, const QString &word, HighlightColour colour);
+
+    /// An empty one without a rule of that name.
+    QRegExp expression(const QString &name) const;
+    /// In the order of application.
+    QStringList names() const;
+
+    /// Visits the matches of every rule of the group that begin before limit:
+    /// rule by rule in order, the matches of each from left to right, not
+    /// overlapping.
+    void visitMatches(const QString &text, Group group, int limit, const Visitor &visitor) const;
+
+private:
+    struct Rule {
+        QRegExp expression;
+        HighlightColour colour = HighlightColour::Value;
+        /// Set, and expression not, when a match is exactly this whole word.
+        QString word;
+    };
+    struct Match {
+        int order;
+        int start;
+        int length;
+    };
+
+    void put(const QString &name, Rule rule);
+    void prepare() const;
+    std::vector<Match> wordMatches(const QString &text, int limit) const;
+    static void visitRule(const Rule &rule, const QString &text, int limit, const Visitor &visitor);
+
+    std::map<QString, Rule> m_rules;
+
+    // The rules laid out for a walk over a line; made when they are needed.
+    mutable bool m_prepared = false;
+    mutable std::vector<const Rule *> m_order;
+    mutable int m_firstFind = 0;
+    /// For each word the places of its rules in m_order. The views are of the
+    /// texts in m_rules.
+    mutable QHash<QStringView, QVector<int>> m_words;
+};

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "view/CommentScanner.h"
+#include "view/HighlightRules.h"
+#include "view/StringLiterals.h"
+
+#include <QRegExp>
+#include <QString>
+
+#include <limits>
+
+struct LanguageDefinition;
+
+/// Which colours a view's lines get, decided line by line from the text alone:
+/// in the preview by the language of the file (see LanguageConfig), in the
+/// result view by what a result looks like, in both by what was searched for.
+///
+/// A later one of these covers an earlier one:
+///
+/// 1. the rules: single-line comments ("Comment"), file lines ("Grep"), keywords
+///    ("KeyWord_0", …), reserved words ("Reserve_0", …), values ("Value"), in
+///    the order of HighlightRules;
+/// 2. if the language has both markers for block comments: its single-line
+///    comment once more, from the marker to the end of the line;
+/// 3. string literals (see StringLiterals), double-quoted ones first;
+/// 4. block comments (see CommentScanner);
+/// 5. what was found ("zFind_1", "zFind_2").
+///
+/// So a language without block comments colours the words inside its comments; a
+/// definition that is to leave them alone has markers that never match.
+class HighlightSyntax {
+public:
+    explicit HighlightSyntax(bool isResultView);
+
+    /// Drops all rules, what was found included, and takes up the language
+    /// languageName or, when that is empty, the one of suffix; both empty means
+    /// none. A language without a definition gets the values and, in the preview,
+    /// the comments that "ini", "bat" and "sed" files are known for, and a line in
+    /// the debug log. With a definition, only its own comments count.
+    void setLanguage(const QString &suffix, const QString &languageName);
+
+    /// Marks the matches of pattern, or none when it is empty; number is 1 or 2.
+    /// False when that changes nothing.
+    bool setFind(int number, const QRegExp &pattern);
+
+    const HighlightRules &rules() const { return m_rules; }
+    const CommentScanner &comments() const { return m_comments; }
+    /// Whether lines depend on those before them: the language has both block
+    /// comment markers.
+    bool hasBlockComments() const { return m_multiLine; }
+    /// Whether the single quote marks comments in the language, not strings.
+    bool quoteIsComment() const { return !m_literals.singleQuotes(); }
+    bool isResultView() const { return m_isResultView; }
+
+    struct Line {
+        const QString &text;
+        /// From 0.
+        int number = 0;
+        /// The block comments that the lines before leave open.
+        CommentScanner::OpenComments open;
+        /// Parts that begin here or behind are left out.
+        int limit = std::numeric_limits<int>::max();
+    };
+
+    /// Visits the parts of a line with their colours, later ones covering earlier
+    /// ones. Returns the last comment of step 2 or 4, or an empty span at -1.
+    TextSpan visitColours(const Line &line, const HighlightRules::Visitor &visitor) const;
+
+private:
+    void addValueRule();
+    void setSingleLine(const QString &pattern);
+    void setBlockComments(const QString &start, const QString &end);
+    void take(const LanguageDefinition &definition);
+
+    HighlightRules m_rules;
+    CommentMarkers m_markers;
+    StringLiterals m_literals;
+    /// Finds the comments by m_markers and m_literals.
+    CommentScanner m_comments;
+    bool m_multiLine = false;
+    bool m_isResultView;
+};

@@ -1,0 +1,72 @@
+#include "view/StringLiterals.h"
+
+namespace {
+
+int indexOfSome(const QRegExp &pattern, const QString &text, int from)
+{
+    int match = pattern.indexIn(text, from);
+    while (match >= 0 && pattern.matchedLength() == 0)
+        match = match < text.size() ? pattern.indexIn(text, match + 1) : -1;
+    return match;
+}
+
+} // namespace
+
+StringLiterals::StringLiterals()
+    // Without the closing quote, so that a literal that runs out of its line
+    // matches as well.
+    : m_doubleQuoteString(QStringLiteral("\"[^\"]*")), m_singleQuoteString(QStringLiteral("'[^']*"))
+{
+}
+
+bool StringLiterals::nextLiteral(const QString &text, const TextSpan &range, Context context,
+                                 StringLiteral &literal) const
+{
+    const auto opens = [&](int position) {
+        const QChar c = text.at(position);
+        if (c != QLatin1Char('\'') || !m_singleQuotes)
+            return c == QLatin1Char('"');
+        return context == Context::Code || position == 0
+            || !text.at(position - 1).isLetterOrNumber();
+    };
+    int start = range.start;
+    while (start < range.end && !opens(start))
+        ++start;
+    if (start >= range.end)
+        return false;
+    literal.quote = text.at(start);
+    const bool isDouble = literal.quote == QLatin1Char('"');
+    const QRegExp &pattern = isDouble ? m_doubleQuoteString : m_singleQuoteString;
+    pattern.indexIn(text, start);
+    const int close = start + pattern.matchedLength();
+    literal.closed = close < range.end;
+    literal.span = {start, literal.closed ? close + 1 : range.end};
+    return true;
+}
+
+std::vector<StringLiteral> StringLiterals::find(const QString &text, const TextSpan &range) const
+{
+    std::vector<StringLiteral> literals;
+    StringLiteral literal;
+    for (int from = range.start; nextLiteral(text, {from, range.end}, Context::Code, literal);) {
+        // Behind a quote that nothing closes, the other kind may still be whole.
+        from = literal.closed ? literal.span.end : literal.span.start + 1;
+        literals.push_back(literal);
+    }
+    return literals;
+}
+
+int StringLiterals::indexOutside(const QRegExp &pattern, const QString &text, int from,
+                                 Context context) const
+{
+    int match = indexOfSome(pattern, text, from);
+    StringLiteral literal;
+    int quotesFrom = from;
+    while (match >= 0 && nextLiteral(text, {quotesFrom, text.size()}, context, literal)
+           && literal.span.start < match) {
+        quotesFrom = literal.closed ? literal.span.end : literal.span.start + 1;
+        if (literal.closed && match < literal.span.end)
+            match = indexOfSome(pattern, text, literal.span.end);
+    }
+    return match;
+}

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QRegExp>
+#include <QString>
+
+#include <vector>
+
+/// Half-open range of a line, in UTF-16 code units.
+struct TextSpan {
+    int start = 0;
+    int end = 0;
+};
+
+inline bool operator==(const TextSpan &a, const TextSpan &b)
+{
+    return a.start == b.start && a.end == b.end;
+}
+
+/// A string literal, quotes included.
+struct StringLiteral {
+    TextSpan span;
+    QChar quote;
+    /// Whether the closing quote stands on the line. A literal without it reaches
+    /// to the end of the text, but hides nothing there: it may as well be an
+    /// apostrophe.
+    bool closed = false;
+};
+
+/// Finds the string literals of a line, from left to right: a quote inside a
+/// literal opens no other one. There are no escapes: "C:\" is a whole literal.
+class StringLiterals {
+public:
+    StringLiterals();
+
+    /// Whether '...' is a literal too; "..." always is. Initially it is.
+    void setSingleQuotes(bool areLiterals) { m_singleQuotes = areLiterals; }
+    bool singleQuotes() const { return m_singleQuotes; }
+
+    /// The literals that begin in range; none reaches beyond it.
+    std::vector<StringLiteral> find(const QString &text, const TextSpan &range) const;
+
+    enum class Context {
+        Code,
+        /// Inside a comment, where the quote of "don't" is an apostrophe: a single
+        /// quote behind a letter opens no literal.
+        Comment
+    };
+
+    /// Position of the first match of pattern, at from or later, that does not
+    /// begin inside a closed literal (which begin at from or later as well); -1
+    /// without one. The pattern's own opening quote is not inside the literal
+    /// that it opens. Matches of no character are passed over. After a match,
+    /// pattern.matchedLength() is its length.
+    int indexOutside(const QRegExp &pattern, const QString &text, int from,
+                     Context context = Context::Code) const;
+
+private:
+    bool nextLiteral(const QString &text, const TextSpan &range, Context context,
+                     StringLiteral &literal) const;
+
+    QRegExp m_doubleQuoteString;
+    QRegExp m_singleQuoteString;
+    bool m_singleQuotes = true;
+};
