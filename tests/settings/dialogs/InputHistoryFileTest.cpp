@@ -6,6 +6,8 @@
 #include <QRandomGenerator>
 #include <QTest>
 
+#include <iterator>
+
 namespace {
 
 const QString kPurpose = QStringLiteral("SearchPath");
