@@ -19,6 +19,7 @@
 #include <QMetaMethod>
 #include <QPushButton>
 #include <QScreen>
+#include <QSettings>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
@@ -196,6 +197,7 @@ private slots:
     void theHelpClosesWhenItAsksTo();
     void theHelpGoesWithTheDialog();
     void withoutHelpNothingOpens();
+    void theHelpOfTheSearchPathIsShipped();
 
     void anAcceptedTextIsReturnedLearnedAndSaved();
     void backslashesBecomeSlashes();
@@ -963,6 +965,25 @@ void InputFolderDialogTest::withoutHelpNothingOpens()
     shown.click(shown.button("btnHelp"));
     shown.click(shown.button("btnHelp"));
     QVERIFY(shown.dialog->isVisible());
+}
+
+void InputFolderDialogTest::theHelpOfTheSearchPathIsShipped()
+{
+    QSettings help(QStringLiteral(PROGRAM_FOLDER "input_追加する検索パス.help"),
+                   QSettings::IniFormat);
+    help.setIniCodec("UTF-8");
+    const QStringList notes = help.childGroups();
+    QCOMPARE(notes, list("1_keys|2_path"));
+    for (const QString &note : notes) {
+        const QStringList window = help.value(note + QStringLiteral("/window")).toStringList();
+        QCOMPARE(window.size(), 4);
+        for (const QString &number : window) {
+            bool isNumber = false;
+            number.toInt(&isNumber);
+            QVERIFY2(isNumber, qPrintable(number));
+        }
+        QVERIFY(!help.value(note + QStringLiteral("/line1")).toString().isEmpty());
+    }
 }
 
 namespace {
