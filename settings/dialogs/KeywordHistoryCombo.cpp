@@ -1,0 +1,9 @@
+#include "settings/KeywordHistory.h"
+
+#include <QComboBox>
+
+void KeywordHistory::fillCombo(QComboBox *combo) const
+{
+    combo->clear();
+    combo->addItems(keywords());
+}

@@ -1,0 +1,52 @@
+#include "settings/dialogs/prompts/UserPrompt.h"
+
+#include <QColorDialog>
+#include <QFileDialog>
+
+namespace {
+
+UserPrompt *&replacement()
+{
+    static UserPrompt *prompt = nullptr;
+    return prompt;
+}
+
+} // namespace
+
+UserPrompt::~UserPrompt() = default;
+
+UserPrompt &UserPrompt::current()
+{
+    static UserPrompt toolkits;
+    return replacement() ? *replacement() : toolkits;
+}
+
+UserPrompt *UserPrompt::replace(UserPrompt *prompt)
+{
+    UserPrompt *former = replacement();
+    replacement() = prompt;
+    return former;
+}
+
+QMessageBox::StandardButton UserPrompt::message(QWidget *parent, const Message &message)
+{
+    QMessageBox box(message.icon, message.title, message.text, message.buttons, parent);
+    box.setDefaultButton(message.defaultButton);
+    return static_cast<QMessageBox::StandardButton>(box.exec());
+}
+
+QString UserPrompt::chooseFile(QWidget *parent, const QString &title, const QString &start,
+                               const QString &filter)
+{
+    return QFileDialog::getOpenFileName(parent, title, start, filter);
+}
+
+QString UserPrompt::chooseFolder(QWidget *parent, const QString &title, const QString &start)
+{
+    return QFileDialog::getExistingDirectory(parent, title, start, QFileDialog::ShowDirsOnly);
+}
+
+QColor UserPrompt::chooseColour(QWidget *parent, const QColor &initial)
+{
+    return QColorDialog::getColor(initial, parent);
+}

@@ -1,0 +1,1140 @@
+#include "settings/dialogs/InputFolderDialog.h"
+
+#include "settings/AppSettings.h"
+#include "settings/KeywordHistory.h"
+#include "settings/dialogs/AssistWindow.h"
+#include "settings/dialogs/InputTableModel.h"
+#include "settings/dialogs/TableView.h"
+#include "tests/support/AnsweringPrompt.h"
+#include "tests/support/ScratchFolder.h"
+
+#include <QAbstractItemModelTester>
+#include <QApplication>
+#include <QCheckBox>
+#include <QDialogButtonBox>
+#include <QHeaderView>
+#include <QInputMethodEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMetaMethod>
+#include <QPushButton>
+#include <QScreen>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+
+namespace {
+
+const QString kPurpose = QStringLiteral("SearchPath");
+const QString kName = QStringLiteral("inputSearchPath.ini");
+const QString kTitle = QStringLiteral("追加する検索パス");
+
+QStringList list(const char *texts)
+{
+    return QString::fromUtf8(texts).split(QLatin1Char('|'));
+}
+
+/// The dialog on the screen, over a history file of its own.
+class Shown {
+public:
+    /// history is what stands after "list="; head goes before it.
+    explicit Shown(const QByteArray &history = QByteArray(), const QString &text = QString(),
+                   const QByteArray &head = QByteArray())
+    {
+        if (!history.isEmpty() || !head.isEmpty())
+            folder.write(kName, head + "[history]\nlist=" + history + '\n');
+        dialog = std::make_unique<InputFolderDialog>(text, kTitle, kPurpose, folder.path());
+        tester = std::make_unique<QAbstractItemModelTester>(
+            table()->model(), QAbstractItemModelTester::FailureReportingMode::QtTest);
+        dialog->show();
+        dialog->activateWindow();
+        if (!QTest::qWaitForWindowActive(dialog.get()))
+            qFatal("the dialog is not on the screen");
+    }
+
+    template <typename Widget> Widget *child(const char *name) const
+    {
+        auto *widget = dialog->findChild<Widget *>(QLatin1String(name));
+        if (!widget)
+            qFatal("no widget %s", name);
+        return widget;
+    }
+    QLineEdit *field() const { return child<QLineEdit>("lineEdit"); }
+    TableView *table() const { return child<TableView>("tableView"); }
+    QToolButton *button(const char *name) const { return child<QToolButton>(name); }
+    QCheckBox *box(const char *name) const { return child<QCheckBox>(name); }
+    QWidget *ok() const
+    {
+        return child<QDialogButtonBox>("okButton")->button(QDialogButtonBox::Ok);
+    }
+
+    QStringList rows() const
+    {
+        QStringList texts;
+        for (int row = 0; row < table()->model()->rowCount(); ++row)
+            texts.append(table()->model()->index(row, 0).data().toString());
+        return texts;
+    }
+    int currentRow() const { return table()->currentIndex().row(); }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
+    {
+        QTest::keyClick(field(), key, modifiers);
+    }
+    void type(const char *text) const { QTest::keyClicks(field(), QString::fromUtf8(text)); }
+    void click(QWidget *widget) const { QTest::mouseClick(widget, Qt::LeftButton); }
+    QPoint centreOfRow(int row) const
+    {
+        return table()->visualRect(table()->model()->index(row, 0)).center();
+    }
+    void clickRow(int row) const
+    {
+        QTest::mouseClick(table()->viewport(), Qt::LeftButton, Qt::NoModifier, centreOfRow(row));
+    }
+
+    ScratchFolder folder;
+    std::unique_ptr<InputFolderDialog> dialog;
+    std::unique_ptr<QAbstractItemModelTester> tester;
+};
+
+/// The dialog with the cursor staying where it is when a row's text comes in.
+Shown shownWithStillCursor(const QByteArray &history)
+{
+    return Shown(history, QString(), "[General]\ncursorLast=false\n");
+}
+
+class RecordedAssist : public AssistWindow {
+public:
+    using AssistWindow::AssistWindow;
+};
+
+} // namespace
+
+class InputFolderDialogTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanup();
+
+    void theSlotsAreDeclaredInTheirOrder();
+    void everyWidgetHasItsText();
+    void theButtonsAreNamedForThoseWhoDoNotSeeTheIcons();
+    void theTitleIsTheGivenOne();
+    void theWindowHasASizeGripAndNoHelpButton();
+    void theTableShowsWholeSingleRows();
+    void tabVisitsTheFormFromTopToBottom();
+
+    void theDialogIsNeverSmallerThanItsMinimum();
+    void theStoredSizeIsTakenUp();
+    void aStoredSizeBeyondTheScreenIsCut();
+    void nothingIsCutWithALargeFont();
+    void theFontOfTheFileIsUsedEverywhere();
+    void withoutAFontInTheFileTheInputFontIsUsed();
+    void rowsAreAsHighAsALineAndFour();
+
+    void theHistoryIsShownWithoutDuplicates();
+    void keywordModeShowsTheKeywordHistory();
+    void theGivenTextDoesNotFilter();
+    void theMovingButtonsAreDisabledAtFirst();
+    void theCursorStartsAtTheEnd();
+    void theCursorStartsAtTheStartWhenItIsNotToMove();
+    void theFieldHasTheFocus();
+
+    void typingFiltersByTheStart();
+    void typingWithTheContainBoxFiltersAnywhere();
+    void theCaseBoxIgnoresCase();
+    void tickingABoxFiltersAgain();
+    void onlyTheTextLeftOfTheCursorFilters();
+    void withTheCursorAtTheStartEverythingShows();
+    void filteringDisablesTheMovingButtons();
+    void filteringForgetsTheCurrentRow();
+    void filteringAStoredRowTextDoesNotHappenWhileNavigating();
+
+    void downMakesTheFirstRowCurrentAndThenMoves();
+    void upMakesTheFirstRowCurrentToo();
+    void downOnTheLastRowStays();
+    void navigatingWithoutRowsDoesNothing();
+    void navigatingMovesAmongTheFilteredRows();
+    void navigatingKeepsTheCursorWhenItIsNotToMove();
+    void navigatingAtTheStartEnablesTheMovingButtons();
+    void navigatingInAFilteredListEnablesOnlyRemoving();
+    void theFieldKeepsTheFocusWhileNavigating();
+
+    void clickingARowPutsItsTextInTheField();
+    void doubleClickingARowAccepts();
+    void escapeRejects();
+    void returnAccepts_data();
+    void returnAccepts();
+    void theOkButtonAccepts();
+    void returnInTheTableAccepts();
+    void theReturnOfAConversionDoesNotAccept();
+
+    void removingTakesTheEntryOfTheField_data();
+    void removingTakesTheEntryOfTheField();
+    void shiftDeleteDoesNotCut();
+    void deleteWithOtherModifiersEditsTheText();
+    void removingTheLastRowLeavesNoneCurrent();
+    void removingInAFilteredListShowsAllRows();
+    void removingATextThatIsNotInTheHistoryDoesNothing();
+    void anEmptiedHistoryDisablesRemoving();
+
+    void upMovesTheEntryUp();
+    void upOnTheFirstDoesNothing();
+    void downMovesTheEntryDown();
+    void downOnTheLastButOneDoesNothing();
+    void movingWithoutACurrentRowDoesNothing();
+
+    void theFolderButtonPutsAFolderInTheField();
+    void theFolderChooserStartsAtTheField();
+    void theFolderChooserStartsAtTheHistorysFolderForAnEmptyField();
+    void aCancelledFolderChooserChangesNothing();
+    void aChosenRootGetsNoSecondSlash();
+
+    void helpIsMadeFromTheTitle();
+    void f1OpensAndClosesTheHelp();
+    void theHelpClosesWhenItAsksTo();
+    void theHelpGoesWithTheDialog();
+    void withoutHelpNothingOpens();
+    void theHelpOfTheSearchPathIsShipped();
+
+    void anAcceptedTextIsReturnedLearnedAndSaved();
+    void backslashesBecomeSlashes();
+    void shiftReturnKeepsTheTextOutOfTheHistory_data();
+    void shiftReturnKeepsTheTextOutOfTheHistory();
+    void aBlankTextIsAcceptedButNotLearned();
+    void learningSetsTheLearnFlag();
+    void theHistoryKeepsItsMostEntries();
+    void aRejectedDialogChangesNothing();
+    void theSizeAndTheCursorBoxAreSaved();
+    void aParentThatGoesTakesTheDialogWithIt();
+};
+
+void InputFolderDialogTest::initTestCase()
+{
+    AppSettings::instance().inputFont = QFont(QStringLiteral("DejaVu Sans"), 9);
+}
+
+void InputFolderDialogTest::cleanup()
+{
+    AssistWindow::setFactory({});
+    AppSettings::instance().keywordHistory.reset();
+}
+
+void InputFolderDialogTest::theSlotsAreDeclaredInTheirOrder()
+{
+    const QMetaObject &meta = InputFolderDialog::staticMetaObject;
+    QList<QByteArray> names;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
+        names.append(meta.method(i).methodSignature());
+    const QList<QByteArray> expected{"onAssistClose()",
+                                     "onCurrentChanged(QModelIndex,QModelIndex)",
+                                     "on_okButton_accepted()",
+                                     "on_tableView_doubleClicked(QModelIndex)",
+                                     "on_btnClear_clicked()",
+                                     "on_btnDel_clicked()",
+                                     "on_chkInstr_clicked()",
+                                     "on_chkCase_clicked()",
+                                     "on_btnUp_clicked()",
+                                     "on_btnDown_clicked()",
+                                     "on_lineEdit_textChanged(QString)",
+                                     "on_btnHelp_clicked()"};
+    QCOMPARE(names, expected);
+}
+
+void InputFolderDialogTest::everyWidgetHasItsText()
+{
+    const Shown shown;
+    QCOMPARE(shown.child<QLabel>("label")->text(), QStringLiteral(" ESC:キャンセル Enter：決定"));
+    QCOMPARE(shown.box("chkCursorLast")->text(), QStringLiteral("カーソル右端へ"));
+    QCOMPARE(shown.button("btnHelp")->shortcut(), QKeySequence(Qt::Key_F1));
+    QCOMPARE(shown.button("btnClear")->toolTip(), QStringLiteral("Field clear"));
+    QCOMPARE(shown.box("chkCase")->text(), QStringLiteral("大小同一視"));
+    QCOMPARE(shown.box("chkCase")->statusTip(), QStringLiteral("大文字／小文字を同一視します"));
+    QCOMPARE(shown.box("chkInstr")->text(), QStringLiteral("含むを絞込対象"));
+    QCOMPARE(shown.box("chkInstr")->statusTip(),
+             QStringLiteral("絞り込み表示時に入力した文字が含むまれる場合も対象となります"));
+    QCOMPARE(shown.button("btnUp")->toolTip(), QStringLiteral("up history"));
+    QCOMPARE(shown.button("btnDown")->toolTip(), QStringLiteral("down history"));
+    QCOMPARE(shown.button("btnDel")->toolTip(), QStringLiteral("remove one history"));
+}
+
+void InputFolderDialogTest::theButtonsAreNamedForThoseWhoDoNotSeeTheIcons()
+{
+    const Shown shown;
+    for (const char *name : {"btnHelp", "btnClear", "btnUp", "btnDown", "btnDel"})
+        QVERIFY2(!shown.button(name)->accessibleName().isEmpty(), name);
+    QVERIFY(!shown.field()->accessibleName().isEmpty());
+    QVERIFY(!shown.table()->accessibleName().isEmpty());
+}
+
+void InputFolderDialogTest::theTitleIsTheGivenOne()
+{
+    const Shown shown;
+    QCOMPARE(shown.dialog->windowTitle(), kTitle);
+}
+
+void InputFolderDialogTest::theWindowHasASizeGripAndNoHelpButton()
+{
+    const Shown shown;
+    QVERIFY(shown.dialog->isSizeGripEnabled());
+    QVERIFY(!shown.dialog->windowFlags().testFlag(Qt::WindowContextHelpButtonHint));
+}
+
+void InputFolderDialogTest::theTableShowsWholeSingleRows()
+{
+    const Shown shown;
+    const TableView *table = shown.table();
+    QCOMPARE(table->selectionMode(), QAbstractItemView::SingleSelection);
+    QCOMPARE(table->selectionBehavior(), QAbstractItemView::SelectRows);
+    QVERIFY(!table->isSortingEnabled());
+    QCOMPARE(table->horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+    QCOMPARE(
+        table->styleSheet(),
+        QStringLiteral("QTableView::item:selected:active { color:white; background: steelblue; }"));
+}
+
+void InputFolderDialogTest::tabVisitsTheFormFromTopToBottom()
+{
+    const Shown shown("a, b");
+    shown.press(Qt::Key_Down); // enables the buttons
+    shown.press(Qt::Key_Home);
+    shown.press(Qt::Key_Down);
+    const char *const order[] = {"btnClear", "chkCase", "chkInstr",  "btnUp",
+                                 "btnDown",  "btnDel",  "tableView", "chkCursorLast"};
+    for (const char *name : order) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget()->objectName(), QLatin1String(name));
+    }
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), shown.ok());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("btnHelp"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), shown.field());
+}
+
+void InputFolderDialogTest::theDialogIsNeverSmallerThanItsMinimum()
+{
+    const Shown shown;
+    QCOMPARE(shown.dialog->minimumSize(), QSize(440, 400));
+    QCOMPARE(shown.dialog->size(), QSize(440, 400));
+}
+
+void InputFolderDialogTest::theStoredSizeIsTakenUp()
+{
+    const Shown shown("a", QString(), "[General]\nsize=@Size(500 450)\n");
+    QCOMPARE(shown.dialog->size(), QSize(500, 450));
+}
+
+void InputFolderDialogTest::aStoredSizeBeyondTheScreenIsCut()
+{
+    const Shown shown("a", QString(), "[General]\nsize=@Size(2000000000 2000000000)\n");
+    QCOMPARE(shown.dialog->size(), shown.dialog->screen()->availableSize());
+}
+
+void InputFolderDialogTest::nothingIsCutWithALargeFont()
+{
+    const Shown shown("a", QString(), "[font]\nfamily=IPAGothic\npointSize=14\n");
+    const auto children = shown.dialog->findChildren<QWidget *>();
+    for (const QWidget *widget : children) {
+        if (widget->isVisible() && !widget->minimumSizeHint().isEmpty())
+            QVERIFY2(widget->width() >= widget->minimumSizeHint().width(),
+                     qPrintable(widget->objectName()));
+    }
+}
+
+void InputFolderDialogTest::theFontOfTheFileIsUsedEverywhere()
+{
+    const Shown shown("a", QString(), "[font]\nfamily=IPAGothic\npointSize=14\nbold=true\n");
+    QFont expected(QStringLiteral("IPAGothic"), 14);
+    expected.setBold(true);
+    for (const QWidget *widget :
+         {static_cast<QWidget *>(shown.dialog.get()), static_cast<QWidget *>(shown.field()),
+          static_cast<QWidget *>(shown.table())}) {
+        QCOMPARE(widget->font().family(), expected.family());
+        QCOMPARE(widget->font().pointSize(), 14);
+        QCOMPARE(widget->font().weight(), 75);
+    }
+}
+
+void InputFolderDialogTest::withoutAFontInTheFileTheInputFontIsUsed()
+{
+    const Shown shown("a", QString(), "[font]\npointSize=20\n");
+    QCOMPARE(shown.dialog->font().family(), QStringLiteral("DejaVu Sans"));
+    QCOMPARE(shown.field()->font().pointSize(), 9);
+    QCOMPARE(shown.table()->font().pointSize(), 9);
+}
+
+void InputFolderDialogTest::rowsAreAsHighAsALineAndFour()
+{
+    const Shown shown("a", QString(), "[font]\nfamily=IPAGothic\npointSize=14\n");
+    QCOMPARE(shown.table()->rowHeight(0), QFontMetrics(shown.table()->font()).lineSpacing() + 4);
+}
+
+void InputFolderDialogTest::theHistoryIsShownWithoutDuplicates()
+{
+    const Shown shown("b, a, b, A, c, a");
+    QCOMPARE(shown.rows(), list("b|a|A|c"));
+}
+
+void InputFolderDialogTest::keywordModeShowsTheKeywordHistory()
+{
+    const ScratchFolder folder;
+    folder.write(QStringLiteral("inputInsert-Word.ini"), "[history]\nlist=from the file\n");
+    auto keywords = std::make_unique<KeywordHistory>(100, folder.path());
+    keywords->add(QStringLiteral("older"), true, false, false);
+    keywords->add(QStringLiteral("newer"), true, false, false);
+    AppSettings::instance().keywordHistory = std::move(keywords);
+
+    const InputFolderDialog dialog(QString(), kTitle, QStringLiteral("Insert-Word"), folder.path());
+    const auto *model = dialog.findChild<TableView *>()->model();
+    QCOMPARE(model->rowCount(), 2);
+    QCOMPARE(model->index(0, 0).data().toString(), QStringLiteral("newer"));
+    QCOMPARE(model->index(1, 0).data().toString(), QStringLiteral("older"));
+}
+
+void InputFolderDialogTest::theGivenTextDoesNotFilter()
+{
+    const Shown shown("a, b, c", QStringLiteral("b"));
+    QCOMPARE(shown.field()->text(), QStringLiteral("b"));
+    QCOMPARE(shown.rows(), list("a|b|c"));
+}
+
+void InputFolderDialogTest::theMovingButtonsAreDisabledAtFirst()
+{
+    const Shown shown("a, b, c");
+    QVERIFY(!shown.button("btnUp")->isEnabled());
+    QVERIFY(!shown.button("btnDown")->isEnabled());
+    QVERIFY(!shown.button("btnDel")->isEnabled());
+}
+
+void InputFolderDialogTest::theCursorStartsAtTheEnd()
+{
+    const Shown shown("a", QStringLiteral("abc"));
+    QVERIFY(shown.box("chkCursorLast")->isChecked());
+    QCOMPARE(shown.field()->cursorPosition(), 3);
+    QVERIFY(!shown.field()->hasSelectedText());
+}
+
+void InputFolderDialogTest::theCursorStartsAtTheStartWhenItIsNotToMove()
+{
+    const Shown shown("a", QStringLiteral("abc"), "[General]\ncursorLast=false\n");
+    QVERIFY(!shown.box("chkCursorLast")->isChecked());
+    QCOMPARE(shown.field()->cursorPosition(), 0);
+}
+
+void InputFolderDialogTest::theFieldHasTheFocus()
+{
+    const Shown shown;
+    QVERIFY(shown.field()->hasFocus());
+}
+
+void InputFolderDialogTest::typingFiltersByTheStart()
+{
+    const Shown shown("ab, bab, abc, AB");
+    shown.type("ab");
+    QCOMPARE(shown.rows(), list("ab|abc"));
+    shown.type("c");
+    QCOMPARE(shown.rows(), list("abc"));
+    shown.press(Qt::Key_Backspace);
+    QCOMPARE(shown.rows(), list("ab|abc"));
+}
+
+void InputFolderDialogTest::typingWithTheContainBoxFiltersAnywhere()
+{
+    const Shown shown("ab, bab, abc, AB");
+    shown.click(shown.box("chkInstr"));
+    shown.type("ab");
+    QCOMPARE(shown.rows(), list("ab|bab|abc"));
+}
+
+void InputFolderDialogTest::theCaseBoxIgnoresCase()
+{
+    const Shown shown("ab, bAb, aBc, AB");
+    shown.click(shown.box("chkCase"));
+    shown.type("ab");
+    QCOMPARE(shown.rows(), list("ab|aBc|AB"));
+    shown.click(shown.box("chkInstr"));
+    QCOMPARE(shown.rows(), list("ab|bAb|aBc|AB"));
+}
+
+void InputFolderDialogTest::tickingABoxFiltersAgain()
+{
+    const Shown shown("ab, bab, AB");
+    shown.type("ab");
+    QCOMPARE(shown.rows(), list("ab"));
+    shown.click(shown.box("chkInstr"));
+    QCOMPARE(shown.rows(), list("ab|bab"));
+    shown.click(shown.box("chkInstr"));
+    QCOMPARE(shown.rows(), list("ab"));
+    shown.click(shown.box("chkCase"));
+    QCOMPARE(shown.rows(), list("ab|AB"));
+    shown.click(shown.box("chkCase"));
+    QCOMPARE(shown.rows(), list("ab"));
+    QVERIFY(shown.field()->hasFocus());
+}
+
+void InputFolderDialogTest::onlyTheTextLeftOfTheCursorFilters()
+{
+    const Shown shown("ab, ac, bb, xa");
+    shown.type("ab");
+    QCOMPARE(shown.rows(), list("ab"));
+    shown.press(Qt::Key_Left);
+    QCOMPARE(shown.rows(), list("ab|ac"));
+    shown.click(shown.box("chkInstr"));
+    QCOMPARE(shown.rows(), list("ab|ac|xa"));
+    // Behind the cursor, and so without effect on the rows.
+    shown.press(Qt::Key_Delete);
+    QCOMPARE(shown.field()->text(), QStringLiteral("a"));
+    QCOMPARE(shown.rows(), list("ab|ac|xa"));
+}
+
+void InputFolderDialogTest::withTheCursorAtTheStartEverythingShows()
+{
+    const Shown shown("ab, ac, bb");
+    shown.type("ab");
+    shown.press(Qt::Key_Home);
+    QCOMPARE(shown.rows(), list("ab|ac|bb"));
+    shown.click(shown.box("chkInstr"));
+    QCOMPARE(shown.rows(), list("ab|ac|bb"));
+    QCOMPARE(shown.field()->text(), QStringLiteral("ab"));
+}
+
+void InputFolderDialogTest::filteringDisablesTheMovingButtons()
+{
+    const Shown shown("ab, ac, bb");
+    shown.press(Qt::Key_Down);
+    QVERIFY(shown.button("btnUp")->isEnabled());
+    shown.type("x");
+    QVERIFY(!shown.button("btnUp")->isEnabled());
+    QVERIFY(!shown.button("btnDown")->isEnabled());
+    QVERIFY(shown.button("btnDel")->isEnabled());
+}
+
+void InputFolderDialogTest::filteringForgetsTheCurrentRow()
+{
+    const Shown shown("ab, ac, bb");
+    shown.press(Qt::Key_Down);
+    QCOMPARE(shown.currentRow(), 0);
+    shown.press(Qt::Key_Backspace);
+    QCOMPARE(shown.currentRow(), -1);
+    QCOMPARE(shown.field()->text(), QStringLiteral("a"));
+}
+
+void InputFolderDialogTest::filteringAStoredRowTextDoesNotHappenWhileNavigating()
+{
+    const Shown shown("ab, cd, ef");
+    shown.press(Qt::Key_Down);
+    shown.press(Qt::Key_Down);
+    QCOMPARE(shown.field()->text(), QStringLiteral("cd"));
+    QCOMPARE(shown.rows(), list("ab|cd|ef"));
+    shown.clickRow(2);
+    QCOMPARE(shown.rows(), list("ab|cd|ef"));
+}
+
+void InputFolderDialogTest::downMakesTheFirstRowCurrentAndThenMoves()
+{
+    const Shown shown("ab, cd, ef");
+    shown.press(Qt::Key_Down);
+    QCOMPARE(shown.currentRow(), 0);
+    QCOMPARE(shown.field()->text(), QStringLiteral("ab"));
+    QCOMPARE(shown.field()->cursorPosition(), 2);
+    shown.press(Qt::Key_Down);
+    QCOMPARE(shown.currentRow(), 1);
+    QCOMPARE(shown.field()->text(), QStringLiteral("cd"));
+    shown.press(Qt::Key_Up);
+    QCOMPARE(shown.currentRow(), 0);
+    QCOMPARE(shown.field()->text(), QStringLiteral("ab"));
+}
+
+void InputFolderDialogTest::upMakesTheFirstRowCurrentToo()
+{
+    const Shown shown("ab, cd, ef");
+    shown.press(Qt::Key_Up);
+    QCOMPARE(shown.currentRow(), 0);
+    QCOMPARE(shown.field()->text(), QStringLiteral("ab"));
+}
+
+void InputFolderDialogTest::downOnTheLastRowStays()
+{
+    const Shown shown("ab, cd");
+    for (int i = 0; i < 4; ++i)
+        shown.press(Qt::Key_Down);
+    QCOMPARE(shown.currentRow(), 1);
+    QCOMPARE(shown.field()->text(), QStringLiteral("cd"));
+}
+
+void InputFolderDialogTest::navigatingWithoutRowsDoesNothing()
+{
+    const Shown shown(QByteArray(), QStringLiteral("abc"));
+    shown.press(Qt::Key_Down);
+    shown.press(Qt::Key_Down);
+    QCOMPARE(shown.currentRow(), -1);
+    QCOMPARE(shown.field()->text(), QStringLiteral("abc"));
+    QVERIFY(!shown.button("btnDel")->isEnabled());
+}
+
+void InputFolderDialogTest::navigatingMovesAmongTheFilteredRows()
+{
+    const Shown shown("ab, cd, ac");
+    shown.type("a");
+    shown.press(Qt::Key_Down);
+    QCOMPARE(shown.field()->text(), QStringLiteral("ab"));
+    shown.press(Qt::Key_Down);
+    QCOMPARE(shown.field()->text(), QStringLiteral("ac"));
+    QCOMPARE(shown.rows(), list("ab|ac"));
+}
+
+void InputFolderDialogTest::navigatingKeepsTheCursorWhenItIsNotToMove()
+{
+    const Shown shown = shownWithStillCursor("abc, abd");
+    shown.type("a");
+    shown.press(Qt::Key_Down);
+    QCOMPARE(shown.field()->text(), QStringLiteral("abc"));
+    QCOMPARE(shown.field()->cursorPosition(), 1);
+    shown.press(Qt::Key_Down);
+    QCOMPARE(shown.field()->text(), QStringLiteral("abd"));
+    QCOMPARE(shown.field()->cursorPosition(), 1);
+}
+
+void InputFolderDialogTest::navigatingAtTheStartEnablesTheMovingButtons()
+{
+    const Shown shown("ab, cd");
+    shown.press(Qt::Key_Down);
+    QVERIFY(shown.button("btnUp")->isEnabled());
+    QVERIFY(shown.button("btnDown")->isEnabled());
+    QVERIFY(shown.button("btnDel")->isEnabled());
+}
+
+void InputFolderDialogTest::navigatingInAFilteredListEnablesOnlyRemoving()
+{
+    const Shown shown("ab, ac, cd");
+    shown.type("a");
+    shown.press(Qt::Key_Down);
+    QVERIFY(!shown.button("btnUp")->isEnabled());
+    QVERIFY(!shown.button("btnDown")->isEnabled());
+    QVERIFY(shown.button("btnDel")->isEnabled());
+}
+
+void InputFolderDialogTest::theFieldKeepsTheFocusWhileNavigating()
+{
+    const Shown shown("ab, cd, ef");
+    shown.press(Qt::Key_Down);
+    shown.press(Qt::Key_Down);
+    shown.click(shown.button("btnUp"));
+    QVERIFY(shown.field()->hasFocus());
+}
+
+void InputFolderDialogTest::clickingARowPutsItsTextInTheField()
+{
+    const Shown shown("ab, cd, ef");
+    shown.clickRow(1);
+    QCOMPARE(shown.currentRow(), 1);
+    QCOMPARE(shown.field()->text(), QStringLiteral("cd"));
+    QVERIFY(shown.button("btnUp")->isEnabled());
+}
+
+void InputFolderDialogTest::doubleClickingARowAccepts()
+{
+    const Shown shown("ab, cd, ef");
+    const QSignalSpy accepted(shown.dialog.get(), &QDialog::accepted);
+    shown.clickRow(2);
+    QTest::mouseDClick(shown.table()->viewport(), Qt::LeftButton, Qt::NoModifier,
+                       shown.centreOfRow(2));
+    QCOMPARE(accepted.count(), 1);
+    QCOMPARE(shown.dialog->finish(), QStringLiteral("ef"));
+}
+
+void InputFolderDialogTest::escapeRejects()
+{
+    const Shown shown("ab");
+    const QSignalSpy rejected(shown.dialog.get(), &QDialog::rejected);
+    shown.press(Qt::Key_Escape);
+    QCOMPARE(rejected.count(), 1);
+    QVERIFY(!shown.dialog->isVisible());
+}
+
+void InputFolderDialogTest::returnAccepts_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("modifiers");
+    QTest::newRow("Return") << int(Qt::Key_Return) << int(Qt::NoModifier);
+    QTest::newRow("Enter") << int(Qt::Key_Enter) << int(Qt::KeypadModifier);
+    QTest::newRow("Shift+Return") << int(Qt::Key_Return) << int(Qt::ShiftModifier);
+}
+
+void InputFolderDialogTest::returnAccepts()
+{
+    QFETCH(int, key);
+    QFETCH(int, modifiers);
+    const Shown shown("ab");
+    const QSignalSpy accepted(shown.dialog.get(), &QDialog::accepted);
+    shown.press(static_cast<Qt::Key>(key), Qt::KeyboardModifiers(modifiers));
+    QCOMPARE(accepted.count(), 1);
+}
+
+void InputFolderDialogTest::theOkButtonAccepts()
+{
+    const Shown shown("ab");
+    const QSignalSpy accepted(shown.dialog.get(), &QDialog::accepted);
+    shown.click(shown.ok());
+    QCOMPARE(accepted.count(), 1);
+}
+
+void InputFolderDialogTest::returnInTheTableAccepts()
+{
+    const Shown shown("ab, cd");
+    const QSignalSpy accepted(shown.dialog.get(), &QDialog::accepted);
+    shown.clickRow(1);
+    QTest::keyClick(shown.table(), Qt::Key_Return);
+    QCOMPARE(accepted.count(), 1);
+    QCOMPARE(shown.dialog->finish(), QStringLiteral("cd"));
+}
+
+void InputFolderDialogTest::theReturnOfAConversionDoesNotAccept()
+{
+    const Shown shown("\\x691c\\x7d22, x");
+    QInputMethodEvent typing(QStringLiteral("けんさく"), {});
+    QCoreApplication::sendEvent(shown.field(), &typing);
+    QInputMethodEvent commit;
+    commit.setCommitString(QStringLiteral("検索"));
+    QCoreApplication::sendEvent(shown.field(), &commit);
+    QVERIFY(shown.dialog->isVisible());
+    QCOMPARE(shown.field()->text(), QStringLiteral("検索"));
+    QCOMPARE(shown.rows(), list("検索"));
+}
+
+void InputFolderDialogTest::removingTakesTheEntryOfTheField_data()
+{
+    QTest::addColumn<bool>("byKey");
+    QTest::newRow("the button") << false;
+    QTest::newRow("Shift+Delete") << true;
+}
+
+void InputFolderDialogTest::removingTakesTheEntryOfTheField()
+{
+    QFETCH(bool, byKey);
+    const Shown shown("ab, cd, ef");
+    shown.press(Qt::Key_Down);
+    shown.press(Qt::Key_Down);
+    if (byKey)
+        shown.press(Qt::Key_Delete, Qt::ShiftModifier);
+    else
+        shown.click(shown.button("btnDel"));
+    QCOMPARE(shown.rows(), list("ab|ef"));
+    QCOMPARE(shown.currentRow(), 1);
+    QCOMPARE(shown.field()->text(), QStringLiteral("ef"));
+}
+
+void InputFolderDialogTest::shiftDeleteDoesNotCut()
+{
+    const Shown shown("ab, cd");
+    shown.type("xyz");
+    shown.field()->selectAll();
+    shown.press(Qt::Key_Delete, Qt::ShiftModifier);
+    QCOMPARE(shown.field()->text(), QStringLiteral("xyz"));
+}
+
+void InputFolderDialogTest::deleteWithOtherModifiersEditsTheText()
+{
+    const Shown shown("ab, cd");
+    shown.press(Qt::Key_Down);
+    shown.press(Qt::Key_Home);
+    shown.press(Qt::Key_Delete);
+    QCOMPARE(shown.field()->text(), QStringLiteral("b"));
+    shown.press(Qt::Key_Delete, Qt::ShiftModifier | Qt::ControlModifier);
+    QCOMPARE(shown.rows(), list("ab|cd"));
+}
+
+void InputFolderDialogTest::removingTheLastRowLeavesNoneCurrent()
+{
+    const Shown shown("ab, cd");
+    shown.clickRow(1);
+    shown.click(shown.button("btnDel"));
+    QCOMPARE(shown.rows(), list("ab"));
+    QCOMPARE(shown.currentRow(), -1);
+    QVERIFY(shown.button("btnDel")->isEnabled());
+}
+
+void InputFolderDialogTest::removingInAFilteredListShowsAllRows()
+{
+    const Shown shown("xx, ab, ac, yy");
+    shown.type("a");
+    shown.press(Qt::Key_Down);
+    shown.press(Qt::Key_Down);
+    QCOMPARE(shown.field()->text(), QStringLiteral("ac"));
+    shown.press(Qt::Key_Delete, Qt::ShiftModifier);
+    QCOMPARE(shown.rows(), list("xx|ab|yy"));
+    // The second of the filtered rows was current, so now the second of all.
+    QCOMPARE(shown.currentRow(), 1);
+    QCOMPARE(shown.field()->text(), QStringLiteral("ab"));
+}
+
+void InputFolderDialogTest::removingATextThatIsNotInTheHistoryDoesNothing()
+{
+    const Shown shown("ab, ac, cd");
+    shown.type("a");
+    shown.press(Qt::Key_Delete, Qt::ShiftModifier);
+    QCOMPARE(shown.rows(), list("ab|ac"));
+    QCOMPARE(shown.field()->text(), QStringLiteral("a"));
+}
+
+void InputFolderDialogTest::anEmptiedHistoryDisablesRemoving()
+{
+    const Shown shown("ab");
+    shown.press(Qt::Key_Down);
+    QVERIFY(shown.button("btnDel")->isEnabled());
+    shown.click(shown.button("btnDel"));
+    QCOMPARE(shown.rows(), QStringList());
+    QVERIFY(!shown.button("btnDel")->isEnabled());
+}
+
+void InputFolderDialogTest::upMovesTheEntryUp()
+{
+    const Shown shown("ab, cd, ef");
+    shown.clickRow(2);
+    shown.click(shown.button("btnUp"));
+    QCOMPARE(shown.rows(), list("ab|ef|cd"));
+    QCOMPARE(shown.currentRow(), 1);
+    QCOMPARE(shown.field()->text(), QStringLiteral("ef"));
+    shown.click(shown.button("btnUp"));
+    QCOMPARE(shown.rows(), list("ef|ab|cd"));
+    QCOMPARE(shown.currentRow(), 0);
+}
+
+void InputFolderDialogTest::upOnTheFirstDoesNothing()
+{
+    const Shown shown("ab, cd");
+    shown.clickRow(0);
+    shown.click(shown.button("btnUp"));
+    QCOMPARE(shown.rows(), list("ab|cd"));
+    QCOMPARE(shown.currentRow(), 0);
+}
+
+void InputFolderDialogTest::downMovesTheEntryDown()
+{
+    const Shown shown("ab, cd, ef");
+    shown.clickRow(0);
+    shown.click(shown.button("btnDown"));
+    QCOMPARE(shown.rows(), list("cd|ab|ef"));
+    QCOMPARE(shown.currentRow(), 1);
+    QCOMPARE(shown.field()->text(), QStringLiteral("ab"));
+}
+
+void InputFolderDialogTest::downOnTheLastButOneDoesNothing()
+{
+    const Shown shown("ab, cd, ef");
+    shown.clickRow(1);
+    shown.click(shown.button("btnDown"));
+    QCOMPARE(shown.rows(), list("ab|cd|ef"));
+    QCOMPARE(shown.currentRow(), 1);
+}
+
+void InputFolderDialogTest::movingWithoutACurrentRowDoesNothing()
+{
+    const Shown shown("ab, cd, ef");
+    shown.clickRow(2);
+    shown.click(shown.button("btnDel"));
+    QCOMPARE(shown.currentRow(), -1);
+    shown.dialog->on_btnUp_clicked();
+    shown.dialog->on_btnDown_clicked();
+    QCOMPARE(shown.rows(), list("ab|cd"));
+}
+
+void InputFolderDialogTest::theFolderButtonPutsAFolderInTheField()
+{
+    const Shown shown("ab");
+    AnsweringPrompt user;
+    user.folders << QStringLiteral("C:/work/src");
+    shown.click(shown.button("btnClear"));
+    QCOMPARE(user.folderQuestions.size(), 1);
+    QCOMPARE(user.folderQuestions.first().title, QStringLiteral("フォルダを選択してください"));
+    QCOMPARE(user.folderQuestions.first().parent, shown.dialog.get());
+    QCOMPARE(shown.field()->text(), QStringLiteral("C:/work/src/"));
+}
+
+void InputFolderDialogTest::theFolderChooserStartsAtTheField()
+{
+    const Shown shown("ab", QStringLiteral("C:/work/"));
+    AnsweringPrompt user;
+    shown.click(shown.button("btnClear"));
+    QCOMPARE(user.folderQuestions.first().start, QStringLiteral("C:/work/"));
+}
+
+void InputFolderDialogTest::theFolderChooserStartsAtTheHistorysFolderForAnEmptyField()
+{
+    const Shown shown("ab");
+    AnsweringPrompt user;
+    shown.click(shown.button("btnClear"));
+    QCOMPARE(user.folderQuestions.first().start + QLatin1Char('/'), shown.folder.path());
+}
+
+void InputFolderDialogTest::aCancelledFolderChooserChangesNothing()
+{
+    const Shown shown("ab", QStringLiteral("C:/work/"));
+    const AnsweringPrompt user;
+    shown.click(shown.button("btnClear"));
+    QCOMPARE(shown.field()->text(), QStringLiteral("C:/work/"));
+    QVERIFY(shown.dialog->isVisible());
+}
+
+void InputFolderDialogTest::aChosenRootGetsNoSecondSlash()
+{
+    const Shown shown("ab");
+    AnsweringPrompt user;
+    user.folders << QStringLiteral("/");
+    shown.click(shown.button("btnClear"));
+    QCOMPARE(shown.field()->text(), QStringLiteral("/"));
+}
+
+void InputFolderDialogTest::helpIsMadeFromTheTitle()
+{
+    const ScratchFolder appDir;
+    AppSettings::instance().load(appDir.path());
+    QString asked;
+    const QWidget *beside = nullptr;
+    AssistWindow::setFactory([&](const QString &file, QWidget *parent) {
+        asked = file;
+        beside = parent;
+        return new RecordedAssist;
+    });
+    const Shown shown("ab");
+    shown.click(shown.button("btnHelp"));
+    QCOMPARE(asked, appDir.filePath(QStringLiteral("input_追加する検索パス.help")));
+    QCOMPARE(beside, shown.dialog.get());
+}
+
+void InputFolderDialogTest::f1OpensAndClosesTheHelp()
+{
+    int opened = 0;
+    QPointer<AssistWindow> help;
+    AssistWindow::setFactory([&](const QString &, QWidget *) {
+        ++opened;
+        help = new RecordedAssist;
+        return help.data();
+    });
+    const Shown shown("ab");
+    // A button that is pressed by its key goes down visibly, and acts then.
+    shown.press(Qt::Key_F1);
+    QTRY_VERIFY(help);
+    shown.press(Qt::Key_F1);
+    QTRY_VERIFY(!help);
+    QCOMPARE(opened, 1);
+    shown.press(Qt::Key_F1);
+    QTRY_VERIFY(help);
+    QCOMPARE(opened, 2);
+}
+
+void InputFolderDialogTest::theHelpClosesWhenItAsksTo()
+{
+    int opened = 0;
+    QPointer<AssistWindow> help;
+    AssistWindow::setFactory([&](const QString &, QWidget *) {
+        ++opened;
+        help = new RecordedAssist;
+        return help.data();
+    });
+    const Shown shown("ab");
+    shown.click(shown.button("btnHelp"));
+    emit help->closeRequested();
+    QTRY_VERIFY(!help);
+    shown.click(shown.button("btnHelp"));
+    QCOMPARE(opened, 2);
+}
+
+void InputFolderDialogTest::theHelpGoesWithTheDialog()
+{
+    QPointer<AssistWindow> help;
+    AssistWindow::setFactory([&](const QString &, QWidget *) {
+        help = new RecordedAssist;
+        return help.data();
+    });
+    {
+        const Shown shown("ab");
+        shown.click(shown.button("btnHelp"));
+        QVERIFY(help);
+    }
+    QVERIFY(!help);
+}
+
+void InputFolderDialogTest::withoutHelpNothingOpens()
+{
+    const Shown shown("ab");
+    shown.click(shown.button("btnHelp"));
+    shown.click(shown.button("btnHelp"));
+    QVERIFY(shown.dialog->isVisible());
+}
+
+void InputFolderDialogTest::theHelpOfTheSearchPathIsShipped()
+{
+    QSettings help(QStringLiteral(PROGRAM_FOLDER "input_追加する検索パス.help"),
+                   QSettings::IniFormat);
+    help.setIniCodec("UTF-8");
+    const QStringList notes = help.childGroups();
+    QCOMPARE(notes, list("1_keys|2_path"));
+    for (const QString &note : notes) {
+        const QStringList window = help.value(note + QStringLiteral("/window")).toStringList();
+        QCOMPARE(window.size(), 4);
+        for (const QString &number : window) {
+            bool isNumber = false;
+            number.toInt(&isNumber);
+            QVERIFY2(isNumber, qPrintable(number));
+        }
+        QVERIFY(!help.value(note + QStringLiteral("/line1")).toString().isEmpty());
+    }
+}
+
+namespace {
+
+/// Runs the dialog as a caller does, with act in the user's place.
+class Run {
+public:
+    template <typename Act>
+    Run(const ScratchFolder &folder, const QString &given, const Act &act) : text(given)
+    {
+        QTimer::singleShot(0, qApp, [&act] {
+            auto *dialog = qobject_cast<InputFolderDialog *>(QApplication::activeModalWidget());
+            if (!dialog)
+                qFatal("no dialog runs");
+            act(dialog, dialog->findChild<QLineEdit *>(QStringLiteral("lineEdit")));
+        });
+        accepted = InputFolderDialog::edit(nullptr, text, kTitle, kPurpose, folder.path());
+    }
+
+    QString text;
+    bool accepted = false;
+};
+
+} // namespace
+
+void InputFolderDialogTest::anAcceptedTextIsReturnedLearnedAndSaved()
+{
+    const ScratchFolder folder;
+    folder.write(kName, "[history]\nlist=ab, cd\n");
+    const Run run(folder, QStringLiteral("cd"), [](QDialog *, QLineEdit *field) {
+        QTest::keyClicks(field, QStringLiteral("/e"));
+        QTest::keyClick(field, Qt::Key_Return);
+    });
+    QVERIFY(run.accepted);
+    QCOMPARE(run.text, QStringLiteral("cd/e"));
+    QCOMPARE(InputHistoryFile(folder.path(), kPurpose).read().history, list("cd/e|ab|cd"));
+}
+
+void InputFolderDialogTest::backslashesBecomeSlashes()
+{
+    const ScratchFolder folder;
+    const Run run(folder, QString(), [](QDialog *, QLineEdit *field) {
+        QTest::keyClicks(field, QStringLiteral("C:\\work\\src"));
+        QTest::keyClick(field, Qt::Key_Return);
+    });
+    QCOMPARE(run.text, QStringLiteral("C:/work/src"));
+    QCOMPARE(InputHistoryFile(folder.path(), kPurpose).read().history, list("C:/work/src"));
+}
+
+void InputFolderDialogTest::shiftReturnKeepsTheTextOutOfTheHistory_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::newRow("Return") << int(Qt::Key_Return);
+    QTest::newRow("Enter") << int(Qt::Key_Enter);
+}
+
+void InputFolderDialogTest::shiftReturnKeepsTheTextOutOfTheHistory()
+{
+    QFETCH(int, key);
+    const ScratchFolder folder;
+    folder.write(kName, "[history]\nlist=ab, cd, ab\n");
+    const Run run(folder, QString(), [key](QDialog *, QLineEdit *field) {
+        QTest::keyClicks(field, QStringLiteral("xy"));
+        QTest::keyClick(field, static_cast<Qt::Key>(key), Qt::ShiftModifier);
+    });
+    QVERIFY(run.accepted);
+    QCOMPARE(run.text, QStringLiteral("xy"));
+    // Saved all the same: the duplicate is gone from the file.
+    QCOMPARE(InputHistoryFile(folder.path(), kPurpose).read().history, list("ab|cd"));
+}
+
+void InputFolderDialogTest::aBlankTextIsAcceptedButNotLearned()
+{
+    const ScratchFolder folder;
+    folder.write(kName, "[history]\nlist=ab\nlearn=false\n");
+    const Run run(folder, QStringLiteral("  "),
+                  [](QDialog *, QLineEdit *field) { QTest::keyClick(field, Qt::Key_Return); });
+    QVERIFY(run.accepted);
+    QCOMPARE(run.text, QStringLiteral("  "));
+    const auto content = InputHistoryFile(folder.path(), kPurpose).read();
+    QCOMPARE(content.history, list("ab"));
+    QCOMPARE(content.learn, false);
+}
+
+void InputFolderDialogTest::learningSetsTheLearnFlag()
+{
+    const ScratchFolder folder;
+    folder.write(kName, "[history]\nlist=ab\nlearn=false\n");
+    const Run run(folder, QStringLiteral("x"),
+                  [](QDialog *, QLineEdit *field) { QTest::keyClick(field, Qt::Key_Return); });
+    QVERIFY(run.accepted);
+    QCOMPARE(InputHistoryFile(folder.path(), kPurpose).read().learn, true);
+}
+
+void InputFolderDialogTest::theHistoryKeepsItsMostEntries()
+{
+    const ScratchFolder folder;
+    QByteArray entries;
+    for (int i = 1; i <= 50; ++i)
+        entries += QByteArray::number(i) + ", ";
+    folder.write(kName, "[history]\nlist=" + entries + "51\n");
+    const Run run(folder, QStringLiteral("new"),
+                  [](QDialog *, QLineEdit *field) { QTest::keyClick(field, Qt::Key_Return); });
+    QVERIFY(run.accepted);
+    const QStringList history = InputHistoryFile(folder.path(), kPurpose).read().history;
+    QCOMPARE(history.size(), 50);
+    QCOMPARE(history.first(), QStringLiteral("new"));
+    QCOMPARE(history.last(), QStringLiteral("49"));
+}
+
+void InputFolderDialogTest::aRejectedDialogChangesNothing()
+{
+    const ScratchFolder folder;
+    const QByteArray bytes = "[history]\nlist=ab, cd, ab\n";
+    folder.write(kName, bytes);
+    const Run run(folder, QStringLiteral("given"), [](QDialog *dialog, QLineEdit *field) {
+        QTest::keyClick(field, Qt::Key_Down);
+        QTest::keyClick(field, Qt::Key_Delete, Qt::ShiftModifier);
+        dialog->resize(600, 600);
+        QTest::keyClick(field, Qt::Key_Escape);
+    });
+    QVERIFY(!run.accepted);
+    QCOMPARE(run.text, QStringLiteral("given"));
+    QCOMPARE(folder.read(kName), bytes);
+}
+
+void InputFolderDialogTest::theSizeAndTheCursorBoxAreSaved()
+{
+    const ScratchFolder folder;
+    const Run run(folder, QStringLiteral("x"), [](QDialog *dialog, QLineEdit *field) {
+        dialog->resize(610, 520);
+        QTest::mouseClick(dialog->findChild<QCheckBox *>(QStringLiteral("chkCursorLast")),
+                          Qt::LeftButton, Qt::NoModifier, QPoint(8, 8));
+        QTest::keyClick(field, Qt::Key_Return);
+    });
+    QVERIFY(run.accepted);
+    const auto content = InputHistoryFile(folder.path(), kPurpose).read();
+    QCOMPARE(content.size, QSize(610, 520));
+    QCOMPARE(content.cursorLast, false);
+}
+
+void InputFolderDialogTest::aParentThatGoesTakesTheDialogWithIt()
+{
+    const ScratchFolder folder;
+    auto *parent = new QWidget;
+    QTimer::singleShot(0, qApp, [parent] { delete parent; });
+    QString text = QStringLiteral("given");
+    QVERIFY(!InputFolderDialog::edit(parent, text, kTitle, kPurpose, folder.path()));
+    QCOMPARE(text, QStringLiteral("given"));
+    QVERIFY(!folder.exists(kName));
+}
+
+QTEST_MAIN(InputFolderDialogTest)
+#include "InputFolderDialogTest.moc"
