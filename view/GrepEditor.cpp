@@ -186,7 +186,10 @@ QRegExp GrepEditor::findPattern(const QString &keyword) const
 
 void GrepEditor::appendLines(const QStringList &lines)
 {
-    TextAppender::append(*this, lines);
+    QStringList shown = lines;
+    for (QString &line : shown)
+        line = ResultLine::onOneLine(line);
+    TextAppender::append(*this, shown);
 }
 
 void GrepEditor::highlightCurrentLine()

@@ -81,10 +81,10 @@ public:
     /// they are now.
     QRegExp findPattern(const QString &keyword) const;
 
-    /// Appends each text as appendPlainText() does, in one go: the text is then
-    /// the same, but the cursor and the selection stay, and so does what is seen,
-    /// except that a view scrolled to the end follows it. Undo forgets all that
-    /// was before: nobody takes back a listed hit by Ctrl+Z.
+    /// Appends each text as appendPlainText() does, in one go, but a file line as
+    /// one line whatever the file's name (see ResultLine). The text is the same, but the cursor and
+    /// the selection stay, and so does what is seen, except that a view scrolled to the end follows
+    /// it. Undo forgets all that was before: nobody takes back a listed hit by Ctrl+Z.
     void appendLines(const QStringList &lines);
 
     /// The last word picked with F5 or F6.

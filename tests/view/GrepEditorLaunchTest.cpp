@@ -430,6 +430,8 @@ void GrepEditorLaunchTest::theEditorGetsThisOneFileWhateverItsName_data()
     row("macros %f %l %b %c %%f.txt");
     row("$HOME ~ * ? [a] {b} > hole < x.txt");
     row("-c!touch hole");
+    row("line feeds\n::/etc/passwd\r\n.txt");
+    row("separators \xe2\x80\xa8 \xe2\x80\xa9 \xef\xb7\x90.txt");
     row("表示能力ソ.txt");
     QTest::newRow("bytes that are no text") << QByteArray("\x82\xa0\xff\xfe.txt");
 }

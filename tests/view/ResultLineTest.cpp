@@ -2,6 +2,8 @@
 
 #include "engine/HitString.h"
 
+#include <QTextBlock>
+#include <QTextDocument>
 #include <QtTest>
 
 class ResultLineTest : public QObject {
@@ -11,6 +13,10 @@ private slots:
     void theFirstCharacterTellsTheKind_data();
     void theFirstCharacterTellsTheKind();
     void thePathStartsAtTheThirdCharacter();
+    void aFileNameStaysOnOneLine_data();
+    void aFileNameStaysOnOneLine();
+    void aNameWithAPairOfSurrogatesStays();
+    void onlyFileLinesAreChanged();
     void aHitLineGivesLineAndColumn_data();
     void aHitLineGivesLineAndColumn();
     void aFileLineIsLineOneColumnOne();
@@ -50,6 +56,45 @@ void ResultLineTest::thePathStartsAtTheThirdCharacter()
     QCOMPARE(ResultLine::pathOf(QStringLiteral("::/tmp/a::b")), QStringLiteral("/tmp/a::b"));
     QCOMPARE(ResultLine::pathOf(QStringLiteral("::")), QString());
     QCOMPARE(ResultLine::pathOf(QStringLiteral(":")), QString());
+}
+
+void ResultLineTest::aFileNameStaysOnOneLine_data()
+{
+    QTest::addColumn<QChar>("lineBreak");
+    QTest::newRow("line feed") << QChar(QLatin1Char('\n'));
+    QTest::newRow("carriage return") << QChar(QLatin1Char('\r'));
+    QTest::newRow("line separator") << QChar(0x2028);
+    QTest::newRow("paragraph separator") << QChar(0x2029);
+    QTest::newRow("start of a frame") << QChar(0xFDD0);
+    QTest::newRow("end of a frame") << QChar(0xFDD1);
+}
+
+void ResultLineTest::aFileNameStaysOnOneLine()
+{
+    QFETCH(QChar, lineBreak);
+    const QString path =
+        QLatin1String("/tmp/a") + lineBreak + QLatin1String("::/etc/passwd") + lineBreak;
+    const QString line = ResultLine::onOneLine(QLatin1String("::") + path);
+    QVERIFY(!line.contains(lineBreak));
+    QCOMPARE(ResultLine::pathOf(line), path);
+    QTextDocument document(line);
+    QCOMPARE(document.blockCount(), 1);
+    QCOMPARE(document.firstBlock().text(), line);
+}
+
+void ResultLineTest::aNameWithAPairOfSurrogatesStays()
+{
+    // U+1F40A ends in the code that stands for a line feed.
+    const QString line = QStringLiteral("::/tmp/\U0001F40A") + QChar(0xDC82);
+    QCOMPARE(ResultLine::onOneLine(line), line);
+    QCOMPARE(ResultLine::pathOf(line), line.mid(2));
+}
+
+void ResultLineTest::onlyFileLinesAreChanged()
+{
+    const QString hit = QStringLiteral("     1:    1:a\rb");
+    QCOMPARE(ResultLine::onOneLine(hit), hit);
+    QCOMPARE(ResultLine::onOneLine(QString()), QString());
 }
 
 void ResultLineTest::aHitLineGivesLineAndColumn_data()
@@ -123,6 +168,6 @@ void ResultLineTest::theUpwardSearchEndsAtLettersAndFileLines()
     QTEST(ResultLine::endsUpwardSearch(first, second), "ends");
 }
 
-QTEST_GUILESS_MAIN(ResultLineTest)
+QTEST_MAIN(ResultLineTest)
 
 #include "ResultLineTest.moc"
