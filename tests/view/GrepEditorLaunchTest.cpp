@@ -420,20 +420,20 @@ void GrepEditorLaunchTest::aSecondInstanceThatDoesNotStartIsLogged()
 void GrepEditorLaunchTest::theEditorGetsThisOneFileWhateverItsName_data()
 {
     QTest::addColumn<QByteArray>("name");
-    const auto row = [](const char *name) {
-        QTest::newRow(name) << QByteArray(name);
+    const auto row = [](const char *label, const char *name) {
+        QTest::newRow(label) << QByteArray(name);
     };
-    row("plain.txt");
-    row("blanks  and 　.txt");
-    row("quotes \" ' \"\"\" x.txt");
-    row("commands;touch hole;$(touch hole)`touch hole`&touch hole|.txt");
-    row("macros %f %l %b %c %%f.txt");
-    row("$HOME ~ * ? [a] {b} > hole < x.txt");
-    row("-c!touch hole");
-    row("line feeds\n::/etc/passwd\r\n.txt");
-    row("separators \xe2\x80\xa8 \xe2\x80\xa9 \xef\xb7\x90.txt");
-    row("表示能力ソ.txt");
-    QTest::newRow("bytes that are no text") << QByteArray("\x82\xa0\xff\xfe.txt");
+    row("plain", "plain.txt");
+    row("blanks", "blanks  and 　.txt");
+    row("quotes", "quotes \" ' \"\"\" x.txt");
+    row("commands", "commands;touch hole;$(touch hole)`touch hole`&touch hole|.txt");
+    row("macros", "macros %f %l %b %c %%f.txt");
+    row("shell signs", "$HOME ~ * ? [a] {b} > hole < x.txt");
+    row("option", "-c!touch hole");
+    row("line feeds", "line feeds\n::/etc/passwd\r\n.txt");
+    row("separators", "separators \xe2\x80\xa8 \xe2\x80\xa9 \xef\xb7\x90.txt");
+    row("Japanese", "表示能力ソ.txt");
+    row("bytes that are no text", "\x82\xa0\xff\xfe.txt");
 }
 
 void GrepEditorLaunchTest::theEditorGetsThisOneFileWhateverItsName()
