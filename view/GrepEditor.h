@@ -1,0 +1,143 @@
+#pragma once
+
+#include "view/BlockPainter.h"
+#include "view/WordPicker.h"
+
+#include <QFont>
+#include <QPlainTextEdit>
+#include <QRegExp>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+class GrepEditorHost;
+class ProgramLauncher;
+
+QT_BEGIN_NAMESPACE
+class QMenu;
+QT_END_NAMESPACE
+
+/// The text view of the main window, used twice: as the result view, which
+/// lists the hits, and as the preview, which shows the file of the selected
+/// one. Opens a hit in the external editor, picks words into the form's
+/// keywords, starts a second search, zooms, and makes blanks and ends visible.
+///
+/// Fonts, colours, switches and the editor are those of AppSettings at the
+/// time they are needed, except colours and fonts, which applyColours() and
+/// setViewFont() take over.
+class GrepEditor : public QPlainTextEdit {
+    Q_OBJECT
+
+signals:
+    void BackButton();
+    void ForwardButton();
+    /// The view's font became smaller; the argument is this view.
+    void ZoomedOut(GrepEditor *view);
+
+public slots:
+    /// The cursor moved: the next F5 or F6 picks one word again.
+    void highlightCurrentLine();
+    /// Starts this program once more to search for the selected text; nothing
+    /// without a selection.
+    void othergrep();
+
+public:
+    /// When parent is a GrepEditorHost it becomes the host.
+    explicit GrepEditor(bool isResultView, QWidget *parent = nullptr);
+    ~GrepEditor() override;
+
+    bool isResultView() const { return m_isResultView; }
+
+    /// Not owned; null when there is nobody to give a picked word to.
+    void setHost(GrepEditorHost *host) { m_host = host; }
+    /// Not owned; the platform's own until this is called.
+    void setLauncher(ProgramLauncher *launcher) { m_launcher = launcher; }
+
+    /// Shows the text in font and keeps font in AppSettings as this view's
+    /// (grepFont or textFont). A font to remember is the one that resetting
+    /// the zoom returns to.
+    void setViewFont(const QFont &font, bool remember);
+    /// Takes the colours over from AppSettings.
+    void applyColours();
+
+    /// Text of the cursor's line, exactly as it is in the document.
+    QString currentLineText() const;
+    /// Text of the file line that heads the cursor's line.
+    QString fileLineText() const;
+
+    /// What the view is about; line and column as a hit line gives them.
+    void setLocation(const QString &fileName, int line, int column);
+    const QString &fileName() const { return m_fileName; }
+    int line() const { return m_line; }
+    int column() const { return m_column; }
+
+    /// Opens the file in the external editor. The result view opens what the
+    /// cursor's line points to, which becomes the location; a line that points
+    /// nowhere does nothing. The preview opens its file at the cursor.
+    void openInEditor();
+
+    /// What is marked as found for a keyword of the form, with the switches as
+    /// they are now.
+    QRegExp findPattern(const QString &keyword) const;
+
+    /// Appends each text as appendPlainText() does, in one go, but a file line as
+    /// one line whatever the file's name (see ResultLine). The text is the same, but the cursor and
+    /// the selection stay, and so does what is seen, except that a view scrolled to the end follows
+    /// it. Undo forgets all that was before: nobody takes back a listed hit by Ctrl+Z.
+    void appendLines(const QStringList &lines);
+
+    /// The last word picked with F5 or F6.
+    const QString &pickedWord() const { return m_pickedWord; }
+
+    /// Set by the Escape key or by stop() until clearEscape().
+    bool escapePressed() const { return m_escapePressed; }
+    void stop() { m_escapePressed = true; }
+    void clearEscape() { m_escapePressed = false; }
+
+    /// Changes the font's size by step points, unless nothing would be left of
+    /// it; 0 returns to the remembered font.
+    void zoom(int step);
+
+    /// The view's context menu, as it is shown.
+    std::unique_ptr<QMenu> makeContextMenu();
+
+protected:
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+
+private:
+    bool endsUpwardSearch(const QTextBlock &block) const;
+    bool takeLocationFromLine();
+    BlockPainter::Look look() const;
+    void zoomByWheel(const QWheelEvent &event);
+    void scrollByLines(const QWheelEvent &event);
+    /// Picks one word more than the last time that count was used.
+    bool pickWord(int &count);
+    void pickKeyword1();
+    void pickKeyword2();
+    void resetPickCounts();
+    ProgramLauncher &launcher() const;
+
+    QString m_pickedWord;
+    QString m_fileName;
+    QFont m_defaultFont;
+    int m_pickCount1 = 0;
+    int m_pickCount2 = 0;
+    int m_line = 0;
+    int m_column = 0;
+    const bool m_isResultView;
+    bool m_escapePressed = false;
+    WordPicker m_picker;
+    GrepEditorHost *m_host = nullptr;
+    ProgramLauncher *m_launcher = nullptr;
+    /// Where relative names start: a launch changes the current directory.
+    const QString m_startDirectory;
+    /// Wheel movement of a touch pad that is no whole step yet, in eighths of
+    /// a degree.
+    int m_zoomRest = 0;
+};

@@ -1,0 +1,121 @@
+#include "view/LinePart.h"
+
+#include <QTextBlock>
+
+#include <algorithm>
+
+namespace {
+
+/// Characters beyond both edges that are drawn as well: a glyph may stand over
+/// its own width, and its shape depends on its neighbours.
+constexpr int kBeyondEdge = 16;
+
+bool isRightToLeft(QChar c)
+{
+    switch (c.direction()) {
+    case QChar::DirR:
+    case QChar::DirAL:
+    case QChar::DirAN:
+    case QChar::DirRLE:
+    case QChar::DirRLO:
+    case QChar::DirRLI:
+        return true;
+    default:
+        break;
+    }
+    // First halves of the pairs U+10800..U+10FFF and U+1E800..U+1EFFF, the
+    // blocks of right-to-left scripts outside the basic plane.
+    const ushort unit = c.unicode();
+    return (unit >= 0xD802 && unit <= 0xD803) || (unit >= 0xD83A && unit <= 0xD83B);
+}
+
+/// By how much a layout of its own multiplies the tab stops that it is given:
+/// the font's resolution by the first screen's.
+qreal tabStopScale(const QFont &font)
+{
+    constexpr qreal kGiven = 128;
+    QTextOption option;
+    option.setTabs({QTextOption::Tab(kGiven, QTextOption::LeftTab)});
+    QTextLayout layout(QStringLiteral("\t"), font);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    const QTextLine line = layout.createLine();
+    layout.endLayout();
+    return line.cursorToX(1) / kGiven;
+}
+
+} // namespace
+
+LinePart::LinePart(const QTextBlock &block, const QFont &font, qreal left, qreal right)
+    : m_whole(*block.layout()), m_text(block.text())
+{
+    const QString composed = m_whole.preeditAreaText();
+    if (!composed.isEmpty())
+        m_text.insert(m_whole.preeditAreaPosition(), composed);
+    if (m_text.size() < kLongLine || m_whole.lineCount() != 1 || !composed.isEmpty())
+        return;
+    const QTextLine line = m_whole.lineAt(0);
+    const int from = std::max(line.xToCursor(left) - kBeyondEdge, 0);
+    const int to = std::min(line.xToCursor(right) + kBeyondEdge, m_text.size());
+    takePart(from, to);
+    if (m_own)
+        layOut(line, font);
+}
+
+void LinePart::takePart(int from, int to)
+{
+    // Only between what looks like characters is there an x coordinate.
+    while (from > 0 && !m_whole.isValidCursorPosition(from))
+        --from;
+    while (to < m_text.size() && !m_whole.isValidCursorPosition(to))
+        ++to;
+    if (from > to || std::any_of(m_text.begin() + from, m_text.begin() + to, isRightToLeft))
+        return;
+    m_reachesEnd = to == m_text.size();
+    m_from = from;
+    m_text = m_text.mid(from, to - from);
+    m_own = std::make_unique<QTextLayout>(m_text);
+}
+
+void LinePart::layOut(const QTextLine &line, const QFont &font)
+{
+    const qreal x = line.cursorToX(m_from);
+    QTextOption option = m_whole.textOption();
+    option.setTabs(tabStops(line, font, x));
+    m_own->setTextOption(option);
+    m_own->setFont(font);
+    m_own->setFormats(cut(m_whole.formats()));
+    m_own->beginLayout();
+    const QTextLine own = m_own->createLine();
+    m_own->endLayout();
+    // A fallback font elsewhere in the line may have made it higher.
+    m_offset = QPointF(x, line.y() + line.ascent() - own.ascent());
+}
+
+/// Where the whole line's tabs end, from x in it. Asked for and not computed:
+/// only the whole line knows to which fraction of a pixel it rounds.
+QList<QTextOption::Tab> LinePart::tabStops(const QTextLine &line, const QFont &font, qreal x) const
+{
+    QList<QTextOption::Tab> stops;
+    const QLatin1Char tab('\t');
+    int i = m_text.indexOf(tab);
+    const qreal scale = i < 0 ? 1 : tabStopScale(font);
+    for (; i >= 0; i = m_text.indexOf(tab, i + 1)) {
+        const qreal stop = line.cursorToX(m_from + i + 1) - x;
+        stops.append(QTextOption::Tab(stop / scale, QTextOption::LeftTab));
+    }
+    return stops;
+}
+
+QVector<QTextLayout::FormatRange>
+LinePart::cut(const QVector<QTextLayout::FormatRange> &formats) const
+{
+    QVector<QTextLayout::FormatRange> pieces;
+    for (const QTextLayout::FormatRange &format : formats) {
+        const int start = std::max(format.start - m_from, 0);
+        const int end = std::min(format.start + format.length - m_from, m_text.size());
+        if (start < end)
+            pieces.append({start, end - start, format.format});
+    }
+    return pieces;
+}
