@@ -5,10 +5,12 @@
 #include "view/EditorCommand.h"
 #include "view/FindPattern.h"
 #include "view/GrepEditorHost.h"
+#include "view/Highlighter.h"
 #include "view/OtherGrepCommand.h"
 #include "view/ProgramLauncher.h"
 #include "view/ResultLine.h"
 #include "view/TextAppender.h"
+#include "view/VisibleColouring.h"
 
 #include <QApplication>
 #include <QDebug>
@@ -47,6 +49,10 @@ GrepEditor::GrepEditor(bool isResultView, QWidget *parent)
     setLineWrapMode(QPlainTextEdit::NoWrap);
     const AppSettings &settings = AppSettings::instance();
     setViewFont(isResultView ? settings.grepFont : settings.textFont, true);
+    m_highlighter = new Highlighter(document(), isResultView, Highlighter::Mode::OnDemand);
+    new VisibleColouring(this, m_highlighter);
+    if (isResultView)
+        m_highlighter->setLanguage(QString());
     applyColours();
     connect(this, &GrepEditor::cursorPositionChanged, this, &GrepEditor::highlightCurrentLine);
 }
@@ -80,6 +86,7 @@ void GrepEditor::applyColours()
     setColour(colours, QPalette::Highlight, settings.hlbackcolor);
     setColour(colours, QPalette::HighlightedText, settings.hlforecolor);
     setPalette(colours);
+    m_highlighter->reloadColours();
     viewport()->update();
 }
 

@@ -12,6 +12,7 @@
 #include <memory>
 
 class GrepEditorHost;
+class Highlighter;
 class ProgramLauncher;
 
 QT_BEGIN_NAMESPACE
@@ -48,6 +49,10 @@ public:
     ~GrepEditor() override;
 
     bool isResultView() const { return m_isResultView; }
+
+    /// Colours the text; belongs to the document. The result view's knows no
+    /// language from the start, the preview's waits for one.
+    Highlighter &highlighter() const { return *m_highlighter; }
 
     /// Not owned; null when there is nobody to give a picked word to.
     void setHost(GrepEditorHost *host) { m_host = host; }
@@ -123,6 +128,7 @@ private:
     void resetPickCounts();
     ProgramLauncher &launcher() const;
 
+    Highlighter *m_highlighter = nullptr;
     QString m_pickedWord;
     QString m_fileName;
     QFont m_defaultFont;

@@ -40,7 +40,7 @@ InputHistoryFile::InputHistoryFile(const QString &directory, const QString &purp
 InputHistoryFile::Content InputHistoryFile::read() const
 {
     Content content;
-    const auto found = IniFile(m_path, IniDocument::Form::Escaped).read();
+    const auto found = IniFile(m_path, IniDocument::Form::Escaped).tryRead();
     content.mayBeSaved = found.has_value();
     if (!found)
         return content;

@@ -1,6 +1,7 @@
 #include "view/GrepEditor.h"
 
 #include "settings/AppSettings.h"
+#include "view/Highlighter.h"
 
 #include <QInputMethodEvent>
 #include <QScrollBar>
@@ -29,6 +30,10 @@ private slots:
     void theTextLooksAsInAnyTextView_data();
     void theTextLooksAsInAnyTextView();
     void onlyWhatIsSeenIsLaidOut();
+    void theResultViewColoursFileLines();
+    void thePreviewWaitsForALanguage();
+    void foundTextIsMarked();
+    void onlyWhatIsSeenIsColoured();
 };
 
 namespace {
@@ -44,7 +49,7 @@ QString text(const char *latin1)
 /// A view that is shown, without a frame, so that it and its viewport are one.
 class ShownView : public GrepEditor {
 public:
-    explicit ShownView(const QString &content) : GrepEditor(false)
+    explicit ShownView(const QString &content, bool isResultView = false) : GrepEditor(isResultView)
     {
         setFrameShape(QFrame::NoFrame);
         resize(400, 200);
@@ -342,6 +347,63 @@ void GrepEditorPaintTest::onlyWhatIsSeenIsLaidOut()
     QVERIFY(isLaidOut(10000));
     QVERIFY(!isLaidOut(5000));
     QVERIFY(!isLaidOut(10100));
+}
+
+void GrepEditorPaintTest::theResultViewColoursFileLines()
+{
+    AppSettings &settings = AppSettings::instance();
+    settings.grepFont = QFont(text("DejaVu Sans Mono"), 30);
+    settings.fnamecolor = QColor(255, 255, 0);
+    ShownView view(text("::HH\nHH"), true);
+    const QImage picture = view.picture();
+    QVERIFY(count(picture, view.cellAt(2), settings.fnamecolor) > 0);
+    QCOMPARE(count(picture, view.cellAt(5), settings.fnamecolor), 0);
+
+    settings.fnamecolor = QColor(0, 255, 0);
+    view.applyColours();
+    QVERIFY(count(view.picture(), view.cellAt(2), settings.fnamecolor) > 0);
+}
+
+void GrepEditorPaintTest::thePreviewWaitsForALanguage()
+{
+    AppSettings &settings = AppSettings::instance();
+    settings.textFont.setPointSize(30);
+    settings.commentcolor = QColor(0, 255, 0);
+    ShownView view(text("; HH"));
+    QCOMPARE(count(view.picture(), view.rect(), settings.commentcolor), 0);
+    view.highlighter().setLanguage(text("ini"));
+    QVERIFY(count(view.picture(), view.cellAt(2), settings.commentcolor) > 0);
+}
+
+void GrepEditorPaintTest::foundTextIsMarked()
+{
+    ShownView view(text("foo bar foo"), true);
+    const QImage before = view.picture();
+    view.highlighter().setFind(view.findPattern(text("bar")));
+    const QRect changed = difference(before, view.picture());
+    const QRect word = view.cellAt(4).united(view.cellAt(6));
+    QVERIFY(!changed.isEmpty());
+    QVERIFY(word.adjusted(-1, 0, 1, 0).contains(changed));
+}
+
+void GrepEditorPaintTest::onlyWhatIsSeenIsColoured()
+{
+    ShownView view(QString(), true);
+    QStringList lines;
+    for (int i = 0; i < 20000; ++i)
+        lines << text("::12");
+    view.appendLines(lines);
+    view.picture();
+    const auto isColoured = [&view](int line) {
+        return !view.document()->findBlockByNumber(line).layout()->formats().isEmpty();
+    };
+    QVERIFY(isColoured(0));
+    QVERIFY(!isColoured(100));
+    view.verticalScrollBar()->setValue(10000);
+    view.picture();
+    QVERIFY(isColoured(10000));
+    QVERIFY(!isColoured(5000));
+    QVERIFY(!isColoured(19999));
 }
 
 QTEST_MAIN(GrepEditorPaintTest)

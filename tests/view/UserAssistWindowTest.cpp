@@ -392,7 +392,7 @@ void UserAssistWindowTest::theMenuCopiesTheText()
 
 void UserAssistWindowTest::aLongTextScrolls()
 {
-    m_record.lines = {text("long<br>").repeated(100)};
+    m_record.lines = QStringList{text("long<br>").repeated(100)};
     const UserAssistWindow *window = show();
     QVERIFY(window->textEdit()->verticalScrollBar()->maximum() > 0);
     QVERIFY(window->textEdit()->verticalScrollBar()->isVisible());

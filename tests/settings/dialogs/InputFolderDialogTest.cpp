@@ -336,7 +336,7 @@ void InputFolderDialogTest::aStoredSizeBeyondTheScreenIsCut()
 
 void InputFolderDialogTest::nothingIsCutWithALargeFont()
 {
-    const Shown shown("a", QString(), "[font]\nfamily=IPAGothic\npointSize=14\n");
+    const Shown shown("a", QString(), "[font]\nfamily=IPAGothic\npointSize=28\n");
     const auto children = shown.dialog->findChildren<QWidget *>();
     for (const QWidget *widget : children) {
         if (widget->isVisible() && !widget->minimumSizeHint().isEmpty())
