@@ -1,0 +1,46 @@
+#include "mainwindow/MainWindow.h"
+#include "settings/AppSettings.h"
+#include "settings/ApplicationDirectory.h"
+#include "settings/ApplicationPalette.h"
+#include "settings/LocaleSetup.h"
+#include "settings/ParameterFile.h"
+#include "settings/StyleSheet.h"
+
+#include <QApplication>
+#include <QIcon>
+#include <QStyleFactory>
+
+namespace {
+
+void applyLook(const QString &appDir)
+{
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setPalette(ApplicationPalette::fromSettings(AppSettings::instance()));
+    if (const auto sheet = StyleSheet::read(appDir))
+        qApp->setStyleSheet(*sheet);
+}
+
+int runWindow(const QString &appDir)
+{
+    const ParameterFile::Content request = ParameterFile(appDir).read();
+    MainWindow window(request.pathlist, request.mask, request.findword);
+    window.show();
+    return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    LocaleSetup::useUtf8InPlainLocale();
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QApplication application(argc, argv);
+    const QString appDir = ApplicationDirectory::path();
+    QCoreApplication::addLibraryPath(QCoreApplication::applicationDirPath());
+    QCoreApplication::setApplicationName(QStringLiteral("sarvik"));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/icon/sarvik.png")));
+    AppSettings::instance().load(appDir);
+    applyLook(appDir);
+    return runWindow(appDir);
+}

@@ -1,0 +1,80 @@
+#include "mainwindow/PathEdit.h"
+
+#include "mainwindow/SearchPaths.h"
+
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QUrl>
+
+namespace {
+
+QStringList foldersIn(const QMimeData &data)
+{
+    QStringList folders;
+    const QList<QUrl> urls = data.urls();
+    for (const QUrl &url : urls) {
+        if (!url.isLocalFile())
+            continue;
+        const QFileInfo entry(url.toLocalFile());
+        folders += SearchPaths::withSlash(entry.isDir() ? entry.filePath() : entry.path());
+    }
+    folders.removeDuplicates();
+    return folders;
+}
+
+} // namespace
+
+PathEdit::PathEdit(QWidget *parent) : QPlainTextEdit(parent)
+{
+    setTabChangesFocus(true);
+    setLineWrapMode(QPlainTextEdit::NoWrap);
+}
+
+void PathEdit::setLines(const QStringList &lines)
+{
+    setPlainText(lines.join(QLatin1Char('\n')));
+    moveCursor(QTextCursor::Start);
+}
+
+void PathEdit::addLine(const QString &path)
+{
+    if (toPlainText().isEmpty() || toPlainText().endsWith(QLatin1Char('\n'))) {
+        moveCursor(QTextCursor::End);
+        insertPlainText(path);
+    } else {
+        appendPlainText(path);
+    }
+    moveCursor(QTextCursor::End);
+    moveCursor(QTextCursor::Left);
+}
+
+bool PathEdit::canInsertFromMimeData(const QMimeData *source) const
+{
+    return !foldersIn(*source).isEmpty() || QPlainTextEdit::canInsertFromMimeData(source);
+}
+
+void PathEdit::insertFromMimeData(const QMimeData *source)
+{
+    const QStringList folders = foldersIn(*source);
+    if (folders.isEmpty()) {
+        QPlainTextEdit::insertFromMimeData(source);
+        return;
+    }
+    const QStringList listed = SearchPaths::fromText(toPlainText());
+    for (const QString &folder : folders) {
+        if (!listed.contains(folder))
+            addLine(folder);
+    }
+}
+
+void PathEdit::keyPressEvent(QKeyEvent *event)
+{
+    // A line separator would look like a new line and not be one.
+    if (event->matches(QKeySequence::InsertLineSeparator)) {
+        insertPlainText(QStringLiteral("\n"));
+        event->accept();
+        return;
+    }
+    QPlainTextEdit::keyPressEvent(event);
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QPlainTextEdit>
+
+/// The editor of the search paths, one on each line. A folder that is dropped or
+/// pasted as a file becomes a line of its own; of a file it is the folder.
+class PathEdit : public QPlainTextEdit {
+    Q_OBJECT
+
+public:
+    explicit PathEdit(QWidget *parent = nullptr);
+
+    /// Replaces the text by lines; the cursor stands at the start.
+    void setLines(const QStringList &lines);
+
+    /// Adds path as the last line and puts the cursor before its last character.
+    void addLine(const QString &path);
+
+protected:
+    bool canInsertFromMimeData(const QMimeData *source) const override;
+    void insertFromMimeData(const QMimeData *source) override;
+    void keyPressEvent(QKeyEvent *event) override;
+};

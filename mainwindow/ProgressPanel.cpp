@@ -1,0 +1,67 @@
+#include "mainwindow/ProgressPanel.h"
+
+#include "mainwindow/SearchSummary.h"
+
+#include "ui_ProgressPanel.h"
+
+namespace {
+
+void showQueue(QProgressBar *bar, const QString &format, int length)
+{
+    bar->setFormat(format.arg(length));
+    if (length > bar->maximum() + 100)
+        bar->setRange(0, length + 100);
+    bar->setValue(length);
+}
+
+} // namespace
+
+ProgressPanel::ProgressPanel(QWidget *parent)
+    : QWidget(parent), m_ui(std::make_unique<Ui::ProgressPanel>())
+{
+    m_ui->setupUi(this);
+    setShown(false);
+}
+
+ProgressPanel::~ProgressPanel() = default;
+
+void ProgressPanel::setShown(bool shown)
+{
+    setVisible(shown);
+    m_ui->dirBar->setVisible(shown);
+    m_ui->fileBar->setVisible(shown);
+    m_ui->spoolBar->setVisible(shown);
+}
+
+void ProgressPanel::showDirectories(int length)
+{
+    showQueue(m_ui->dirBar, QStringLiteral("dir %L1 "), length);
+}
+
+void ProgressPanel::showFiles(int length)
+{
+    showQueue(m_ui->fileBar, QStringLiteral("file %L1 "), length);
+}
+
+void ProgressPanel::showSpool(int fill, int peak)
+{
+    m_ui->spoolBar->setRange(0, peak);
+    m_ui->spoolBar->setFormat(QStringLiteral("spool %L1 ").arg(fill));
+    m_ui->spoolBar->setValue(fill);
+}
+
+void ProgressPanel::startDisplaying(int peak)
+{
+    m_ui->spoolBar->setRange(0, peak);
+}
+
+void ProgressPanel::showDisplayed(int count)
+{
+    m_ui->spoolBar->setValue(count);
+    m_ui->spoolBar->setFormat(QStringLiteral("spool %1 ").arg(count));
+}
+
+void ProgressPanel::showThreads(const QMap<int, int> &counts)
+{
+    m_ui->threadLabel->setText(SearchSummary::threadTable(counts));
+}

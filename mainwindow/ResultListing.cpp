@@ -1,0 +1,60 @@
+#include "mainwindow/ResultListing.h"
+
+#include "engine/SignalSpool.h"
+#include "mainwindow/ProgressPanel.h"
+#include "view/GrepEditor.h"
+
+#include <QCoreApplication>
+#include <QSignalBlocker>
+
+#include <algorithm>
+
+ResultListing::ResultListing(GrepEditor &view, ProgressPanel &panel) : m_view(view), m_panel(panel)
+{
+}
+
+void ResultListing::reset()
+{
+    m_view.clear();
+    m_spoolPeak = -1;
+}
+
+void ResultListing::tick(const SignalSpool &spool)
+{
+    const int fill = spool.resultCount();
+    m_spoolPeak = std::max(m_spoolPeak, fill);
+    m_panel.showDirectories(spool.dirQueueLength());
+    m_panel.showFiles(spool.fileQueueLength());
+    m_panel.showSpool(fill, m_spoolPeak);
+}
+
+void ResultListing::takeLines(SignalSpool &spool)
+{
+    QStringList lines;
+    spool.takeResults(&lines, kLinesPerTick);
+    append(lines);
+    m_panel.showThreads(spool.threadCounts());
+}
+
+void ResultListing::drain(SignalSpool &spool, const std::function<bool()> &isCancelled)
+{
+    QStringList lines;
+    spool.takeResults(&lines, 0);
+    m_panel.startDisplaying(std::max(m_spoolPeak, 0));
+    const int count = lines.size();
+    for (int shown = 0; shown < count; shown += kLinesPerBlock) {
+        QCoreApplication::processEvents();
+        if (isCancelled())
+            return;
+        append(lines.mid(shown, kLinesPerBlock));
+        m_panel.showDisplayed(std::min(shown + kLinesPerBlock, count));
+    }
+}
+
+void ResultListing::append(const QStringList &lines)
+{
+    if (lines.isEmpty())
+        return;
+    const QSignalBlocker blocker(&m_view);
+    m_view.appendLines(lines);
+}

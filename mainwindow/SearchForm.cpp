@@ -1,0 +1,301 @@
+#include "mainwindow/SearchForm.h"
+
+#include "mainwindow/KeywordValidity.h"
+#include "settings/AppSettings.h"
+#include "settings/KeywordHistory.h"
+#include "settings/dialogs/LineEdit.h"
+
+#include "ui_SearchForm.h"
+
+#include <QLineEdit>
+#include <QSignalBlocker>
+
+namespace {
+
+constexpr int kPathLines = 3;
+
+/// An item chosen or refilled must not change what the user typed.
+void refill(QComboBox *combo, const QStringList &items)
+{
+    const QSignalBlocker blocker(combo);
+    const QString text = combo->currentText();
+    combo->clear();
+    combo->addItems(items);
+    combo->setEditText(text);
+}
+
+QIcon toggleIcon(const char *name, bool on)
+{
+    return QIcon(QStringLiteral(":icon/%1%2.png")
+                     .arg(QLatin1String(name), on ? QLatin1String("On") : QLatin1String("Off")));
+}
+
+void showToggle(QAbstractButton *button, const char *name, bool on)
+{
+    button->setChecked(on);
+    button->setIcon(toggleIcon(name, on));
+}
+
+} // namespace
+
+SearchForm::SearchForm(QWidget *parent) : QWidget(parent), m_ui(std::make_unique<Ui::SearchForm>())
+{
+    m_ui->setupUi(this);
+    buildKeywordFields();
+    buildButtons();
+    showExtraConditions(false);
+}
+
+SearchForm::~SearchForm() = default;
+
+void SearchForm::buildKeywordFields()
+{
+    m_keyword1 = new LineEdit(m_ui->keyword1Combo);
+    m_ui->keyword1Combo->setLineEdit(m_keyword1);
+    // The field's own completion would fight with the one over the history.
+    for (QComboBox *combo : combos()) {
+        combo->setCompleter(nullptr);
+        connect(combo, &QComboBox::editTextChanged, this, &SearchForm::showValidity);
+    }
+    connect(m_ui->keyword1Combo, QOverload<int>::of(&QComboBox::activated), this,
+            [this](int index) { emit pastKeywordChosen(m_ui->keyword1Combo->itemText(index)); });
+    // Keyword 3 has a switch of its own and stays in force without the others.
+    connect(m_ui->extraGroup, &QGroupBox::toggled, this, [this] {
+        m_ui->keyword3Group->setEnabled(true);
+        showHiddenConditions();
+    });
+    m_ui->keyword3Group->setEnabled(true);
+    connect(m_ui->keyword3Group, &QGroupBox::toggled, this, &SearchForm::showHiddenConditions);
+}
+
+void SearchForm::buildButtons()
+{
+    m_ui->btnPlus->setIcon(QIcon(QStringLiteral(":/icon/plus.png")));
+    m_ui->btnKeyword1->setIcon(QIcon(QStringLiteral(":/icon/reenter.png")));
+    m_ui->btnKeyword2->setIcon(QIcon(QStringLiteral(":/icon/conditions.png")));
+}
+
+QList<QComboBox *> SearchForm::combos() const
+{
+    return {m_ui->maskCombo, m_ui->keyword1Combo, m_ui->keyword2Combo, m_ui->keyword3Combo};
+}
+
+FormState SearchForm::state() const
+{
+    const AppSettings &settings = AppSettings::instance();
+    FormState state;
+    state.pathText = m_ui->pathEdit->toPlainText();
+    state.mask = m_ui->maskCombo->currentText();
+    state.keyword1 = m_ui->keyword1Combo->currentText();
+    state.extraGroup = m_ui->extraGroup->isChecked();
+    state.useKeyword2 = m_ui->useKeyword2->isChecked();
+    state.keyword2 = m_ui->keyword2Combo->currentText();
+    state.lineDistance = m_ui->lineDistance->value();
+    state.keyword3Group = m_ui->keyword3Group->isChecked();
+    state.keyword3 = m_ui->keyword3Combo->currentText();
+    state.subdir = m_ui->subdirCheck->isChecked();
+    state.emptyFiles = m_ui->emptyFilesCheck->isChecked();
+    state.skipped = m_ui->skippedCheck->isChecked();
+    state.ignoreCase = settings.caseinsensitive;
+    state.word = settings.word;
+    state.regexp = settings.regexp;
+    return state;
+}
+
+void SearchForm::setPathLines(const QStringList &lines)
+{
+    m_ui->pathEdit->setLines(lines);
+}
+
+void SearchForm::addPathLine(const QString &path)
+{
+    m_ui->pathEdit->addLine(path);
+}
+
+void SearchForm::setMask(const QString &mask)
+{
+    m_ui->maskCombo->setEditText(mask);
+}
+
+void SearchForm::setKeyword1(const QString &keyword)
+{
+    m_ui->keyword1Combo->setEditText(keyword);
+}
+
+void SearchForm::setKeyword2(const QString &keyword)
+{
+    m_ui->keyword2Combo->setEditText(keyword);
+}
+
+void SearchForm::setKeyword3(const QString &keyword)
+{
+    m_ui->keyword3Combo->setEditText(keyword);
+}
+
+void SearchForm::setUseKeyword2(bool use)
+{
+    m_ui->useKeyword2->setChecked(use);
+}
+
+void SearchForm::setExtraGroup(bool checked)
+{
+    m_ui->extraGroup->setChecked(checked);
+}
+
+void SearchForm::setKeyword3Group(bool checked)
+{
+    m_ui->keyword3Group->setChecked(checked);
+}
+
+void SearchForm::setLineDistance(int lines)
+{
+    m_ui->lineDistance->setValue(lines);
+}
+
+void SearchForm::setSubdir(bool checked)
+{
+    m_ui->subdirCheck->setChecked(checked);
+}
+
+void SearchForm::loadSwitches()
+{
+    const AppSettings &settings = AppSettings::instance();
+    m_ui->subdirCheck->setChecked(settings.subdir);
+    m_ui->emptyFilesCheck->setChecked(settings.fname);
+    m_ui->skippedCheck->setChecked(settings.warningmsg);
+}
+
+void SearchForm::showToggles()
+{
+    const AppSettings &settings = AppSettings::instance();
+    showToggle(m_ui->btnCase, "Aa", settings.caseinsensitive);
+    showToggle(m_ui->btnWord, "Word", settings.word);
+    showToggle(m_ui->btnRegexp, "[A-Z]", settings.regexp);
+    showValidity();
+}
+
+void SearchForm::fillMasks()
+{
+    refill(m_ui->maskCombo, AppSettings::instance().maskhistory);
+}
+
+void SearchForm::fillKeywords1()
+{
+    const QSignalBlocker blocker(m_ui->keyword1Combo);
+    const QString text = m_ui->keyword1Combo->currentText();
+    AppSettings::instance().keywordHistory->fillCombo(m_ui->keyword1Combo);
+    m_ui->keyword1Combo->setEditText(text);
+}
+
+void SearchForm::fillKeywords2()
+{
+    refill(m_ui->keyword2Combo, AppSettings::instance().history2);
+}
+
+void SearchForm::applyLook()
+{
+    const QFont font = AppSettings::instance().inputFont;
+    m_ui->pathEdit->setFont(font);
+    for (QComboBox *combo : combos()) {
+        combo->setFont(font);
+        combo->lineEdit()->setFont(font);
+    }
+    setUpPathEdit();
+    showValidity();
+}
+
+void SearchForm::setUpPathEdit()
+{
+    const QPlainTextEdit *edit = m_ui->pathEdit;
+    const int lines = kPathLines * edit->fontMetrics().lineSpacing();
+    const int margins = 2 * (edit->frameWidth() + qRound(edit->document()->documentMargin()));
+    m_ui->pathEdit->setFixedHeight(lines + margins);
+}
+
+void SearchForm::showValidity()
+{
+    const AppSettings &settings = AppSettings::instance();
+    const KeywordValidity::Look look{settings.paletteBase, settings.regexp};
+    KeywordValidity::show(m_keyword1, look);
+    KeywordValidity::show(m_ui->keyword2Combo->lineEdit(), look);
+    KeywordValidity::show(m_ui->keyword3Combo->lineEdit(), look);
+}
+
+void SearchForm::showExtraConditions(bool shown)
+{
+    m_ui->btnKeyword2->setChecked(shown);
+    m_ui->extraGroup->setVisible(shown);
+    m_ui->keyword3Group->setVisible(shown);
+    showHiddenConditions();
+}
+
+/// A condition that is in force and out of sight would puzzle whoever misses a
+/// hit.
+void SearchForm::showHiddenConditions()
+{
+    const bool inForce = m_ui->extraGroup->isChecked() || m_ui->keyword3Group->isChecked();
+    const bool hidden = !m_ui->btnKeyword2->isChecked();
+    m_ui->btnKeyword2->setIcon(QIcon(inForce && hidden
+                                         ? QStringLiteral(":/icon/conditionsInForce.png")
+                                         : QStringLiteral(":/icon/conditions.png")));
+    m_ui->btnKeyword2->setToolTip(
+        inForce && hidden ? QStringLiteral("追加条件が有効です。クリックすると表示します")
+                          : QStringLiteral("追加条件を表示します"));
+}
+
+void SearchForm::setButton(Button button)
+{
+    switch (button) {
+    case Button::Start:
+        m_ui->pushButton->setText(QStringLiteral("検索開始"));
+        break;
+    case Button::Abort:
+        m_ui->pushButton->setText(QStringLiteral("中止"));
+        break;
+    case Button::Displaying:
+        m_ui->pushButton->setText(QStringLiteral("表示中..."));
+        break;
+    }
+}
+
+void SearchForm::setButtonEnabled(bool enabled)
+{
+    m_ui->pushButton->setEnabled(enabled);
+}
+
+void SearchForm::selectKeyword1()
+{
+    m_keyword1->selectAll();
+    m_keyword1->setFocus();
+}
+
+QList<QWidget *> SearchForm::inputFields() const
+{
+    return {m_ui->pathEdit, m_ui->maskCombo, m_ui->keyword1Combo, m_ui->keyword2Combo,
+            m_ui->keyword3Combo};
+}
+
+QComboBox *SearchForm::keyword1Combo() const
+{
+    return m_ui->keyword1Combo;
+}
+
+QWidget *SearchForm::pathEdit() const
+{
+    return m_ui->pathEdit;
+}
+
+QAbstractButton *SearchForm::caseButton() const
+{
+    return m_ui->btnCase;
+}
+
+QAbstractButton *SearchForm::wordButton() const
+{
+    return m_ui->btnWord;
+}
+
+QAbstractButton *SearchForm::regexpButton() const
+{
+    return m_ui->btnRegexp;
+}

@@ -1,0 +1,55 @@
+#include "mainwindow/WindowLayout.h"
+
+#include "settings/AppSettings.h"
+#include "settings/WindowSize.h"
+
+#include <QGuiApplication>
+#include <QMainWindow>
+#include <QScreen>
+#include <QSplitter>
+
+namespace WindowLayout {
+
+namespace {
+
+bool isStored(const QByteArray &state)
+{
+    return state.size() > 1;
+}
+
+QSize desktopSize()
+{
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    return screen ? screen->size() : QSize();
+}
+
+} // namespace
+
+void restore(const Parts &parts)
+{
+    const AppSettings &settings = AppSettings::instance();
+    parts.window->resize(WindowSize::clamped(settings.size, desktopSize()));
+    parts.window->move(settings.pos);
+    if (isStored(settings.geometry))
+        parts.window->restoreGeometry(settings.geometry);
+    if (isStored(settings.layouttoolbar))
+        parts.window->restoreState(settings.layouttoolbar);
+    if (isStored(settings.layoutsplitter))
+        parts.splitter->restoreState(settings.layoutsplitter);
+    else
+        parts.splitter->setSizes({settings.grepsize.height(), settings.textsize.height()});
+}
+
+void store(const Parts &parts)
+{
+    AppSettings &settings = AppSettings::instance();
+    settings.pos = parts.window->pos();
+    settings.size = parts.window->size();
+    settings.grepsize = parts.resultView->size();
+    settings.textsize = parts.preview->size();
+    settings.layouttoolbar = parts.window->saveState();
+    settings.layoutsplitter = parts.splitter->saveState();
+    settings.geometry = parts.window->saveGeometry();
+}
+
+} // namespace WindowLayout
