@@ -1,12 +1,9 @@
 #include "mainwindow/MainWindow.h"
 
-#include "engine/LineCountReport.h"
-#include "engine/SignalSpool.h"
 #include "mainwindow/FormKeys.h"
-#include "mainwindow/ResultListing.h"
+#include "mainwindow/Questions.h"
+#include "mainwindow/RunControl.h"
 #include "mainwindow/SearchPaths.h"
-#include "mainwindow/SearchRun.h"
-#include "mainwindow/SearchSummary.h"
 #include "mainwindow/WindowLayout.h"
 #include "settings/AppSettings.h"
 #include "settings/ApplicationDirectory.h"
@@ -18,7 +15,6 @@
 #include "settings/dialogs/LineEdit.h"
 #include "settings/dialogs/findDialog.h"
 #include "settings/dialogs/optionDialog.h"
-#include "settings/dialogs/prompts/UserPrompt.h"
 #include "settings/dialogs/verupdialog.h"
 #include "view/GrepEditor.h"
 #include "view/Highlighter.h"
@@ -38,14 +34,16 @@
 
 namespace {
 
-const char kProgramName[] = "sarvik";
-
 constexpr int kRefusalMilliseconds = 5000;
-constexpr int kTickMilliseconds = 150;
 
 QString programName()
 {
-    return QLatin1String(kProgramName);
+    return QStringLiteral("sarvik");
+}
+
+QString runningText()
+{
+    return QStringLiteral("検索中です。中止してから実行してください");
 }
 
 } // namespace
@@ -65,10 +63,10 @@ MainWindow::MainWindow(const QStringList &pathlist, const QString &mask, const Q
     m_ui->setupUi(this);
     buildViews();
     buildToolBar();
-    m_run = new SearchRun(this);
     connectActions();
     connectForm();
     connectKeys();
+    connectRun();
     WindowLayout::restore({this, m_ui->viewSplitter, m_resultView, m_preview});
     fillHistories();
     showRequest(pathlist, mask, findword);
@@ -76,8 +74,8 @@ MainWindow::MainWindow(const QStringList &pathlist, const QString &mask, const Q
 
 MainWindow::~MainWindow()
 {
-    // What still runs must end before anything that it reads goes.
-    m_run->end();
+    // What still runs must end before anything that it reads or shows goes.
+    delete m_run;
     storeState();
     AppSettings::instance().save(m_applicationDirectory);
 }
@@ -105,7 +103,6 @@ void MainWindow::buildViews()
     m_preview->setAccessibleName(QStringLiteral("プレビュー"));
     m_ui->viewSplitter->addWidget(m_resultView);
     m_ui->viewSplitter->addWidget(m_preview);
-    m_listing = std::make_unique<ResultListing>(*m_resultView, *m_ui->progressPanel);
     connect(m_resultView, &GrepEditor::cursorPositionChanged, this, &MainWindow::previewFile);
     connect(m_resultView, &GrepEditor::BackButton, this, &MainWindow::arrowBack);
     connect(m_resultView, &GrepEditor::ForwardButton, this, &MainWindow::arrowForward);
@@ -113,47 +110,20 @@ void MainWindow::buildViews()
 
 void MainWindow::buildToolBar()
 {
-    m_backMenu = new QMenu(this);
-    m_backButton = addToolButton(QStringLiteral("arrowBackBtn"), QStringLiteral("arrow-back"),
-                                 QStringLiteral("前の検索結果"), {}, &MainWindow::arrowBack);
-    m_backButton->setToolTip(QStringLiteral("前に検索結果を表示します"));
-    m_backButton->setMenu(m_backMenu);
-    m_backButton->setPopupMode(QToolButton::MenuButtonPopup);
-    m_forwardButton =
-        addToolButton(QStringLiteral("arrowForwardBtn"), QStringLiteral("arrow-forward"),
-                      QStringLiteral("次の検索結果"), {}, &MainWindow::arrowForward);
-    m_ui->toolBar->addSeparator();
-    addToolButton(QStringLiteral("findBtn"), QStringLiteral("edit-find-4"), QStringLiteral("検索"),
-                  QKeySequence(QStringLiteral("Ctrl+F")), &MainWindow::findDialogPopup);
-    addToolButton(QStringLiteral("findNextBtn"), QStringLiteral("go-down-5"),
-                  QStringLiteral("次を検索"), QKeySequence(QStringLiteral("Ctrl+Down")),
-                  &MainWindow::findnext);
-    addToolButton(QStringLiteral("findPrevBtn"), QStringLiteral("go-up-5"),
-                  QStringLiteral("前を検索"), QKeySequence(QStringLiteral("Ctrl+Up")),
-                  &MainWindow::findprev);
-    m_ui->toolBar->addSeparator();
-    addToolButton(QStringLiteral("optionBtn"), QStringLiteral("option"), QStringLiteral("設定"), {},
-                  &MainWindow::optionDialogPopup);
-    connect(m_backMenu, &QMenu::aboutToShow, this, &MainWindow::makeBackMenu);
-    connect(m_backMenu, &QMenu::triggered, this, &MainWindow::openLogfile);
-}
-
-QToolButton *MainWindow::addToolButton(const QString &name, const QString &icon,
-                                       const QString &text, const QKeySequence &shortcut,
-                                       void (MainWindow::*slot)())
-{
-    auto *button = new QToolButton(m_ui->toolBar);
-    button->setObjectName(name);
-    button->setIcon(QIcon(QStringLiteral(":/icon/%1.png").arg(icon)));
-    button->setText(text);
-    button->setAccessibleName(text);
-    button->setShortcut(shortcut);
-    button->setToolTip(
-        shortcut.isEmpty() ? text : QStringLiteral("%1 (%2)").arg(text, shortcut.toString()));
-    button->setFocusPolicy(Qt::NoFocus);
-    m_ui->toolBar->addWidget(button);
-    connect(button, &QToolButton::clicked, this, slot);
-    return button;
+    m_toolButtons = ToolButtons::addTo(m_ui->toolBar);
+    auto *backMenu = new QMenu(m_toolButtons.arrowBackBtn);
+    m_toolButtons.arrowBackBtn->setMenu(backMenu);
+    connect(backMenu, &QMenu::aboutToShow, this, &MainWindow::makeBackMenu);
+    connect(backMenu, &QMenu::triggered, this, &MainWindow::openLogfile);
+    const auto connectButton = [this](QToolButton *button, void (MainWindow::*slot)()) {
+        connect(button, &QToolButton::clicked, this, slot);
+    };
+    connectButton(m_toolButtons.arrowBackBtn, &MainWindow::arrowBack);
+    connectButton(m_toolButtons.arrowForwardBtn, &MainWindow::arrowForward);
+    connectButton(m_toolButtons.findBtn, &MainWindow::findDialogPopup);
+    connectButton(m_toolButtons.findNextBtn, &MainWindow::findnext);
+    connectButton(m_toolButtons.findPrevBtn, &MainWindow::findprev);
+    connectButton(m_toolButtons.optionBtn, &MainWindow::optionDialogPopup);
 }
 
 void MainWindow::connectActions()
@@ -166,9 +136,6 @@ void MainWindow::connectActions()
     connect(m_ui->actionRegExpHelp, &QAction::triggered, this, &MainWindow::regexphelp);
     connect(m_ui->actionVersion, &QAction::triggered, this, &MainWindow::about);
     connect(m_ui->actionAboutQt, &QAction::triggered, qApp, &QApplication::aboutQt);
-    connect(m_run, &SearchRun::searchFinished, this, &MainWindow::searchFinished);
-    connect(m_run, &SearchRun::lineCountFinished, this, &MainWindow::linecntFinished);
-    connect(m_run, &SearchRun::lineCounted, this, &MainWindow::showLinecntResult);
 }
 
 void MainWindow::connectForm()
@@ -199,6 +166,20 @@ void MainWindow::connectKeys()
     connect(m_formKeys, &FormKeys::searchRequested, this, &MainWindow::GrepDummy);
     connect(m_formKeys, &FormKeys::abortRequested, this, &MainWindow::abortRun);
     connect(m_formKeys, &FormKeys::quitRequested, this, &MainWindow::confirmQuit);
+}
+
+void MainWindow::connectRun()
+{
+    RunControl::Views views;
+    views.form = m_ui->searchForm;
+    views.panel = m_ui->progressPanel;
+    views.resultView = m_resultView;
+    views.statusBar = statusBar();
+    m_run = new RunControl(views, this);
+    connect(m_run, &RunControl::tick, this, &MainWindow::onTimerProgressReport);
+    connect(m_run, &RunControl::searchFinished, this, &MainWindow::searchFinished);
+    connect(m_run, &RunControl::lineCountFinished, this, &MainWindow::linecntFinished);
+    connect(m_run, &RunControl::lineCounted, this, &MainWindow::showLinecntResult);
 }
 
 void MainWindow::fillHistories()
@@ -248,20 +229,13 @@ void MainWindow::storeState()
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
-    m_closing = true;
-    m_run->abort();
+    m_run->abandon();
     event->accept();
 }
 
 void MainWindow::confirmQuit()
 {
-    UserPrompt::Message question;
-    question.icon = QMessageBox::Question;
-    question.title = programName();
-    question.text = QStringLiteral("終了します。よろしいですか？。");
-    question.buttons = QMessageBox::Yes | QMessageBox::No;
-    question.defaultButton = QMessageBox::Yes;
-    if (UserPrompt::current().message(this, question) == QMessageBox::Yes)
+    if (Questions::quit(this))
         close();
 }
 
@@ -369,89 +343,64 @@ void MainWindow::refuse(const QString &message)
 
 void MainWindow::on_pushButton_clicked()
 {
-    if (m_running) {
+    if (m_run->isRunning()) {
         abortRun();
         return;
     }
-    if (m_run->exists())
-        return;
     const FormState form = m_ui->searchForm->state();
-    if (form.keyword1.isEmpty())
-        return refuse(QStringLiteral("キーワード１を指定してください"));
-    if (form.pathText.isEmpty())
-        return refuse(QStringLiteral("検索パスを指定してください"));
-    if (form.mask.isEmpty())
-        return refuse(QStringLiteral("マスクを指定してください"));
-    if (form.mask == QLatin1String("*.*") && !confirmWholeMask())
+    const QString refusal = FormRequest::refusal(FormRequest::Mode::Search, form);
+    if (!refusal.isEmpty())
+        return refuse(refusal);
+    if (form.mask == QLatin1String("*.*") && !Questions::searchAllFiles(this))
         return;
-    start(Mode::Search, form);
+    start(FormRequest::Mode::Search, form);
     m_resultView->setFocus();
-}
-
-bool MainWindow::confirmWholeMask()
-{
-    UserPrompt::Message question;
-    question.icon = QMessageBox::Question;
-    question.title = programName();
-    question.text = QStringLiteral(
-        "マスクが(*.*)で指定されると、テキストファイル以外も対象になります。\nよろしいですか？。");
-    question.buttons = QMessageBox::Yes | QMessageBox::No;
-    question.defaultButton = QMessageBox::Yes;
-    return UserPrompt::current().message(this, question) == QMessageBox::Yes;
 }
 
 void MainWindow::lineCountGrep()
 {
-    if (m_running)
-        return refuse(QStringLiteral("検索中です"));
+    if (m_run->isRunning())
+        return refuse(runningText());
     const FormState form = m_ui->searchForm->state();
-    if (form.pathText.isEmpty())
-        return refuse(QStringLiteral("検索パスを指定してください"));
-    if (form.mask.isEmpty())
-        return refuse(QStringLiteral("マスクを指定してください"));
-    m_lineCount = std::make_unique<LineCountReport>();
-    start(Mode::LineCount, form);
+    const QString refusal = FormRequest::refusal(FormRequest::Mode::LineCount, form);
+    if (!refusal.isEmpty())
+        return refuse(refusal);
+    start(FormRequest::Mode::LineCount, form);
 }
 
-void MainWindow::start(Mode mode, const FormState &form)
+void MainWindow::start(FormRequest::Mode mode, const FormState &form)
 {
-    m_pendingLines.clear();
-    m_elapsed.start();
-    m_keyword1 = form.keyword1;
-    m_keyword2 = form.usesKeyword2() ? form.keyword2 : QString();
-    m_keyword3 = form.keyword3Group ? form.keyword3 : QString();
-    m_mask = form.mask;
-    m_pathlist = SearchPaths::fromText(form.pathText);
-    m_resultShown = mode == Mode::Search;
-    setWindowTitle(m_keyword1 + QStringLiteral(" -- ") + programName());
-    m_listing->reset();
+    setWindowTitle(form.keyword1 + QStringLiteral(" -- ") + programName());
+    m_resultView->clear();
     m_resultView->setFocus();
+    const SearchCondition condition = FormRequest::condition(mode, form);
+    m_pathlist = condition.pathlist;
+    m_mask = condition.mask;
+    ParameterFile(m_applicationDirectory).write({m_pathlist, m_mask, condition.keyword1});
+    rememberKeywords(condition);
+    showHighlightWords();
     setRunning(true);
-    ParameterFile(m_applicationDirectory).write({m_pathlist, m_mask, m_keyword1});
-    rememberKeywords();
-    showHighlightWords(form);
-    m_run->start(condition(mode, form));
-    m_progressTimer = std::make_unique<QTimer>(this);
-    connect(m_progressTimer.get(), &QTimer::timeout, this, &MainWindow::onTimerProgressReport);
-    m_progressTimer->start(kTickMilliseconds);
+    m_run->start(condition);
 }
 
-void MainWindow::rememberKeywords()
+void MainWindow::rememberKeywords(const SearchCondition &condition)
 {
     AppSettings &settings = AppSettings::instance();
-    if (!m_keyword1.isEmpty()) {
-        settings.keywordHistory->add(m_keyword1, settings.caseinsensitive, settings.word,
+    if (!condition.keyword1.isEmpty()) {
+        settings.keywordHistory->add(condition.keyword1, settings.caseinsensitive, settings.word,
                                      settings.regexp);
         refillKeywords();
     }
-    if (!m_keyword2.isEmpty()) {
-        HistoryList::insert(settings.history2, m_keyword2);
+    if (!condition.keyword2.isEmpty()) {
+        HistoryList::insert(settings.history2, condition.keyword2);
         m_ui->searchForm->fillKeywords2();
     }
 }
 
-void MainWindow::showHighlightWords(const FormState &form)
+/// What the result view marks: the keywords of the form that are in use.
+void MainWindow::showHighlightWords()
 {
+    const FormState form = m_ui->searchForm->state();
     const QRegExp pattern1 = m_resultView->findPattern(form.keyword1);
     if (form.usesKeyword2() && !form.keyword2.isEmpty())
         m_resultView->highlighter().setFind(pattern1, m_resultView->findPattern(form.keyword2));
@@ -459,119 +408,46 @@ void MainWindow::showHighlightWords(const FormState &form)
         m_resultView->highlighter().setFind(pattern1);
 }
 
-SearchCondition MainWindow::condition(Mode mode, const FormState &form) const
-{
-    SearchCondition condition;
-    condition.pathlist = m_pathlist;
-    condition.mask = m_mask;
-    condition.keyword1 = m_keyword1;
-    condition.keyword2 = m_keyword2;
-    condition.keyword3 = m_keyword3;
-    condition.plusline = form.lineDistance;
-    condition.flg = (form.ignoreCase ? SearchCondition::IgnoreCaseFlag : 0)
-        + (form.word ? SearchCondition::WordFlag : 0)
-        + (form.regexp ? SearchCondition::RegExpFlag : 0);
-    condition.fnameflg = form.emptyFiles;
-    condition.subdir = form.subdir;
-    condition.linecount = mode == Mode::LineCount;
-    return condition;
-}
-
 void MainWindow::setRunning(bool running)
 {
-    m_running = running;
-    m_abortRequested = false;
     m_formKeys->setBusy(running);
-    m_ui->searchForm->setButton(running ? SearchForm::Button::Abort : SearchForm::Button::Start);
     // Each of these would replace the results or change what the engine reads.
     m_ui->actionOpenLog->setEnabled(!running);
     m_ui->actionOptions->setEnabled(!running);
     m_ui->actionLineCount->setEnabled(!running);
-    if (running)
-        m_ui->progressPanel->setShown(true);
+    m_toolButtons.optionBtn->setEnabled(!running);
 }
 
 void MainWindow::abortRun()
 {
-    if (!m_running)
-        return;
     const QSignalBlocker blocker(this);
-    m_abortRequested = true;
-    m_ui->searchForm->setButtonEnabled(false);
     m_run->abort();
-    m_resultView->stop();
-    QCoreApplication::processEvents();
 }
 
 // Progress and end
 
 void MainWindow::onTimerProgressReport()
 {
-    SignalSpool *spool = m_run->spool();
-    if (!spool)
-        return;
-    // Said again: an engine that had not begun did not hear it.
-    if (m_abortRequested)
-        m_run->abort();
-    m_listing->tick(*spool);
-    statusBar()->showMessage(spool->currentFile());
-    m_listing->takeLines(*spool);
-    flushLineCounts();
-}
-
-void MainWindow::stopProgress()
-{
-    m_progressTimer.reset();
+    m_run->showProgress();
 }
 
 void MainWindow::searchFinished(bool aborted)
 {
-    SignalSpool *spool = m_run->spool();
-    if (!spool)
+    if (!m_run->listSearchEnd(aborted, m_ui->searchForm->state()))
         return;
-    stopProgress();
-    m_ui->searchForm->setButton(SearchForm::Button::Displaying);
-    m_listing->drain(*spool, [this] { return m_closing; });
-    if (m_closing)
-        return;
-    appendSummary(aborted);
-    m_ui->progressPanel->showThreads(spool->threadCounts());
     rememberMask();
     endRun();
 }
 
-void MainWindow::appendSummary(bool aborted)
+void MainWindow::showLinecntResult(QString filename, int count)
 {
-    SignalSpool &spool = *m_run->spool();
-    const FormState form = m_ui->searchForm->state();
-    SearchSummary::Outcome outcome;
-    outcome.aborted = aborted;
-    outcome.usesKeyword2 = form.usesKeyword2();
-    outcome.keyword2 = form.keyword2;
-    outcome.lineDistance = form.lineDistance;
-    outcome.excludesKeyword3 = form.keyword3Group;
-    outcome.keyword3 = form.keyword3;
-    outcome.matchedFiles = spool.resultFileCount();
-    outcome.totalFiles = spool.searchedCount();
-    outcome.matchedLines = spool.hitLineCount();
-    outcome.elapsedMilliseconds = m_elapsed.elapsed();
-    QStringList lines = SearchSummary::lines(outcome);
-    QStringList warnings;
-    spool.takeWarnings(&warnings);
-    if (form.skipped)
-        lines += SearchSummary::warningSection(warnings);
-    QStringList errors;
-    spool.takeErrors(&errors);
-    lines += SearchSummary::errorSection(errors);
-    m_listing->append(lines);
+    m_run->addLineCount(filename, count);
 }
 
-void MainWindow::rememberMask()
+void MainWindow::linecntFinished(bool aborted)
 {
-    if (m_mask.isEmpty())
-        return;
-    HistoryList::insert(AppSettings::instance().maskhistory, m_mask);
-    m_ui->searchForm->fillMasks();
+    m_run->listLineCountEnd(aborted);
+    endRun();
 }
 
 void MainWindow::endRun()
@@ -580,32 +456,14 @@ void MainWindow::endRun()
     activateWindow();
     raise();
     m_run->end();
-    m_ui->searchForm->setButtonEnabled(true);
-    m_ui->progressPanel->setShown(false);
 }
 
-// Line count
-
-void MainWindow::showLinecntResult(QString filename, int count)
+void MainWindow::rememberMask()
 {
-    // Listed at the next tick: a line at a time would cost more than counting it.
-    m_pendingLines += m_lineCount->addFile(filename, count);
-}
-
-void MainWindow::flushLineCounts()
-{
-    m_listing->append(m_pendingLines);
-    m_pendingLines.clear();
-}
-
-void MainWindow::linecntFinished(bool aborted)
-{
-    if (!m_run->exists())
+    if (m_mask.isEmpty())
         return;
-    stopProgress();
-    flushLineCounts();
-    m_listing->append(m_lineCount->finish(aborted));
-    endRun();
+    HistoryList::insert(AppSettings::instance().maskhistory, m_mask);
+    m_ui->searchForm->fillMasks();
 }
 
 // Views
@@ -656,12 +514,17 @@ void MainWindow::findDialogPopup()
 
 void MainWindow::optionDialogPopup()
 {
-    if (m_running)
-        return refuse(QStringLiteral("検索中です"));
+    if (m_run->isRunning())
+        return refuse(runningText());
     if (!optionDialog::edit(this))
         return;
-    const AppSettings &settings = AppSettings::instance();
     AppSettings::instance().save(m_applicationDirectory);
+    applySettings();
+}
+
+void MainWindow::applySettings()
+{
+    const AppSettings &settings = AppSettings::instance();
     m_ui->searchForm->applyLook();
     m_resultView->setViewFont(settings.grepFont, true);
     m_preview->setViewFont(settings.textFont, true);

@@ -1,30 +1,23 @@
 #pragma once
 
-#include "engine/SearchCondition.h"
-#include "mainwindow/FormState.h"
+#include "mainwindow/FormRequest.h"
 #include "mainwindow/TextFind.h"
+#include "mainwindow/ToolButtons.h"
 #include "view/GrepEditorHost.h"
 
-#include <QElapsedTimer>
 #include <QMainWindow>
 #include <QStringList>
-#include <QTimer>
 
 #include <memory>
 
 class AppSettings;
 class FormKeys;
 class GrepEditor;
-class LineCountReport;
-class ResultListing;
-class SearchRun;
+class RunControl;
 
 QT_BEGIN_NAMESPACE
 class QComboBox;
 class QCompleter;
-class QLabel;
-class QMenu;
-class QToolButton;
 namespace Ui {
 class MainWindow;
 }
@@ -94,67 +87,42 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    enum class Mode { Search, LineCount };
-
     void setUpEnvironment();
     void buildViews();
     void buildToolBar();
-    QToolButton *addToolButton(const QString &name, const QString &icon, const QString &text,
-                               const QKeySequence &shortcut, void (MainWindow::*slot)());
     void connectActions();
     void connectForm();
     void connectKeys();
+    void connectRun();
     void fillHistories();
     void refillKeywords();
     void showRequest(const QStringList &pathlist, const QString &mask, const QString &findword);
-    void showDocument(const QString &relativePath);
-    void flipToggle(bool AppSettings::*toggle);
-    void choosePastKeyword(const QString &keyword);
-    void find(TextFind::Direction direction);
     void storeState();
-    void confirmQuit();
 
     void refuse(const QString &message);
-    bool confirmWholeMask();
-    void start(Mode mode, const FormState &form);
-    void rememberKeywords();
-    void showHighlightWords(const FormState &form);
-    SearchCondition condition(Mode mode, const FormState &form) const;
-    void setRunning(bool running);
+    void flipToggle(bool AppSettings::*toggle);
+    void choosePastKeyword(const QString &keyword);
+    void start(FormRequest::Mode mode, const FormState &form);
     void abortRun();
-    void stopProgress();
-    void appendSummary(bool aborted);
-    void flushLineCounts();
-    void rememberMask();
     void endRun();
+    void setRunning(bool running);
+    void rememberKeywords(const SearchCondition &condition);
+    void rememberMask();
+    void showHighlightWords();
+    void find(TextFind::Direction direction);
+    void showDocument(const QString &relativePath);
+    void applySettings();
+    void confirmQuit();
 
     std::unique_ptr<Ui::MainWindow> m_ui;
     const QString m_applicationDirectory;
     GrepEditor *m_resultView = nullptr;
     GrepEditor *m_preview = nullptr;
     FormKeys *m_formKeys = nullptr;
-    QToolButton *m_backButton = nullptr;
-    QToolButton *m_forwardButton = nullptr;
-    QMenu *m_backMenu = nullptr;
+    RunControl *m_run = nullptr;
+    ToolButtons m_toolButtons;
 
-    // The current request: its paths, its mask and the keywords in use.
     QStringList m_pathlist;
-    QString m_mask;
-    QString m_keyword1;
-    QString m_keyword2;
-    QString m_keyword3;
+    QString m_mask; // of the current request
     QString m_findText;
-    QElapsedTimer m_elapsed;
-
-    // The run; the timer exists as long as it ticks.
-    SearchRun *m_run = nullptr;
-    std::unique_ptr<QTimer> m_progressTimer;
-    std::unique_ptr<ResultListing> m_listing;
-    std::unique_ptr<LineCountReport> m_lineCount; // of the last line count
-    QStringList m_pendingLines; // of a line count, to be listed at the next tick
-    /// The result view shows hits, which can be previewed; not lines counted.
-    bool m_resultShown = false;
-    bool m_running = false;
-    bool m_abortRequested = false;
-    bool m_closing = false;
 };

@@ -1,0 +1,145 @@
+#include "mainwindow/RunControl.h"
+
+#include "engine/LineCountReport.h"
+#include "engine/SignalSpool.h"
+#include "mainwindow/ProgressPanel.h"
+#include "mainwindow/SearchForm.h"
+#include "mainwindow/SearchSummary.h"
+#include "view/GrepEditor.h"
+
+#include <QCoreApplication>
+#include <QStatusBar>
+
+namespace {
+
+constexpr int kTickMilliseconds = 150;
+
+} // namespace
+
+RunControl::RunControl(const Views &views, QObject *parent)
+    : QObject(parent), m_views(views), m_listing(*views.resultView, *views.panel)
+{
+    connect(&m_run, &SearchRun::searchFinished, this, &RunControl::searchFinished);
+    connect(&m_run, &SearchRun::lineCountFinished, this, &RunControl::lineCountFinished);
+    connect(&m_run, &SearchRun::lineCounted, this, &RunControl::lineCounted);
+}
+
+RunControl::~RunControl()
+{
+    disconnect();
+    m_run.end();
+}
+
+void RunControl::start(const SearchCondition &condition)
+{
+    m_running = true;
+    m_abortRequested = false;
+    m_pendingCounts.clear();
+    m_elapsed.start();
+    m_listing.reset();
+    m_views.form->setButton(SearchForm::Button::Abort);
+    m_views.panel->setShown(true);
+    if (condition.linecount)
+        m_lineCount = std::make_unique<LineCountReport>();
+    m_run.start(condition);
+    m_timer = std::make_unique<QTimer>();
+    connect(m_timer.get(), &QTimer::timeout, this, &RunControl::tick);
+    m_timer->start(kTickMilliseconds);
+}
+
+void RunControl::abort()
+{
+    if (!m_running)
+        return;
+    m_abortRequested = true;
+    m_views.form->setButtonEnabled(false);
+    m_run.abort();
+    m_views.resultView->stop();
+    QCoreApplication::processEvents();
+}
+
+void RunControl::abandon()
+{
+    m_abandoned = true;
+    m_run.abort();
+}
+
+void RunControl::showProgress()
+{
+    SignalSpool *spool = m_run.spool();
+    if (!spool)
+        return;
+    // Said again: an engine that had not begun did not hear it.
+    if (m_abortRequested || m_abandoned)
+        m_run.abort();
+    m_listing.tick(*spool);
+    m_views.statusBar->showMessage(spool->currentFile());
+    m_listing.takeLines(*spool);
+    listPendingCounts();
+}
+
+void RunControl::addLineCount(const QString &filename, int count)
+{
+    // Listed at the next tick: a line at a time would cost more than counting it.
+    m_pendingCounts += m_lineCount->addFile(filename, count);
+}
+
+void RunControl::listPendingCounts()
+{
+    m_listing.append(m_pendingCounts);
+    m_pendingCounts.clear();
+}
+
+bool RunControl::listSearchEnd(bool aborted, const FormState &form)
+{
+    m_timer.reset();
+    m_views.form->setButton(SearchForm::Button::Displaying);
+    m_listing.drain(*m_run.spool(), [this] { return m_abandoned; });
+    if (m_abandoned)
+        return false;
+    m_listing.append(summaryLines(aborted, form));
+    m_views.panel->showThreads(m_run.spool()->threadCounts());
+    return true;
+}
+
+QStringList RunControl::summaryLines(bool aborted, const FormState &form)
+{
+    SignalSpool &spool = *m_run.spool();
+    SearchSummary::Outcome outcome;
+    outcome.aborted = aborted;
+    outcome.usesKeyword2 = form.usesKeyword2();
+    outcome.keyword2 = form.keyword2;
+    outcome.lineDistance = form.lineDistance;
+    outcome.excludesKeyword3 = form.keyword3Group;
+    outcome.keyword3 = form.keyword3;
+    outcome.matchedFiles = spool.resultFileCount();
+    outcome.totalFiles = spool.searchedCount();
+    outcome.matchedLines = spool.hitLineCount();
+    outcome.elapsedMilliseconds = m_elapsed.elapsed();
+    QStringList lines = SearchSummary::lines(outcome);
+    if (form.skipped) {
+        QStringList warnings;
+        spool.takeWarnings(&warnings);
+        lines += SearchSummary::warningSection(warnings);
+    }
+    QStringList errors;
+    spool.takeErrors(&errors);
+    lines += SearchSummary::errorSection(errors);
+    return lines;
+}
+
+void RunControl::listLineCountEnd(bool aborted)
+{
+    m_timer.reset();
+    listPendingCounts();
+    m_listing.append(m_lineCount->finish(aborted));
+}
+
+void RunControl::end()
+{
+    m_running = false;
+    m_views.form->setButton(SearchForm::Button::Start);
+    m_run.end();
+    m_views.form->setButtonEnabled(true);
+    m_views.panel->setShown(false);
+}

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "engine/SearchCondition.h"
+#include "mainwindow/FormState.h"
+#include "mainwindow/ResultListing.h"
+#include "mainwindow/SearchRun.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QTimer>
+
+#include <memory>
+
+class GrepEditor;
+class LineCountReport;
+class ProgressPanel;
+class SearchForm;
+
+QT_BEGIN_NAMESPACE
+class QStatusBar;
+QT_END_NAMESPACE
+
+/// A search or a line count as the window shows it: the button, the bars, the
+/// lines that arrive and the lines at its end. Its user says when: start(),
+/// showProgress() at each tick(), one of the list…() calls when the engine has
+/// ended, and end().
+class RunControl : public QObject {
+    Q_OBJECT
+
+signals:
+    /// Every 150 ms while the engine runs.
+    void tick();
+    /// The engine has ended; once for each run.
+    void searchFinished(bool aborted);
+    void lineCountFinished(bool aborted);
+    /// A file of a line count.
+    void lineCounted(QString filename, int count);
+
+public:
+    /// Not owned; must outlive this object.
+    struct Views {
+        SearchForm *form = nullptr;
+        ProgressPanel *panel = nullptr;
+        GrepEditor *resultView = nullptr;
+        QStatusBar *statusBar = nullptr;
+    };
+
+    RunControl(const Views &views, QObject *parent);
+    /// Aborts a run and waits for it.
+    ~RunControl() override;
+
+    /// From start() to end(), the listing of the last lines included.
+    bool isRunning() const { return m_running; }
+
+    /// Empties the result view and begins.
+    void start(const SearchCondition &condition);
+    /// Asks the engine to end; searchFinished() or lineCountFinished() follows.
+    void abort();
+    /// For a window that closes: nothing more is listed.
+    void abandon();
+
+    void showProgress();
+    void addLineCount(const QString &filename, int count);
+
+    /// Lists the hits that are left, the summary and the sections; form says
+    /// which conditions hold at the end. False when the run was abandoned.
+    bool listSearchEnd(bool aborted, const FormState &form);
+    void listLineCountEnd(bool aborted);
+
+    /// Back to idle.
+    void end();
+
+private:
+    QStringList summaryLines(bool aborted, const FormState &form);
+    void listPendingCounts();
+
+    const Views m_views;
+    ResultListing m_listing;
+    QElapsedTimer m_elapsed;
+    std::unique_ptr<LineCountReport> m_lineCount; // of a line count
+    QStringList m_pendingCounts; // its lines that are to be listed at the next tick
+    bool m_running = false;
+    bool m_abortRequested = false;
+    bool m_abandoned = false;
+    // Emits into all of the above, so they go after it.
+    std::unique_ptr<QTimer> m_timer; // as long as the engine runs
+    SearchRun m_run;
+};
