@@ -77,6 +77,8 @@ build() {
 build_loudly() {
     local preset=$1
     shift
+    # What the compiler cache must overlook to work with precompiled headers.
+    export CCACHE_SLOPPINESS=pch_defines,time_macros
     # Joined by "&&": the caller asks for the outcome, which switches off "set -e".
     (
         cd "$top" \
