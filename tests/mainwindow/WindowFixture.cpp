@@ -1,0 +1,89 @@
+#include "tests/mainwindow/WindowFixture.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+#include <QTest>
+
+namespace {
+
+constexpr int kLongestRunMilliseconds = 60000;
+
+} // namespace
+
+WindowFixture::WindowFixture()
+{
+    emptyApplicationDirectory();
+}
+
+WindowFixture::~WindowFixture()
+{
+    close();
+}
+
+void WindowFixture::emptyApplicationDirectory()
+{
+    const QStringList written = {
+        QStringLiteral("sarvik.ini"),          QStringLiteral("sarvik.ini.bak1"),
+        QStringLiteral("sarvikpara.ini"),      QStringLiteral("keywordhistory.ini"),
+        QStringLiteral("inputSearchPath.ini"), QStringLiteral("sarvik.log"),
+        QStringLiteral("fileDialog.ini")};
+    for (const QString &name : written)
+        QFile::remove(applicationFile(name));
+    QDir(applicationFile(QStringLiteral("sarviklog"))).removeRecursively();
+}
+
+MainWindow &WindowFixture::open(const QStringList &pathlist, const QString &mask,
+                                const QString &findword)
+{
+    m_window.reset();
+    m_window = std::make_unique<MainWindow>(pathlist, mask, findword);
+    m_window->show();
+    if (!QTest::qWaitForWindowActive(m_window.get()))
+        qFatal("the window does not become active");
+    return *m_window;
+}
+
+void WindowFixture::fill(const QString &path, const QString &maskText, const QString &keyword)
+{
+    pathEdit()->setPlainText(path);
+    mask()->setEditText(maskText);
+    keyword1()->setEditText(keyword);
+}
+
+bool WindowFixture::isRunning() const
+{
+    return searchButton()->text() != QStringLiteral("検索開始");
+}
+
+bool WindowFixture::waitUntilIdle() const
+{
+    return QTest::qWaitFor([this] { return !isRunning(); }, kLongestRunMilliseconds);
+}
+
+bool WindowFixture::search(const QString &path, const QString &maskText, const QString &keyword)
+{
+    fill(path, maskText, keyword);
+    searchButton()->click();
+    return waitUntilIdle();
+}
+
+QString WindowFixture::resultText() const
+{
+    QString text = resultView()->toPlainText();
+    const QRegularExpression seconds(QStringLiteral("^処理時間: \\d+\\.\\d\\d 秒$"),
+                                     QRegularExpression::MultilineOption);
+    return text.replace(seconds, QStringLiteral("処理時間: T 秒"));
+}
+
+QString WindowFixture::applicationFile(const QString &name)
+{
+    return QCoreApplication::applicationDirPath() + QLatin1Char('/') + name;
+}
+
+QByteArray WindowFixture::readApplicationFile(const QString &name)
+{
+    QFile file(applicationFile(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
