@@ -1,0 +1,47 @@
+#include "tests/app/broadcast/SessionBus.h"
+
+#include <QtGlobal>
+
+SessionBus::SessionBus()
+{
+    m_daemon.start(QStringLiteral("dbus-daemon"),
+                   {QStringLiteral("--session"), QStringLiteral("--nofork"),
+                    QStringLiteral("--nopidfile"), QStringLiteral("--print-address"),
+                    QLatin1String("--address=") + address()});
+    // The bus tells its address as soon as it can be connected to.
+    if (!m_daemon.waitForStarted() || !m_daemon.waitForReadyRead())
+        qFatal("dbus-daemon: %s", qPrintable(m_daemon.errorString()));
+}
+
+SessionBus::~SessionBus()
+{
+    kill();
+}
+
+QString SessionBus::address() const
+{
+    return QLatin1String("unix:path=") + m_folder.filePath(QStringLiteral("bus"));
+}
+
+QString SessionBus::folder() const
+{
+    return m_folder.path();
+}
+
+void SessionBus::send(const QString &path, const QString &member,
+                      const QStringList &arguments) const
+{
+    QProcess sender;
+    sender.start(QStringLiteral("dbus-send"),
+                 QStringList{QLatin1String("--bus=") + address(), QStringLiteral("--type=signal"),
+                             path, member}
+                     + arguments);
+    if (!sender.waitForFinished() || sender.exitCode() != 0)
+        qFatal("dbus-send: %s", sender.readAllStandardError().constData());
+}
+
+void SessionBus::kill()
+{
+    m_daemon.kill();
+    m_daemon.waitForFinished();
+}
