@@ -1,3 +1,4 @@
+#include "icon/Icons.h"
 #include "mainwindow/MainWindow.h"
 #include "settings/AppSettings.h"
 #include "settings/ApplicationDirectory.h"
@@ -7,7 +8,6 @@
 #include "settings/StyleSheet.h"
 
 #include <QApplication>
-#include <QIcon>
 #include <QStyleFactory>
 
 namespace {
@@ -39,7 +39,7 @@ int main(int argc, char *argv[])
     const QString appDir = ApplicationDirectory::path();
     QCoreApplication::addLibraryPath(QCoreApplication::applicationDirPath());
     QCoreApplication::setApplicationName(QStringLiteral("sarvik"));
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/icon/sarvik.png")));
+    QApplication::setWindowIcon(Icons::program());
     AppSettings::instance().load(appDir);
     applyLook(appDir);
     return runWindow(appDir);

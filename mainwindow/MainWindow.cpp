@@ -1,5 +1,7 @@
 #include "mainwindow/MainWindow.h"
 
+#include "app/broadcast/NativeEventFilter.h"
+#include "icon/Icons.h"
 #include "mainwindow/FormKeys.h"
 #include "mainwindow/Questions.h"
 #include "mainwindow/RunControl.h"
@@ -25,6 +27,7 @@
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QCompleter>
+#include <QDebug>
 #include <QDesktopServices>
 #include <QLoggingCategory>
 #include <QSignalBlocker>
@@ -68,6 +71,7 @@ MainWindow::MainWindow(const QStringList &pathlist, const QString &mask, const Q
     connectKeys();
     connectRun();
     WindowLayout::restore({this, m_ui->viewSplitter, m_resultView, m_preview});
+    listenForBroadcasts();
     fillHistories();
     showRequest(pathlist, mask, findword);
 }
@@ -85,6 +89,7 @@ void MainWindow::setUpEnvironment()
     QLoggingCategory::setFilterRules(CodecEnvironment::loggingFilterRules());
     CodecEnvironment::applyUnicodeMap();
     AppSettings::instance().load(m_applicationDirectory);
+    Icons::load();
 }
 
 void MainWindow::buildViews()
@@ -182,6 +187,13 @@ void MainWindow::connectRun()
     connect(m_run, &RunControl::lineCounted, this, &MainWindow::showLinecntResult);
 }
 
+void MainWindow::listenForBroadcasts()
+{
+    auto *filter = new NativeEventFilter(this);
+    connect(filter, &NativeEventFilter::BoradCastMessage, this, &MainWindow::onBoradCastMessage);
+    qApp->installNativeEventFilter(filter);
+}
+
 void MainWindow::fillHistories()
 {
     SearchForm *form = m_ui->searchForm;
@@ -237,6 +249,20 @@ void MainWindow::confirmQuit()
 {
     if (Questions::quit(this))
         close();
+}
+
+/// Another program of the suite has changed the keyword history.
+void MainWindow::onBoradCastMessage(uint first, uint thid)
+{
+    qDebug().noquote() << QStringLiteral("BoradCastMessage %1 %2").arg(first).arg(thid);
+    SearchForm *form = m_ui->searchForm;
+    const QString typed = form->state().keyword1;
+    AppSettings::instance().keywordHistory->load();
+    {
+        const QSignalBlocker blocker(this);
+        refillKeywords();
+    }
+    form->setKeyword1(typed);
 }
 
 // The form's buttons
@@ -556,9 +582,6 @@ void MainWindow::regexphelp()
 // History and preview: not built yet
 
 void MainWindow::previewFile()
-{
-}
-void MainWindow::onBoradCastMessage(uint, uint)
 {
 }
 void MainWindow::openFile()

@@ -94,6 +94,7 @@ private:
     void connectForm();
     void connectKeys();
     void connectRun();
+    void listenForBroadcasts();
     void fillHistories();
     void refillKeywords();
     void showRequest(const QStringList &pathlist, const QString &mask, const QString &findword);

@@ -13,6 +13,8 @@ namespace {
 const char *const kNames[] = {
     // The form's switches.
     "AaOn", "AaOff", "WordOn", "WordOff", "[A-Z]On", "[A-Z]Off",
+    // The form's other buttons.
+    "plus", "reenter", "conditions", "conditionsInForce",
     // Menus and tool bar.
     "application_put", "exit", "option", "counter", "question", "regular_expression_delimiter",
     "sarvik", "qt-icon", "edit-find-4", "go-down-5", "go-up-5", "arrow-back", "arrow-forward",
