@@ -1,0 +1,375 @@
+#include "mainwindow/history/ResultLogFile.h"
+
+#include "engine/NativePath.h"
+#include "mainwindow/history/LogRestore.h"
+#include "settings/SaveSteps.h"
+#include "tests/support/EncodedTextGenerator.h"
+#include "tests/support/ScratchFolder.h"
+#include "tests/support/TreeBuilder.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QTest>
+#include <QTextCodec>
+
+class ResultLogFileTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void cleanup();
+    void aLogIsInTheLocalesEncoding_data();
+    void aLogIsInTheLocalesEncoding();
+    void aTextThatTheLocaleCannotHoldIsKeptAsMarkedUtf8_data();
+    void aTextThatTheLocaleCannotHoldIsKeptAsMarkedUtf8();
+    void everyTextComesBackLetterByLetter_data();
+    void everyTextComesBackLetterByLetter();
+    void aMillionLinesComeBackLetterByLetter();
+    void theBytesOfANameThatIsNoTextComeBack();
+    void zerosAndReplacementCharactersAreKept();
+    void halfAPairBecomesAQuestionMark();
+    void aMarkAfterWholePiecesOfAsciiIsKept();
+    void lineEndsOfTheOtherPlatformAreRead();
+    void anEmptyPathFails();
+    void aMissingFolderFailsAndIsNotMade();
+    void aFailedStepLeavesTheOldLogWhole_data();
+    void aFailedStepLeavesTheOldLogWhole();
+    void aFullDeviceLeavesTheOldLogWhole();
+    void aFolderInTheWayFails();
+    void whatIsNoFileIsNotRead_data();
+    void whatIsNoFileIsNotRead();
+    void anyBytesAreRead();
+    void theLabelIsOfLines2And8And9_data();
+    void theLabelIsOfLines2And8And9();
+    void theLabelOfALogIsItsKeywordsAndDistance();
+    void theLabelIsReadFromTheStartOnly();
+    void theLabelOfAnyBytesIsMade();
+};
+
+namespace {
+
+const QString kName = QStringLiteral("a.log");
+
+ResultLog logOf(const QString &text)
+{
+    ResultLog log;
+    log.keyword1 = QStringLiteral("k");
+    log.text = text;
+    return log;
+}
+
+QByteArray headerBytes()
+{
+    return logOf(QString()).header().toLatin1();
+}
+
+QByteArray onDisk(QByteArray text)
+{
+#ifdef Q_OS_WIN
+    text.replace("\n", "\r\n");
+#endif
+    return text;
+}
+
+QString textRead(const QString &path)
+{
+    const std::optional<QString> content = ResultLogFile::read(path);
+    return content ? LogRestore::fromContent(*content, path, LogRestore::Extent::Everything).text
+                   : QStringLiteral("not read");
+}
+
+void setLocale(const char *codec)
+{
+    QTextCodec::setCodecForLocale(codec != nullptr ? QTextCodec::codecForName(codec) : nullptr);
+}
+
+} // namespace
+
+void ResultLogFileTest::cleanup()
+{
+    SaveSteps::setObserver(nullptr);
+    setLocale(nullptr);
+}
+
+void ResultLogFileTest::aLogIsInTheLocalesEncoding_data()
+{
+    QTest::addColumn<QByteArray>("locale");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("UTF-8") << QByteArray("UTF-8") << QByteArray("::\xE3\x81\x82\nx");
+    QTest::newRow("Shift-JIS") << QByteArray("Shift-JIS") << QByteArray("::\x82\xA0\nx");
+    QTest::newRow("EUC-JP") << QByteArray("EUC-JP") << QByteArray("::\xA4\xA2\nx");
+}
+
+void ResultLogFileTest::aLogIsInTheLocalesEncoding()
+{
+    QFETCH(QByteArray, locale);
+    QFETCH(QByteArray, bytes);
+    setLocale(locale.constData());
+    const ScratchFolder folder;
+    QVERIFY(ResultLogFile::write(folder.filePath(kName), logOf(QStringLiteral("::あ\nx"))));
+    QCOMPARE(folder.read(kName), onDisk(headerBytes() + bytes));
+    QCOMPARE(textRead(folder.filePath(kName)), QStringLiteral("::あ\nx"));
+}
+
+void ResultLogFileTest::aTextThatTheLocaleCannotHoldIsKeptAsMarkedUtf8_data()
+{
+    QTest::addColumn<QByteArray>("locale");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("Shift-JIS and an accent") << QByteArray("Shift-JIS") << QStringLiteral("é");
+    QTest::newRow("EUC-JP and an emoji") << QByteArray("EUC-JP") << QStringLiteral("😀");
+    QTest::newRow("ISO-8859-1 and a kana") << QByteArray("ISO-8859-1") << QStringLiteral("あ");
+    QTest::newRow("ISO 2022-JP and an escape")
+        << QByteArray("ISO 2022-JP") << QStringLiteral("\x1B$B!");
+}
+
+void ResultLogFileTest::aTextThatTheLocaleCannotHoldIsKeptAsMarkedUtf8()
+{
+    QFETCH(QByteArray, locale);
+    QFETCH(QString, text);
+    setLocale(locale.constData());
+    const ScratchFolder folder;
+    QVERIFY(ResultLogFile::write(folder.filePath(kName), logOf(text)));
+    QCOMPARE(folder.read(kName), onDisk("\xEF\xBB\xBF" + headerBytes() + text.toUtf8()));
+    QCOMPARE(textRead(folder.filePath(kName)), text);
+}
+
+void ResultLogFileTest::everyTextComesBackLetterByLetter_data()
+{
+    QTest::addColumn<QByteArray>("locale");
+    for (const char *locale : {"UTF-8", "Shift-JIS", "EUC-JP", "ISO 2022-JP", "ISO-8859-1"})
+        QTest::newRow(locale) << QByteArray(locale);
+}
+
+void ResultLogFileTest::everyTextComesBackLetterByLetter()
+{
+    QFETCH(QByteArray, locale);
+    setLocale(locale.constData());
+    EncodedTextGenerator random(3303);
+    const ScratchFolder folder;
+    for (int i = 0; i < 40; ++i) {
+        QString text = random.text(random.number(1000));
+        text.remove(QLatin1Char('\r'));
+        QVERIFY(ResultLogFile::write(folder.filePath(kName), logOf(text)));
+        QCOMPARE(textRead(folder.filePath(kName)), text);
+    }
+}
+
+void ResultLogFileTest::aMillionLinesComeBackLetterByLetter()
+{
+    QString text;
+    for (int i = 0; i < 1'000'000; ++i)
+        text += QStringLiteral("  %1:    1:語 of a line\n").arg(i, 5);
+    text.chop(1);
+    const ScratchFolder folder;
+    QVERIFY(ResultLogFile::write(folder.filePath(kName), logOf(text)));
+    QVERIFY(textRead(folder.filePath(kName)) == text);
+}
+
+void ResultLogFileTest::theBytesOfANameThatIsNoTextComeBack()
+{
+#ifdef Q_OS_WIN
+    QSKIP("names are text there");
+#endif
+    const QByteArray name = QByteArrayLiteral("/tmp/\x83\x65\xE3\x81\x82\xFF.txt");
+    const QString text =
+        QStringLiteral("::") + NativePath::fromNative(name) + QStringLiteral("\n…");
+    const ScratchFolder folder;
+    QVERIFY(ResultLogFile::write(folder.filePath(kName), logOf(text)));
+    QVERIFY(folder.read(kName).contains("\n::" + name + '\n'));
+    QCOMPARE(textRead(folder.filePath(kName)), text);
+}
+
+void ResultLogFileTest::zerosAndReplacementCharactersAreKept()
+{
+    const ScratchFolder folder;
+    const QString text = QStringLiteral("a") + QChar(0) + QStringLiteral("b\uFFFDc") + QChar(0);
+    QVERIFY(ResultLogFile::write(folder.filePath(kName), logOf(text)));
+    QCOMPARE(textRead(folder.filePath(kName)), text);
+}
+
+void ResultLogFileTest::halfAPairBecomesAQuestionMark()
+{
+    const ScratchFolder folder;
+    QVERIFY(ResultLogFile::write(folder.filePath(kName),
+                                 logOf(QStringLiteral("a") + QChar(0xD800) + QStringLiteral("b"))));
+    QCOMPARE(textRead(folder.filePath(kName)), QStringLiteral("a?b"));
+}
+
+void ResultLogFileTest::aMarkAfterWholePiecesOfAsciiIsKept()
+{
+    const ScratchFolder folder;
+    const int rest = 2 * 16384 - logOf(QString()).header().size();
+    const QString text = QString(rest, QLatin1Char('a')) + QChar(0xFEFF) + QStringLiteral("b");
+    QVERIFY(ResultLogFile::write(folder.filePath(kName), logOf(text)));
+    QCOMPARE(textRead(folder.filePath(kName)), text);
+}
+
+void ResultLogFileTest::lineEndsOfTheOtherPlatformAreRead()
+{
+    const ScratchFolder folder;
+    QByteArray bytes = headerBytes() + "a\nb";
+    const QString path = folder.write(kName, bytes.replace("\n", "\r\n"));
+    QCOMPARE(textRead(path), QStringLiteral("a\nb"));
+}
+
+void ResultLogFileTest::anEmptyPathFails()
+{
+    QVERIFY(!ResultLogFile::write(QString(), logOf(QString())));
+    QVERIFY(!ResultLogFile::read(QString()));
+}
+
+void ResultLogFileTest::aMissingFolderFailsAndIsNotMade()
+{
+    const ScratchFolder folder;
+    QVERIFY(!ResultLogFile::write(folder.filePath(QStringLiteral("no/a.log")), logOf(QString())));
+    QVERIFY(!folder.exists(QStringLiteral("no")));
+}
+
+void ResultLogFileTest::aFailedStepLeavesTheOldLogWhole_data()
+{
+    QTest::addColumn<int>("step");
+    QTest::newRow("writing the new one") << int(SaveSteps::Step::WriteNew);
+    QTest::newRow("replacing the old one") << int(SaveSteps::Step::ReplaceOld);
+}
+
+void ResultLogFileTest::aFailedStepLeavesTheOldLogWhole()
+{
+    QFETCH(int, step);
+    const ScratchFolder folder;
+    const QString path = folder.write(kName, "old");
+    SaveSteps::setObserver([step](SaveSteps::Step taken) { return int(taken) != step; });
+    QVERIFY(!ResultLogFile::write(path, logOf(QStringLiteral("new"))));
+    QCOMPARE(folder.read(kName), QByteArray("old"));
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{kName});
+}
+
+void ResultLogFileTest::aFullDeviceLeavesTheOldLogWhole()
+{
+    const QString script = QStringLiteral("trap '' XFSZ; ulimit -f 8 || exit 99; exec \"$@\"");
+    const ScratchFolder folder;
+    const QString path = folder.write(kName, "old");
+    QProcess process;
+    process.start(QStringLiteral("sh"),
+                  {QStringLiteral("-c"), script, QStringLiteral("sh"),
+                   QStringLiteral(HISTORY_PROCESS), QStringLiteral("log"), path});
+    if (!process.waitForFinished(60000) || process.exitCode() == 99)
+        QSKIP("no shell that limits the size of files");
+    QCOMPARE(process.exitCode(), 1);
+    QCOMPARE(folder.read(kName), QByteArray("old"));
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{kName});
+}
+
+void ResultLogFileTest::aFolderInTheWayFails()
+{
+    const ScratchFolder folder;
+    const QString path = folder.makeFolder(kName);
+    QVERIFY(!ResultLogFile::write(path, logOf(QString())));
+    QVERIFY(!ResultLogFile::write(folder.filePath(kName), logOf(QString())));
+    QVERIFY(QFileInfo(path).isDir());
+}
+
+void ResultLogFileTest::whatIsNoFileIsNotRead_data()
+{
+    QTest::addColumn<QString>("kind");
+    for (const char *kind : {"nothing", "a folder", "a FIFO", "a device"})
+        QTest::newRow(kind) << QString::fromLatin1(kind);
+}
+
+void ResultLogFileTest::whatIsNoFileIsNotRead()
+{
+    QFETCH(QString, kind);
+    const ScratchFolder folder;
+    TreeBuilder tree(folder.path().toUtf8());
+    bool made = true;
+    if (kind == QLatin1String("a folder"))
+        tree.folder("a.log");
+    else if (kind == QLatin1String("a FIFO"))
+        made = tree.fifo("a.log");
+    else if (kind == QLatin1String("a device"))
+        made = tree.device("a.log");
+    if (!made)
+        QSKIP("no such thing can be made here");
+    QVERIFY(!ResultLogFile::read(folder.filePath(kName)));
+    QCOMPARE(ResultLogFile::label(folder.filePath(kName)), QStringLiteral("　---　"));
+}
+
+void ResultLogFileTest::anyBytesAreRead()
+{
+    EncodedTextGenerator random(44);
+    const ScratchFolder folder;
+    for (int i = 0; i < 300; ++i) {
+        const QByteArray bytes =
+            i % 2 ? random.fragments(random.number(60)) : random.randomBytes(random.number(600));
+        const std::optional<QString> content = ResultLogFile::read(folder.write(kName, bytes));
+        QVERIFY(content.has_value());
+        QVERIFY(!content->contains(QLatin1Char('\r')));
+        LogRestore::fromContent(*content, kName, LogRestore::Extent::Everything);
+    }
+}
+
+void ResultLogFileTest::theLabelIsOfLines2And8And9_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("label");
+    QTest::newRow("all") << QByteArray("1\n........|k\n3\n4\n5\n6\n7\n........|b\n........|9\n10\n")
+                         << QStringLiteral("k　---　b9");
+    QTest::newRow("the first part of line 8")
+        << QByteArray("1\n........|k, l\n3\n4\n5\n6\n7\n........|a, b, c\n........|9")
+        << QStringLiteral("k, l　---　a9");
+    QTest::newRow("a comma alone separates nothing")
+        << QByteArray("1\n........|k\n3\n4\n5\n6\n7\n........|a,b\n........|9")
+        << QStringLiteral("k　---　a,b9");
+    QTest::newRow("two lines") << QByteArray("1\n........|k") << QStringLiteral("k　---　");
+    QTest::newRow("empty") << QByteArray() << QStringLiteral("　---　");
+    QTest::newRow("carriage returns")
+        << QByteArray("1\r\n........|k\r\n3\r\n4\r\n5\r\n6\r\n7\r\n........|a\r\n........|9\r\n")
+        << QStringLiteral("k　---　a9");
+}
+
+void ResultLogFileTest::theLabelIsOfLines2And8And9()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, label);
+    const ScratchFolder folder;
+    QCOMPARE(ResultLogFile::label(folder.write(kName, content)), label);
+}
+
+void ResultLogFileTest::theLabelOfALogIsItsKeywordsAndDistance()
+{
+    const ScratchFolder folder;
+    ResultLog log;
+    log.keyword1 = QStringLiteral("検索");
+    log.keyword2 = QStringLiteral("次");
+    log.lineDistance = 5;
+    QVERIFY(ResultLogFile::write(folder.filePath(kName), log));
+    QCOMPARE(ResultLogFile::label(folder.filePath(kName)), QStringLiteral("検索　---　次5"));
+}
+
+void ResultLogFileTest::theLabelIsReadFromTheStartOnly()
+{
+    const ScratchFolder folder;
+    TreeBuilder tree(folder.path().toUtf8());
+    tree.sparseFile("a.log", qint64(4) << 30);
+    QCOMPARE(ResultLogFile::label(folder.filePath(kName)), QStringLiteral("　---　"));
+    // A long keyword is shown as far as the start reaches, not left out.
+    const QByteArray keyword(5000, 'k');
+    folder.remove(kName);
+    folder.write(kName, "1\n........|" + keyword + "\n3\n4\n5\n6\n7\n........|b\n........|9\n");
+    QCOMPARE(ResultLogFile::label(folder.filePath(kName)),
+             QString::fromLatin1(keyword) + QStringLiteral("　---　b9"));
+}
+
+void ResultLogFileTest::theLabelOfAnyBytesIsMade()
+{
+    EncodedTextGenerator random(9);
+    const ScratchFolder folder;
+    for (int i = 0; i < 300; ++i) {
+        const QByteArray bytes = random.fragments(random.number(100));
+        QVERIFY(
+            ResultLogFile::label(folder.write(kName, bytes)).contains(QStringLiteral("　---　")));
+    }
+}
+
+QTEST_GUILESS_MAIN(ResultLogFileTest)
+#include "ResultLogFileTest.moc"
