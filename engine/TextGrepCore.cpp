@@ -329,9 +329,7 @@ void TextGrepCore::doWalkSubDirs()
             return;
         const QVector<FolderEntry> entries = m_options.lister->list(
             folder,
-            [this, &folder](const FolderIdentity &identity) {
-                return m_claims.claim(identity, folder);
-            },
+            [this, &folder](const FolderIdentity &identity) { return mayList(identity, folder); },
             [this] { return !isAborted(); });
         entriesListed += entries.size();
         emit ThreadCount(CurrentThread::id(), entriesListed);
@@ -339,6 +337,13 @@ void TextGrepCore::doWalkSubDirs()
         if (m_folders.finishListing())
             wakeSupervisor();
     }
+}
+
+/// Real folders form a tree, so that one without an identity is met once; what
+/// a link leads to may be a folder above it.
+bool TextGrepCore::mayList(const FolderIdentity &identity, const QString &folder)
+{
+    return identity.isKnown() ? m_claims.claim(identity, folder) : !m_folders.followsLinks();
 }
 
 /// Queues what the search wants of a folder's entries, sorted by name: the

@@ -121,6 +121,7 @@ private:
     void endWorkers();
     void waitForOthers() const;
 
+    bool mayList(const FolderIdentity &identity, const QString &folder);
     void queueEntries(const QString &folder, const QVector<FolderEntry> &entries,
                       const FileMask &mask);
     void sortOutFile(const QString &folder, const QString &name, const FileMask &mask,
