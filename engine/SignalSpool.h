@@ -42,7 +42,9 @@ signals:
     void encodingAt(QString filename, int codeSet, int lineEnd, bool bom);
 
 public slots:
-    /// Starts a run on a new engine. The hit-line total, the queue lengths, the
+    /// Starts a run on a new engine. A run that is still under way is stopped
+    /// first and waited for; nothing of it arrives any more, not even its end.
+    /// The hit-line total, the queue lengths, the
     /// result queue, the errors and the per-thread counts start empty; the
     /// other counters and the warnings go on from where they are.
     void scan(QStringList pathlist, QString mask, QString keyword1, QString keyword2,
@@ -94,7 +96,11 @@ public:
     QMap<int, int> threadCounts() const;
 
 private:
-    void connectEngine(TextGrepCore *engine);
+    void queueResults(TextGrepCore *engine);
+    template <typename... Arguments>
+    void connectQueued(TextGrepCore *engine, void (TextGrepCore::*signal)(Arguments...),
+                       void (SignalSpool::*member)(Arguments...));
+    void takeProgress(const TextGrepCore *engine);
     void endEngine();
 
     std::optional<EngineOptions> m_engineOptions;
@@ -104,6 +110,7 @@ private:
     mutable std::mutex m_engineLock; // guards the pointer, for abort()
     TextGrepCore *m_engine = nullptr;
     QThread *m_engineThread = nullptr;
+    int m_run = 0; // number of the present run, used on the spool's thread only
 
     std::atomic<int> m_announced{0};
     std::atomic<int> m_topEntries{0};

@@ -82,6 +82,7 @@ private slots:
 
     void aSearchArrivesWholeBeforeItsEnd();
     void aSecondScanStartsFromZeroButKeepsTheCounters();
+    void aScanInTheMiddleOfARunLeavesNothingOfIt();
     void theEngineIsGoneAfterFinished();
     void lineCountsAreForwarded();
     void aLineCountCanBeFollowedByAnotherRun();
@@ -273,6 +274,36 @@ void SignalSpoolTest::aSecondScanStartsFromZeroButKeepsTheCounters()
     QCOMPARE(spool->resultFileCount(), 4);
     QCOMPARE(spool->searchedCount(), 4);
     QCOMPARE(spool->topEntryCount(), 2);
+}
+
+void SignalSpoolTest::aScanInTheMiddleOfARunLeavesNothingOfIt()
+{
+    const ScratchFolder first;
+    for (int i = 0; i < 50; ++i)
+        first.write(QStringLiteral("%1/%1.txt").arg(i), "some key\n");
+    const ScratchFolder second;
+    const QString a = second.write(QStringLiteral("a.txt"), "the key\n");
+    const QString b = second.write(QStringLiteral("b.txt"), "the key\n");
+    EngineOptions options;
+    options.lister = std::make_shared<SlowLister>(5);
+    SpoolOnThread spool(options);
+    QSignalSpy finished(spool.get(), &SignalSpool::finished);
+    spool.scan(searchIn(first.path()));
+    QTRY_VERIFY(!spool->threadCounts().isEmpty());
+    // This scan stops the first run, whose end then waits in the event queue
+    // until the second run has its engine.
+    spool.scan(searchIn(second.path()));
+    QVERIFY(finished.wait(60000));
+    QMetaObject::invokeMethod(
+        spool.get(), [] {}, Qt::BlockingQueuedConnection);
+    QTest::qWait(1);
+    QCOMPARE(finished.size(), 1);
+    QCOMPARE(finished.first().first().toBool(), false);
+    QCOMPARE(spool->hitLineCount(), 2);
+    QStringList lines = all(spool.get());
+    QCOMPARE(lines.size(), 4);
+    QVERIFY(lines.contains(QStringLiteral("::") + a));
+    QVERIFY(lines.contains(QStringLiteral("::") + b));
 }
 
 void SignalSpoolTest::theEngineIsGoneAfterFinished()
