@@ -141,9 +141,32 @@ void SignalSpool::endEngine()
     delete engine;
 }
 
+void SignalSpool::requestScan(const SearchCondition &condition)
+{
+    const std::lock_guard lock(m_engineLock);
+    QMetaObject::invokeMethod(
+        this,
+        [this, condition, request = ++m_requests] {
+            scan(condition.pathlist, condition.mask, condition.keyword1, condition.keyword2,
+                 condition.keyword3, condition.plusline, condition.flg, condition.fnameflg,
+                 condition.subdir, condition.linecount);
+            const std::lock_guard engineLock(m_engineLock);
+            if (request <= m_abortedRequests)
+                abortEngine();
+        },
+        Qt::QueuedConnection);
+}
+
 void SignalSpool::abort()
 {
     const std::lock_guard lock(m_engineLock);
+    m_abortedRequests = m_requests;
+    abortEngine();
+}
+
+/// With m_engineLock held.
+void SignalSpool::abortEngine()
+{
     if (!m_engine)
         return;
     // At once for the run that is under way, and behind the events that wait

@@ -88,6 +88,8 @@ private slots:
     void aLineCountCanBeFollowedByAnotherRun();
     void abortEndsTheRunWithTrue();
     void abortRightAfterScanIsNotLost();
+    void abortRightAfterARequestIsNotLost();
+    void anAbortDoesNotCountForALaterRequest();
     void abortWithoutAnEngineDoesNothing();
     void deletingTheSpoolStopsARun();
     void deletingTheSpoolAfterALineCountJoinsTheEngine();
@@ -392,6 +394,54 @@ void SignalSpoolTest::abortRightAfterScanIsNotLost()
         QVERIFY(finished.wait(60000));
         QCOMPARE(finished.first().first().toBool(), true);
     }
+}
+
+void SignalSpoolTest::abortRightAfterARequestIsNotLost()
+{
+    const ScratchFolder tree;
+    for (int i = 0; i < 50; ++i)
+        tree.write(QStringLiteral("%1/%1.txt").arg(i), "some key\n");
+    EngineOptions options;
+    options.lister = std::make_shared<SlowLister>(20);
+    SpoolOnThread spool(options);
+    QSignalSpy finished(spool.get(), &SignalSpool::finished);
+    for (int round = 0; round < 10; ++round) {
+        // Held up, the spool cannot have begun the scan when the abort comes.
+        QMetaObject::invokeMethod(
+            spool.get(), [] { QThread::msleep(5); }, Qt::QueuedConnection);
+        spool->requestScan(searchIn(tree.path()));
+        spool->abort();
+        QVERIFY(finished.wait(60000));
+        QCOMPARE(finished.last().first().toBool(), true);
+    }
+    SearchCondition condition = searchIn(tree.path());
+    condition.linecount = true;
+    QSignalSpy ended(spool.get(), &SignalSpool::lcntFinished);
+    spool->requestScan(condition);
+    spool->abort();
+    QVERIFY(ended.wait(60000));
+    QCOMPARE(ended.first().first().toBool(), true);
+}
+
+void SignalSpoolTest::anAbortDoesNotCountForALaterRequest()
+{
+    const ScratchFolder tree;
+    tree.write(QStringLiteral("a.txt"), "some key\n");
+    tree.write(QStringLiteral("b.txt"), "some key\n");
+    SpoolOnThread spool;
+    QSignalSpy finished(spool.get(), &SignalSpool::finished);
+    spool->abort();
+    spool->requestScan(searchIn(tree.path()));
+    QVERIFY(finished.wait(60000));
+    QCOMPARE(finished.last().first().toBool(), false);
+    QMetaObject::invokeMethod(
+        spool.get(), [] { QThread::msleep(5); }, Qt::QueuedConnection);
+    spool->requestScan(searchIn(tree.path()));
+    spool->abort();
+    spool->requestScan(searchIn(tree.path()));
+    QVERIFY(finished.wait(60000));
+    QCOMPARE(finished.last().first().toBool(), false);
+    QCOMPARE(spool->hitLineCount(), 2);
 }
 
 void SignalSpoolTest::abortWithoutAnEngineDoesNothing()
