@@ -27,6 +27,8 @@ LineMatcher::LineMatcher(const SearchCondition &condition, int tabWidth)
     , m_wordBoundary(QStringLiteral("\\b"))
 {
     m_condition.keyword1 = effectiveKeyword1(condition);
+    if (!condition.regExp()) // building a pattern of a long text takes its time and memory
+        return;
     const Qt::CaseSensitivity sensitivity = condition.caseSensitivity();
     m_pattern1 = QRegExp(m_condition.keyword1, sensitivity);
     m_pattern2 = QRegExp(m_condition.keyword2, sensitivity);
