@@ -102,7 +102,7 @@ bool LineMatcher::confirms(qint64 lineNumber, QStringView line)
 
 void LineMatcher::visit(qint64 lineNumber, QStringView line)
 {
-    if (lineNumber % kLinesPerYield == 0)
+    if (++m_visited % kLinesPerYield == 0)
         QThread::yieldCurrentThread();
     const qint64 position = findKeyword1(line);
     if (position >= 0)
