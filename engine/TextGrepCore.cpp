@@ -23,8 +23,8 @@ namespace {
 constexpr int kThreadsOnOneProcessor = 4;
 constexpr std::chrono::milliseconds kSupervisorPeriod{5};
 constexpr int kEntriesPerAbortCheck = 100;
-constexpr int kWakeRoundUs = 10000;
-constexpr int kWakePollUs = 20;
+constexpr unsigned long kShortestPollUs = 20;
+constexpr unsigned long kLongestPollUs = 2000;
 
 QString excludedFileWarning(const QString &name)
 {
@@ -39,6 +39,13 @@ QString excludedFolderWarning(const QString &folder)
 bool namesFolder(const QString &path)
 {
     return path.endsWith(QLatin1Char('/'));
+}
+
+/// Between two looks at the workers that are to end, in microseconds: they end
+/// at once but for one that is in the middle of a large file.
+unsigned long pauseAfter(unsigned long pause)
+{
+    return std::clamp(2 * pause, kShortestPollUs, kLongestPollUs);
 }
 
 bool namesListFile(const QStringList &pathlist)
@@ -281,10 +288,9 @@ void TextGrepCore::startLoadPhase(int fileCount)
 {
     qDebug() << "doWalkDirs"
              << "dsemcnt=" << 0 << "fcnt=" << fileCount << "thcnt=" << m_pool.activeThreadCount();
-    while (otherWorkers() > 0 && !isAborted()) {
-        for (int i = otherWorkers(); i > 0; --i)
-            m_folders.releasePermit();
-        waitForOthers();
+    for (unsigned long pause = 0; otherWorkers() > 0 && !isAborted(); pause = pauseAfter(pause)) {
+        wake(m_folders);
+        QThread::usleep(pause);
     }
     if (!isAborted())
         startTask(&TextGrepCore::doLoadFile, true);
@@ -293,21 +299,18 @@ void TextGrepCore::startLoadPhase(int fileCount)
 /// Wakes every worker that waits for a folder or a file; it finds none and ends.
 void TextGrepCore::endWorkers()
 {
-    while (otherWorkers() > 0) {
-        for (int i = otherWorkers(); i > 0; --i) {
-            m_folders.releasePermit();
-            m_files.releasePermit();
-        }
-        waitForOthers();
+    for (unsigned long pause = 0; otherWorkers() > 0; pause = pauseAfter(pause)) {
+        wake(m_folders);
+        wake(m_files);
+        QThread::usleep(pause);
     }
 }
 
-/// Returns when no other worker runs, or after a moment: a worker may have
-/// begun to wait after the permits were given.
-void TextGrepCore::waitForOthers() const
+/// Sees to it that there is a permit for every other worker.
+template <typename Queue> void TextGrepCore::wake(Queue &queue) const
 {
-    for (int waited = 0; otherWorkers() > 0 && waited < kWakeRoundUs; waited += kWakePollUs)
-        QThread::usleep(kWakePollUs);
+    for (int missing = otherWorkers() - queue.permits(); missing > 0; --missing)
+        queue.releasePermit();
 }
 
 void TextGrepCore::doWalkSubDirs()
