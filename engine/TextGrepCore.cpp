@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <new>
 
 namespace {
 
@@ -421,7 +422,11 @@ void TextGrepCore::doLoadFile()
         if (queueLength == 1)
             wakeSupervisor();
         emit ThreadCount(CurrentThread::id(), ++filesLoaded);
-        loadOne(path, loader, searcher);
+        try {
+            loadOne(path, loader, searcher);
+        } catch (const std::bad_alloc &) { // one large file must not end the program
+            emit ErrorMsg(QStringLiteral("Error out of memory:") + path);
+        }
     }
 }
 
