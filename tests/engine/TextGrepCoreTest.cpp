@@ -39,6 +39,7 @@ private slots:
     void aFileWithoutHitsIsNamedOnlyWhenWanted();
     void eachFileCountsOnceAsSearched();
     void aRefusedFileIsAnErrorAndNotSearched();
+    void aSizeLimitBelowZeroRefusesEvenAnEmptyFile();
     void theSizeLimitPasses32Bits();
     void aBinaryFileGivesTheSizeError();
     void aFileThatCannotBeOpenedIsSkippedSilently();
@@ -182,6 +183,27 @@ void TextGrepCoreTest::aRefusedFileIsAnErrorAndNotSearched()
     QCOMPARE(run.errors, QStringList{QStringLiteral("Error File size over 1 MByte:") + large});
     QCOMPARE(run.searched, 1);
     QCOMPARE(run.pathsWithHits(), QStringList{tree.filePath(QStringLiteral("limit.txt"))});
+}
+
+void TextGrepCoreTest::aSizeLimitBelowZeroRefusesEvenAnEmptyFile()
+{
+    const ScratchFolder tree;
+    const QString empty = tree.write(QStringLiteral("a.txt"), "");
+    const QString small = tree.write(QStringLiteral("b.txt"), "key\n");
+    EngineOptions options;
+    options.limits.bigsize = -1;
+    EngineRun none(options);
+    QVERIFY(none.run(searchFor(key(), {tree.path()})));
+    QCOMPARE(sorted(none.errors),
+             QStringList({QStringLiteral("Error File size over -1 MByte:") + empty,
+                          QStringLiteral("Error File size over -1 MByte:") + small}));
+    QCOMPARE(none.searched, 0);
+    options.limits.bigsize = 0;
+    EngineRun onlyEmpty(options);
+    QVERIFY(onlyEmpty.run(searchFor(key(), {tree.path()})));
+    QCOMPARE(onlyEmpty.errors,
+             QStringList{QStringLiteral("Error File size over 0 MByte:") + small});
+    QCOMPARE(onlyEmpty.searched, 1);
 }
 
 void TextGrepCoreTest::theSizeLimitPasses32Bits()
