@@ -72,14 +72,9 @@ void Console::start()
     m_spoolThread.start();
     m_timer.start(kTickMilliseconds);
     showProgress();
-    QMetaObject::invokeMethod(
-        m_spool.get(),
-        [spool = m_spool.get(), condition = m_condition] {
-            spool->scan(condition.pathlist, condition.mask, condition.keyword1, condition.keyword2,
-                        condition.keyword3, condition.plusline, condition.flg, condition.fnameflg,
-                        condition.subdir, condition.linecount);
-        },
-        Qt::QueuedConnection);
+    m_spool->requestScan(m_condition);
+    if (m_interrupted) // before there was anything to stop
+        m_spool->abort();
 }
 
 void Console::interrupt()
@@ -91,11 +86,11 @@ void Console::interrupt()
 void Console::onTick()
 {
     drain();
-    // Again at each tick: an abort that comes before the engine has started its
-    // run is lost.
-    if (m_interrupted || m_output.isClosed())
+    if (m_output.isClosed() && !m_outputLost) {
+        m_outputLost = true;
         m_spool->abort();
-    else
+    }
+    if (!m_interrupted && !m_outputLost)
         showProgress();
     const bool flood = m_spool->resultCount() > kMaxQueuedLines / 4;
     m_timer.start(flood ? 0 : kTickMilliseconds);

@@ -75,4 +75,5 @@ private:
     int m_skipped = 0;
     int m_errors = 0;
     bool m_interrupted = false;
+    bool m_outputLost = false; ///< nobody reads on: the run is told to end
 };

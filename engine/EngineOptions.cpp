@@ -6,7 +6,7 @@
 
 qint64 SearchLimits::sizeLimitBytes() const
 {
-    return std::max<qint64>(bigsize, 0) * 1048576;
+    return qint64(bigsize) * 1048576;
 }
 
 SearchLimits SearchLimits::fromSettings(const AppSettings &settings)

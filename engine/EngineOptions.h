@@ -11,14 +11,14 @@ class FolderLister;
 /// The settings that a search reads, taken once when it starts: the worker
 /// threads never look at AppSettings, which has no lock.
 struct SearchLimits {
-    int bigsize = 1; ///< files over this many MiB are refused
+    int bigsize = 1; ///< files over this many MiB are refused; negative: every file
     int codechksize = 4096; ///< leading bytes of a file that detection sees
     int detectsize = 2048; ///< samples up to this many bytes are taken as Shift-JIS sooner
     int tabcolm = 4; ///< display columns a tab advances to a multiple of, at least 1
     QStringList excludedFolders; ///< whole names, case-sensitive
     QStringList excludedFiles; ///< parts of names, case-sensitive
 
-    /// bigsize in bytes; never negative.
+    /// bigsize in bytes.
     qint64 sizeLimitBytes() const;
 
     static SearchLimits fromSettings(const AppSettings &settings);

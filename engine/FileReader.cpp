@@ -14,8 +14,10 @@ constexpr qint64 kFirstBytes = 64 << 10;
 
 void FileReader::reserve(qint64 bytes)
 {
-    if (m_buffer.size() < bytes || m_buffer.size() > std::max(kKeptBytes, bytes))
-        m_buffer = QByteArray(static_cast<int>(bytes), Qt::Uninitialized);
+    if (m_buffer.size() >= bytes && m_buffer.size() <= std::max(kKeptBytes, bytes))
+        return;
+    m_buffer = QByteArray(); // never two large ones at once
+    m_buffer = QByteArray(static_cast<int>(bytes), Qt::Uninitialized);
 }
 
 FileReader::Status FileReader::read(const QString &path, qint64 limit, TypeCheck check)

@@ -6,10 +6,13 @@
 #include <functional>
 
 /// What makes a folder the same folder whatever path leads to it: device and
-/// inode on Unix, volume serial number and file id on Windows.
+/// inode on Unix, volume serial number and file id on Windows. Some network and
+/// virtual file systems tell none, or the file number 0 for everything.
 struct FolderIdentity {
     quint64 device = 0;
-    quint64 file = 0;
+    quint64 file = 0; ///< 0: not known
+
+    bool isKnown() const { return file != 0; }
 };
 
 inline bool operator==(const FolderIdentity &a, const FolderIdentity &b)
@@ -37,7 +40,8 @@ struct FolderEntry {
 /// Lists folders. Implementations are stateless and used by many threads at once.
 class FolderLister {
 public:
-    /// Asked once the folder is open; false leaves it unlisted.
+    /// Asked before the first entry, with an unknown identity where none can be
+    /// had; false leaves the folder unlisted.
     using Claim = std::function<bool(const FolderIdentity &)>;
     /// Asked after each entry; false ends the listing with what there is.
     using KeepGoing = std::function<bool()>;
@@ -51,7 +55,7 @@ public:
                                       const KeepGoing &keepGoing) const = 0;
 
     /// The identity of the folder at path, links followed; false when there is
-    /// no folder or it cannot be asked.
+    /// no folder or its identity is not known.
     virtual bool identify(const QString &path, FolderIdentity *identity) const = 0;
 };
 

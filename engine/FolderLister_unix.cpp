@@ -68,13 +68,14 @@ QVector<FolderEntry> NativeFolderLister::list(const QString &folder, const Claim
                                   O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC);
     if (descriptor < 0)
         return entries;
-    struct stat status;
     DIR *const directory = ::fdopendir(descriptor);
     if (!directory) {
         ::close(descriptor);
         return entries;
     }
-    if (::fstat(descriptor, &status) == 0 && claim(identityOf(status))) {
+    struct stat status;
+    const bool told = ::fstat(descriptor, &status) == 0;
+    if (claim(told ? identityOf(status) : FolderIdentity())) {
         while (const dirent *const entry = ::readdir(directory)) {
             if (isDotOrDotDot(entry->d_name))
                 continue;
@@ -95,5 +96,5 @@ bool NativeFolderLister::identify(const QString &path, FolderIdentity *identity)
     if (::stat(NativePath::toNative(path).constData(), &status) != 0 || !S_ISDIR(status.st_mode))
         return false;
     *identity = identityOf(status);
-    return true;
+    return identity->isKnown();
 }

@@ -1,31 +1,28 @@
 #include "engine/FolderLister.h"
 
-#include <windows.h>
+#include "engine/WindowsName.h"
+
+#include <qt_windows.h>
 
 namespace {
 
-const wchar_t *wide(const QString &text)
+/// Unknown when there is no folder at path or it cannot be asked.
+FolderIdentity identityOf(const QString &path)
 {
-    return reinterpret_cast<const wchar_t *>(text.utf16());
-}
-
-bool identityOf(const QString &path, FolderIdentity *identity)
-{
-    const HANDLE handle =
-        ::CreateFileW(wide(path), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                      nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    const QString name = WindowsName::of(path);
+    const HANDLE handle = ::CreateFileW(
+        WindowsName::wide(name), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+        OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
     if (handle == INVALID_HANDLE_VALUE)
-        return false;
+        return {};
     BY_HANDLE_FILE_INFORMATION information;
     const bool known = ::GetFileInformationByHandle(handle, &information)
         && (information.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
     ::CloseHandle(handle);
     if (!known)
-        return false;
-    identity->device = information.dwVolumeSerialNumber;
-    identity->file =
-        (static_cast<quint64>(information.nFileIndexHigh) << 32) | information.nFileIndexLow;
-    return true;
+        return {};
+    return {information.dwVolumeSerialNumber,
+            (static_cast<quint64>(information.nFileIndexHigh) << 32) | information.nFileIndexLow};
 }
 
 FolderEntry::Kind kindOf(const WIN32_FIND_DATAW &data)
@@ -44,13 +41,11 @@ QVector<FolderEntry> NativeFolderLister::list(const QString &folder, const Claim
                                               const KeepGoing &keepGoing) const
 {
     QVector<FolderEntry> entries;
-    FolderIdentity identity;
-    if (!identityOf(folder, &identity) || !claim(identity))
+    if (!claim(identityOf(folder)))
         return entries;
-    QString pattern = folder + QStringLiteral("*.*");
-    pattern.replace(QLatin1Char('/'), QLatin1Char('\\'));
+    const QString pattern = WindowsName::of(folder + QLatin1Char('*'));
     WIN32_FIND_DATAW data;
-    const HANDLE search = ::FindFirstFileW(wide(pattern), &data);
+    const HANDLE search = ::FindFirstFileW(WindowsName::wide(pattern), &data);
     if (search == INVALID_HANDLE_VALUE)
         return entries;
     do {
@@ -67,5 +62,6 @@ QVector<FolderEntry> NativeFolderLister::list(const QString &folder, const Claim
 
 bool NativeFolderLister::identify(const QString &path, FolderIdentity *identity) const
 {
-    return identityOf(path, identity);
+    *identity = identityOf(path);
+    return identity->isKnown();
 }

@@ -38,6 +38,7 @@ bool FolderQueue::finishListing()
         return true;
     const QString link = m_links.firstKey();
     m_links.erase(m_links.begin());
+    m_followsLinks = true;
     ++m_unfinished;
     m_queue.append({link});
     return false;
@@ -49,10 +50,17 @@ bool FolderQueue::hasWork() const
     return m_unfinished > 0 || !m_links.isEmpty();
 }
 
+bool FolderQueue::followsLinks() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_followsLinks;
+}
+
 void FolderQueue::clear()
 {
     const std::lock_guard lock(m_mutex);
     m_queue.clear();
     m_unfinished = 0;
+    m_followsLinks = false;
     m_links.clear();
 }

@@ -32,6 +32,10 @@ public:
     /// nothing else is left; true when then nothing at all is left.
     bool finishListing();
 
+    /// True from the first link that was queued on: whatever is listed then is
+    /// reached through a link.
+    bool followsLinks() const;
+
     int length() const { return m_queue.length(); }
     /// Queued, being listed, or waiting behind a link.
     bool hasWork() const;
@@ -46,5 +50,6 @@ private:
     mutable std::mutex m_mutex; // taken before the queue's own
     WorkQueue m_queue;
     int m_unfinished = 0; // queued or being listed; guarded by m_mutex
+    bool m_followsLinks = false; // guarded by m_mutex
     QMap<QString, bool> m_links; // a sorted set; guarded by m_mutex
 };

@@ -27,6 +27,8 @@ LineMatcher::LineMatcher(const SearchCondition &condition, int tabWidth)
     , m_wordBoundary(QStringLiteral("\\b"))
 {
     m_condition.keyword1 = effectiveKeyword1(condition);
+    if (!condition.regExp()) // building a pattern of a long text takes its time and memory
+        return;
     const Qt::CaseSensitivity sensitivity = condition.caseSensitivity();
     m_pattern1 = QRegExp(m_condition.keyword1, sensitivity);
     m_pattern2 = QRegExp(m_condition.keyword2, sensitivity);
@@ -100,7 +102,7 @@ bool LineMatcher::confirms(qint64 lineNumber, QStringView line)
 
 void LineMatcher::visit(qint64 lineNumber, QStringView line)
 {
-    if (lineNumber % kLinesPerYield == 0)
+    if (++m_visited % kLinesPerYield == 0)
         QThread::yieldCurrentThread();
     const qint64 position = findKeyword1(line);
     if (position >= 0)

@@ -68,6 +68,7 @@ private:
     QRegExp m_pattern2;
     QRegExp m_pattern3;
     QRegExp m_wordBoundary;
+    unsigned m_visited = 0; ///< lines of all files, for the yields
     PendingHit m_pending;
     QStringList m_hits;
 };

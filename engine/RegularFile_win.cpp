@@ -1,25 +1,11 @@
 #include "engine/RegularFile.h"
 
-#include <QDir>
+#include "engine/WindowsName.h"
 
 #include <algorithm>
 #include <qt_windows.h>
 
 namespace {
-
-// Names of MAX_PATH and more characters need the long form, which takes
-// absolute paths with backslashes only and no "." or "..".
-QString platformName(const QString &path)
-{
-    const QString native = QDir::toNativeSeparators(path);
-    if (native.size() < MAX_PATH || native.startsWith(QLatin1String("\\\\?\\")))
-        return native;
-    const QString absolute =
-        QDir::toNativeSeparators(QDir::cleanPath(QDir().absoluteFilePath(path)));
-    if (absolute.startsWith(QLatin1String("\\\\")))
-        return QLatin1String("\\\\?\\UNC\\") + absolute.mid(2);
-    return QLatin1String("\\\\?\\") + absolute;
-}
 
 HANDLE handleOf(qintptr handle)
 {
@@ -30,7 +16,7 @@ HANDLE handleOf(qintptr handle)
 // without opening it.
 bool isDevice(const QString &name)
 {
-    const DWORD attributes = GetFileAttributesW(reinterpret_cast<const wchar_t *>(name.utf16()));
+    const DWORD attributes = GetFileAttributesW(WindowsName::wide(name));
     return attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DEVICE) != 0;
 }
 
@@ -38,10 +24,10 @@ bool isDevice(const QString &name)
 
 RegularFile::RegularFile(const QString &path, TypeCheck check)
 {
-    const QString name = platformName(path);
+    const QString name = WindowsName::of(path);
     if (check == TypeCheck::BeforeOpen && isDevice(name))
         return;
-    const HANDLE handle = CreateFileW(reinterpret_cast<const wchar_t *>(name.utf16()), GENERIC_READ,
+    const HANDLE handle = CreateFileW(WindowsName::wide(name), GENERIC_READ,
                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                       nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
     if (handle == INVALID_HANDLE_VALUE)

@@ -41,6 +41,7 @@ void SignalSpool::scan(QStringList pathlist, QString mask, QString keyword1, QSt
                        bool linecount)
 {
     endEngine();
+    ++m_run;
     {
         const std::lock_guard lock(m_resultLock);
         m_hitLines = 0;
@@ -60,7 +61,8 @@ void SignalSpool::scan(QStringList pathlist, QString mask, QString keyword1, QSt
     auto *const engine = new TextGrepCore;
     if (m_engineOptions)
         engine->setOptions(*m_engineOptions);
-    connectEngine(engine);
+    queueResults(engine);
+    takeProgress(engine);
     m_engineThread = new QThread;
     m_engineThread->start();
     engine->moveToThread(m_engineThread);
@@ -75,31 +77,45 @@ void SignalSpool::scan(QStringList pathlist, QString mask, QString keyword1, QSt
                               Q_ARG(bool, subdir), Q_ARG(bool, linecount));
 }
 
-void SignalSpool::connectEngine(TextGrepCore *engine)
+/// Results, messages and the end keep their order through the event queue.
+void SignalSpool::queueResults(TextGrepCore *engine)
 {
-    // Results, messages and the end keep their order through the event queue.
-    connect(engine, &TextGrepCore::lcntFinished, this, &SignalSpool::lcntFinished,
-            Qt::QueuedConnection);
-    connect(engine, &TextGrepCore::linecntAt, this, &SignalSpool::linecntAt, Qt::QueuedConnection);
-    connect(engine, &TextGrepCore::encodingAt, this, &SignalSpool::encodingAt,
-            Qt::QueuedConnection);
-    connect(engine, &TextGrepCore::finished, this, &SignalSpool::onfinished, Qt::QueuedConnection);
-    connect(engine, &TextGrepCore::foundAtFile, this, &SignalSpool::showSearchResultFile,
-            Qt::QueuedConnection);
-    connect(engine, &TextGrepCore::foundAtList, this, &SignalSpool::showSearchResultList,
-            Qt::QueuedConnection);
-    connect(engine, &TextGrepCore::progressFileAllCount, this, &SignalSpool::onFileAllCount,
-            Qt::QueuedConnection);
-    connect(engine, &TextGrepCore::ErrorMsg, this, &SignalSpool::onErrorMsg, Qt::QueuedConnection);
-    connect(engine, &TextGrepCore::WarningMsg, this, &SignalSpool::onWarningMsg,
-            Qt::QueuedConnection);
-    // Progress is emitted for every entry and every file: called directly, its
-    // slots are locked or atomic.
+    connectQueued(engine, &TextGrepCore::lcntFinished, &SignalSpool::lcntFinished);
+    connectQueued(engine, &TextGrepCore::linecntAt, &SignalSpool::linecntAt);
+    connectQueued(engine, &TextGrepCore::encodingAt, &SignalSpool::encodingAt);
+    connectQueued(engine, &TextGrepCore::finished, &SignalSpool::onfinished);
+    connectQueued(engine, &TextGrepCore::foundAtFile, &SignalSpool::showSearchResultFile);
+    connectQueued(engine, &TextGrepCore::foundAtList, &SignalSpool::showSearchResultList);
+    connectQueued(engine, &TextGrepCore::ErrorMsg, &SignalSpool::onErrorMsg);
+    connectQueued(engine, &TextGrepCore::WarningMsg, &SignalSpool::onWarningMsg);
+}
+
+/// What waits in the event queue outlives the engine that emitted it: after a
+/// scan that stopped a run it must not count for the new one.
+template <typename... Arguments>
+void SignalSpool::connectQueued(TextGrepCore *engine, void (TextGrepCore::*signal)(Arguments...),
+                                void (SignalSpool::*member)(Arguments...))
+{
+    connect(
+        engine, signal, this,
+        [this, member, run = m_run](const Arguments &...arguments) {
+            if (run == m_run)
+                (this->*member)(arguments...);
+        },
+        Qt::QueuedConnection);
+}
+
+/// Progress is emitted for every entry and every file: called directly, its
+/// slots are locked or atomic.
+void SignalSpool::takeProgress(const TextGrepCore *engine)
+{
     connect(engine, &TextGrepCore::ThreadCount, this, &SignalSpool::slotThreadCount,
             Qt::DirectConnection);
     connect(engine, &TextGrepCore::progressFileReport, this, &SignalSpool::progressFileReport,
             Qt::DirectConnection);
     connect(engine, &TextGrepCore::progressFileCount, this, &SignalSpool::onFileCount,
+            Qt::DirectConnection);
+    connect(engine, &TextGrepCore::progressFileAllCount, this, &SignalSpool::onFileAllCount,
             Qt::DirectConnection);
     connect(engine, &TextGrepCore::progressFileSemaphoreCount, this,
             &SignalSpool::onFileSemaphoreCount, Qt::DirectConnection);
@@ -125,9 +141,32 @@ void SignalSpool::endEngine()
     delete engine;
 }
 
+void SignalSpool::requestScan(const SearchCondition &condition)
+{
+    const std::lock_guard lock(m_engineLock);
+    QMetaObject::invokeMethod(
+        this,
+        [this, condition, request = ++m_requests] {
+            scan(condition.pathlist, condition.mask, condition.keyword1, condition.keyword2,
+                 condition.keyword3, condition.plusline, condition.flg, condition.fnameflg,
+                 condition.subdir, condition.linecount);
+            const std::lock_guard engineLock(m_engineLock);
+            if (request <= m_abortedRequests)
+                abortEngine();
+        },
+        Qt::QueuedConnection);
+}
+
 void SignalSpool::abort()
 {
     const std::lock_guard lock(m_engineLock);
+    m_abortedRequests = m_requests;
+    abortEngine();
+}
+
+/// With m_engineLock held.
+void SignalSpool::abortEngine()
+{
     if (!m_engine)
         return;
     // At once for the run that is under way, and behind the events that wait

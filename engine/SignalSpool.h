@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/EngineOptions.h"
+#include "engine/SearchCondition.h"
 
 #include <QMap>
 #include <QObject>
@@ -42,7 +43,9 @@ signals:
     void encodingAt(QString filename, int codeSet, int lineEnd, bool bom);
 
 public slots:
-    /// Starts a run on a new engine. The hit-line total, the queue lengths, the
+    /// Starts a run on a new engine. A run that is still under way is stopped
+    /// first and waited for; nothing of it arrives any more, not even its end.
+    /// The hit-line total, the queue lengths, the
     /// result queue, the errors and the per-thread counts start empty; the
     /// other counters and the warnings go on from where they are.
     void scan(QStringList pathlist, QString mask, QString keyword1, QString keyword2,
@@ -68,8 +71,15 @@ public:
     /// AppSettings.
     void setEngineOptions(const EngineOptions &options);
 
+    /// Queues a scan with condition on the spool's thread and returns at once.
+    /// Unlike a scan that its owner queues, an abort that follows this call
+    /// stops it even when the scan has not begun yet. Any thread.
+    void requestScan(const SearchCondition &condition);
+
     /// Asks the engine, if there is one, to end the run; the end still comes as
-    /// finished(true) or lcntFinished(true). Returns at once.
+    /// finished(true) or lcntFinished(true). Stops the scans that were requested
+    /// before as soon as they begin, which end in the same way; does nothing
+    /// otherwise. Returns at once.
     void abort();
 
     /// Result lines that wait to be taken.
@@ -94,16 +104,24 @@ public:
     QMap<int, int> threadCounts() const;
 
 private:
-    void connectEngine(TextGrepCore *engine);
+    void queueResults(TextGrepCore *engine);
+    template <typename... Arguments>
+    void connectQueued(TextGrepCore *engine, void (TextGrepCore::*signal)(Arguments...),
+                       void (SignalSpool::*member)(Arguments...));
+    void takeProgress(const TextGrepCore *engine);
     void endEngine();
+    void abortEngine();
 
     std::optional<EngineOptions> m_engineOptions;
 
     // The engine lives on the thread; both are made by scan and live until
     // the run's end, after a line count until the next run.
-    mutable std::mutex m_engineLock; // guards the pointer, for abort()
+    std::mutex m_engineLock; // guards the next three, for abort()
     TextGrepCore *m_engine = nullptr;
+    int m_requests = 0; // scans requested so far
+    int m_abortedRequests = 0; // of these, the ones that an abort came after
     QThread *m_engineThread = nullptr;
+    int m_run = 0; // number of the present run, used on the spool's thread only
 
     std::atomic<int> m_announced{0};
     std::atomic<int> m_topEntries{0};

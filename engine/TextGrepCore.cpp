@@ -17,14 +17,15 @@
 
 #include <algorithm>
 #include <chrono>
+#include <new>
 
 namespace {
 
 constexpr int kThreadsOnOneProcessor = 4;
 constexpr std::chrono::milliseconds kSupervisorPeriod{5};
 constexpr int kEntriesPerAbortCheck = 100;
-constexpr int kWakeRoundUs = 10000;
-constexpr int kWakePollUs = 20;
+constexpr unsigned long kShortestPollUs = 20;
+constexpr unsigned long kLongestPollUs = 2000;
 
 QString excludedFileWarning(const QString &name)
 {
@@ -39,6 +40,13 @@ QString excludedFolderWarning(const QString &folder)
 bool namesFolder(const QString &path)
 {
     return path.endsWith(QLatin1Char('/'));
+}
+
+/// Between two looks at the workers that are to end, in microseconds: they end
+/// at once but for one that is in the middle of a large file.
+unsigned long pauseAfter(unsigned long pause)
+{
+    return std::clamp(2 * pause, kShortestPollUs, kLongestPollUs);
 }
 
 bool namesListFile(const QStringList &pathlist)
@@ -281,10 +289,9 @@ void TextGrepCore::startLoadPhase(int fileCount)
 {
     qDebug() << "doWalkDirs"
              << "dsemcnt=" << 0 << "fcnt=" << fileCount << "thcnt=" << m_pool.activeThreadCount();
-    while (otherWorkers() > 0 && !isAborted()) {
-        for (int i = otherWorkers(); i > 0; --i)
-            m_folders.releasePermit();
-        waitForOthers();
+    for (unsigned long pause = 0; otherWorkers() > 0 && !isAborted(); pause = pauseAfter(pause)) {
+        wake(m_folders);
+        QThread::usleep(pause);
     }
     if (!isAborted())
         startTask(&TextGrepCore::doLoadFile, true);
@@ -293,21 +300,18 @@ void TextGrepCore::startLoadPhase(int fileCount)
 /// Wakes every worker that waits for a folder or a file; it finds none and ends.
 void TextGrepCore::endWorkers()
 {
-    while (otherWorkers() > 0) {
-        for (int i = otherWorkers(); i > 0; --i) {
-            m_folders.releasePermit();
-            m_files.releasePermit();
-        }
-        waitForOthers();
+    for (unsigned long pause = 0; otherWorkers() > 0; pause = pauseAfter(pause)) {
+        wake(m_folders);
+        wake(m_files);
+        QThread::usleep(pause);
     }
 }
 
-/// Returns when no other worker runs, or after a moment: a worker may have
-/// begun to wait after the permits were given.
-void TextGrepCore::waitForOthers() const
+/// Sees to it that there is a permit for every other worker.
+template <typename Queue> void TextGrepCore::wake(Queue &queue) const
 {
-    for (int waited = 0; otherWorkers() > 0 && waited < kWakeRoundUs; waited += kWakePollUs)
-        QThread::usleep(kWakePollUs);
+    for (int missing = otherWorkers() - queue.permits(); missing > 0; --missing)
+        queue.releasePermit();
 }
 
 void TextGrepCore::doWalkSubDirs()
@@ -329,9 +333,7 @@ void TextGrepCore::doWalkSubDirs()
             return;
         const QVector<FolderEntry> entries = m_options.lister->list(
             folder,
-            [this, &folder](const FolderIdentity &identity) {
-                return m_claims.claim(identity, folder);
-            },
+            [this, &folder](const FolderIdentity &identity) { return mayList(identity, folder); },
             [this] { return !isAborted(); });
         entriesListed += entries.size();
         emit ThreadCount(CurrentThread::id(), entriesListed);
@@ -339,6 +341,13 @@ void TextGrepCore::doWalkSubDirs()
         if (m_folders.finishListing())
             wakeSupervisor();
     }
+}
+
+/// Real folders form a tree, so that one without an identity is met once; what
+/// a link leads to may be a folder above it.
+bool TextGrepCore::mayList(const FolderIdentity &identity, const QString &folder)
+{
+    return identity.isKnown() ? m_claims.claim(identity, folder) : !m_folders.followsLinks();
 }
 
 /// Queues what the search wants of a folder's entries, sorted by name: the
@@ -413,7 +422,11 @@ void TextGrepCore::doLoadFile()
         if (queueLength == 1)
             wakeSupervisor();
         emit ThreadCount(CurrentThread::id(), ++filesLoaded);
-        loadOne(path, loader, searcher);
+        try {
+            loadOne(path, loader, searcher);
+        } catch (const std::bad_alloc &) { // one large file must not end the program
+            emit ErrorMsg(QStringLiteral("Error out of memory:") + path);
+        }
     }
 }
 

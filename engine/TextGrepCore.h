@@ -119,8 +119,9 @@ private:
     void supervise();
     void startLoadPhase(int fileCount);
     void endWorkers();
-    void waitForOthers() const;
+    template <typename Queue> void wake(Queue &queue) const;
 
+    bool mayList(const FolderIdentity &identity, const QString &folder);
     void queueEntries(const QString &folder, const QVector<FolderEntry> &entries,
                       const FileMask &mask);
     void sortOutFile(const QString &folder, const QString &name, const FileMask &mask,

@@ -23,6 +23,7 @@ private slots:
     void aQueueHeldOpenHandsOutNoLink();
     void aLinkWaitsAndIsNotQueued();
     void linksComeWhenNothingElseIsLeft();
+    void linksAreFollowedFromTheFirstOnUntilCleared();
     void linksComeOneAtATimeInTheOrderOfTheirPaths();
     void whatIsBelowALinkComesBeforeTheNextLink();
     void aLinkFoundBelowALinkTakesItsPlaceInTheOrder();
@@ -191,6 +192,21 @@ void FolderQueueTest::linksComeWhenNothingElseIsLeft()
     QVERIFY(queue.hasWork());
     QVERIFY(queue.finishListing());
     QVERIFY(!queue.hasWork());
+}
+
+void FolderQueueTest::linksAreFollowedFromTheFirstOnUntilCleared()
+{
+    FolderQueue queue;
+    queue.holdOpen();
+    queue.appendLink(text("/a/link/"));
+    QVERIFY(!queue.followsLinks());
+    QVERIFY(!queue.finishListing());
+    QVERIFY(queue.followsLinks());
+    QCOMPARE(begin(queue), text("/a/link/"));
+    QVERIFY(queue.finishListing());
+    QVERIFY(queue.followsLinks());
+    queue.clear();
+    QVERIFY(!queue.followsLinks());
 }
 
 void FolderQueueTest::linksComeOneAtATimeInTheOrderOfTheirPaths()

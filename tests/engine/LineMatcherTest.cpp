@@ -24,6 +24,7 @@ private slots:
     void anEmptyLineIsNeverReported();
     void anEmptyKeywordIsFoundOnEveryLineWithText();
     void aPlainKeywordIsNoPattern();
+    void aLongPlainKeywordIsNotParsed();
     void caseCountsInAllThreeKeywordsUnlessIgnored_data();
     void caseCountsInAllThreeKeywordsUnlessIgnored();
     void otherBitsOfTheFlagsAreIgnored();
@@ -150,6 +151,21 @@ void LineMatcherTest::aPlainKeywordIsNoPattern()
              QStringList{hit(1, 2, QStringLiteral("x(["))});
     QCOMPARE(hitsOf(QStringLiteral(" a "), 0, QStringLiteral("a\n a\nb a b")),
              QStringList{hit(3, 2, QStringLiteral("b a b"))});
+}
+
+void LineMatcherTest::aLongPlainKeywordIsNotParsed()
+{
+    // As a pattern it would nest deeper than the stack is high.
+    const QString brackets(100000, QLatin1Char('('));
+    for (const int flg : {0, kWord, kIgnoreCase}) {
+        SearchCondition condition = conditionOf(brackets, flg);
+        condition.keyword2 = brackets;
+        condition.keyword3 = brackets + QLatin1Char(')');
+        const QString line = brackets + QLatin1Char(' ');
+        // Between brackets there is no word boundary.
+        const QStringList expected{hit(1, 1, flg == kWord ? brackets : line)};
+        QCOMPARE(hitsOf(condition, flg == kWord ? brackets : line), expected);
+    }
 }
 
 void LineMatcherTest::caseCountsInAllThreeKeywordsUnlessIgnored_data()

@@ -82,11 +82,14 @@ private slots:
 
     void aSearchArrivesWholeBeforeItsEnd();
     void aSecondScanStartsFromZeroButKeepsTheCounters();
+    void aScanInTheMiddleOfARunLeavesNothingOfIt();
     void theEngineIsGoneAfterFinished();
     void lineCountsAreForwarded();
     void aLineCountCanBeFollowedByAnotherRun();
     void abortEndsTheRunWithTrue();
     void abortRightAfterScanIsNotLost();
+    void abortRightAfterARequestIsNotLost();
+    void anAbortDoesNotCountForALaterRequest();
     void abortWithoutAnEngineDoesNothing();
     void deletingTheSpoolStopsARun();
     void deletingTheSpoolAfterALineCountJoinsTheEngine();
@@ -275,6 +278,36 @@ void SignalSpoolTest::aSecondScanStartsFromZeroButKeepsTheCounters()
     QCOMPARE(spool->topEntryCount(), 2);
 }
 
+void SignalSpoolTest::aScanInTheMiddleOfARunLeavesNothingOfIt()
+{
+    const ScratchFolder first;
+    for (int i = 0; i < 50; ++i)
+        first.write(QStringLiteral("%1/%1.txt").arg(i), "some key\n");
+    const ScratchFolder second;
+    const QString a = second.write(QStringLiteral("a.txt"), "the key\n");
+    const QString b = second.write(QStringLiteral("b.txt"), "the key\n");
+    EngineOptions options;
+    options.lister = std::make_shared<SlowLister>(5);
+    SpoolOnThread spool(options);
+    QSignalSpy finished(spool.get(), &SignalSpool::finished);
+    spool.scan(searchIn(first.path()));
+    QTRY_VERIFY(!spool->threadCounts().isEmpty());
+    // This scan stops the first run, whose end then waits in the event queue
+    // until the second run has its engine.
+    spool.scan(searchIn(second.path()));
+    QVERIFY(finished.wait(60000));
+    QMetaObject::invokeMethod(
+        spool.get(), [] {}, Qt::BlockingQueuedConnection);
+    QTest::qWait(1);
+    QCOMPARE(finished.size(), 1);
+    QCOMPARE(finished.first().first().toBool(), false);
+    QCOMPARE(spool->hitLineCount(), 2);
+    QStringList lines = all(spool.get());
+    QCOMPARE(lines.size(), 4);
+    QVERIFY(lines.contains(QStringLiteral("::") + a));
+    QVERIFY(lines.contains(QStringLiteral("::") + b));
+}
+
 void SignalSpoolTest::theEngineIsGoneAfterFinished()
 {
     const ScratchFolder tree;
@@ -361,6 +394,54 @@ void SignalSpoolTest::abortRightAfterScanIsNotLost()
         QVERIFY(finished.wait(60000));
         QCOMPARE(finished.first().first().toBool(), true);
     }
+}
+
+void SignalSpoolTest::abortRightAfterARequestIsNotLost()
+{
+    const ScratchFolder tree;
+    for (int i = 0; i < 50; ++i)
+        tree.write(QStringLiteral("%1/%1.txt").arg(i), "some key\n");
+    EngineOptions options;
+    options.lister = std::make_shared<SlowLister>(20);
+    SpoolOnThread spool(options);
+    QSignalSpy finished(spool.get(), &SignalSpool::finished);
+    for (int round = 0; round < 10; ++round) {
+        // Held up, the spool cannot have begun the scan when the abort comes.
+        QMetaObject::invokeMethod(
+            spool.get(), [] { QThread::msleep(5); }, Qt::QueuedConnection);
+        spool->requestScan(searchIn(tree.path()));
+        spool->abort();
+        QVERIFY(finished.wait(60000));
+        QCOMPARE(finished.last().first().toBool(), true);
+    }
+    SearchCondition condition = searchIn(tree.path());
+    condition.linecount = true;
+    QSignalSpy ended(spool.get(), &SignalSpool::lcntFinished);
+    spool->requestScan(condition);
+    spool->abort();
+    QVERIFY(ended.wait(60000));
+    QCOMPARE(ended.first().first().toBool(), true);
+}
+
+void SignalSpoolTest::anAbortDoesNotCountForALaterRequest()
+{
+    const ScratchFolder tree;
+    tree.write(QStringLiteral("a.txt"), "some key\n");
+    tree.write(QStringLiteral("b.txt"), "some key\n");
+    SpoolOnThread spool;
+    QSignalSpy finished(spool.get(), &SignalSpool::finished);
+    spool->abort();
+    spool->requestScan(searchIn(tree.path()));
+    QVERIFY(finished.wait(60000));
+    QCOMPARE(finished.last().first().toBool(), false);
+    QMetaObject::invokeMethod(
+        spool.get(), [] { QThread::msleep(5); }, Qt::QueuedConnection);
+    spool->requestScan(searchIn(tree.path()));
+    spool->abort();
+    spool->requestScan(searchIn(tree.path()));
+    QVERIFY(finished.wait(60000));
+    QCOMPARE(finished.last().first().toBool(), false);
+    QCOMPARE(spool->hitLineCount(), 2);
 }
 
 void SignalSpoolTest::abortWithoutAnEngineDoesNothing()

@@ -1,7 +1,9 @@
 #include "engine/TextGrepCore.h"
 
 #include "tests/engine_support/EngineRun.h"
+#include "tests/engine_support/SearchRequests.h"
 #include "tests/engine_support/SlowLister.h"
+#include "tests/engine_support/UnidentifiedLister.h"
 #include "tests/support/ScratchFolder.h"
 
 #include <QMetaMethod>
@@ -9,38 +11,11 @@
 
 #include <algorithm>
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 namespace {
-
-SearchCondition searchFor(const QString &keyword, const QStringList &paths)
-{
-    SearchCondition condition;
-    condition.pathlist = paths;
-    condition.mask = QStringLiteral("*.*");
-    condition.keyword1 = keyword;
-    return condition;
-}
-
-SearchCondition countLinesIn(const QStringList &paths)
-{
-    SearchCondition condition;
-    condition.pathlist = paths;
-    condition.mask = QStringLiteral("*.*");
-    condition.linecount = true;
-    return condition;
-}
 
 QString key()
 {
     return QStringLiteral("key");
-}
-
-void link(const QString &target, const QString &path)
-{
-    if (::symlink(qPrintable(target), qPrintable(path)) != 0)
-        qFatal("cannot link %s", qPrintable(path));
 }
 
 QStringList sorted(QStringList texts)
@@ -64,6 +39,7 @@ private slots:
     void aFileWithoutHitsIsNamedOnlyWhenWanted();
     void eachFileCountsOnceAsSearched();
     void aRefusedFileIsAnErrorAndNotSearched();
+    void aSizeLimitBelowZeroRefusesEvenAnEmptyFile();
     void theSizeLimitPasses32Bits();
     void aBinaryFileGivesTheSizeError();
     void aFileThatCannotBeOpenedIsSkippedSilently();
@@ -83,7 +59,6 @@ private slots:
     void aListFileNamesWhatIsSearched();
     void foldersOfAListFileNeedSubdir();
     void theListFileIsAnnouncedWithItsLength();
-    void aFifoInAListFileHangsNothing();
     void aMissingListFileEndsAtOnce();
 
     // The walk's end
@@ -93,14 +68,9 @@ private slots:
     void aSlowListingNeverEndsTheSearchEarly();
     void aSlowListingNeverEndsALineCountEarly();
 
-    // Links
-    void aLinkToAFileIsAFile();
-    void aFolderBehindALinkIsSearchedOnce();
-    void aRealFolderWinsOverItsLink();
-    void loopsOfLinksEnd();
-    void theSameTopFolderTwiceIsSearchedOnce();
+    // Overlapping top folders
     void aTopFolderInsideAnotherIsSearchedUnderItsOwnPath();
-    void specialFilesAreNeverOpened();
+    void foldersWithoutAnIdentityAreSearched();
 
     // Line count
     void lineCountsArriveInWalkOrder();
@@ -213,6 +183,27 @@ void TextGrepCoreTest::aRefusedFileIsAnErrorAndNotSearched()
     QCOMPARE(run.errors, QStringList{QStringLiteral("Error File size over 1 MByte:") + large});
     QCOMPARE(run.searched, 1);
     QCOMPARE(run.pathsWithHits(), QStringList{tree.filePath(QStringLiteral("limit.txt"))});
+}
+
+void TextGrepCoreTest::aSizeLimitBelowZeroRefusesEvenAnEmptyFile()
+{
+    const ScratchFolder tree;
+    const QString empty = tree.write(QStringLiteral("a.txt"), "");
+    const QString small = tree.write(QStringLiteral("b.txt"), "key\n");
+    EngineOptions options;
+    options.limits.bigsize = -1;
+    EngineRun none(options);
+    QVERIFY(none.run(searchFor(key(), {tree.path()})));
+    QCOMPARE(sorted(none.errors),
+             QStringList({QStringLiteral("Error File size over -1 MByte:") + empty,
+                          QStringLiteral("Error File size over -1 MByte:") + small}));
+    QCOMPARE(none.searched, 0);
+    options.limits.bigsize = 0;
+    EngineRun onlyEmpty(options);
+    QVERIFY(onlyEmpty.run(searchFor(key(), {tree.path()})));
+    QCOMPARE(onlyEmpty.errors,
+             QStringList{QStringLiteral("Error File size over 0 MByte:") + small});
+    QCOMPARE(onlyEmpty.searched, 1);
 }
 
 void TextGrepCoreTest::theSizeLimitPasses32Bits()
@@ -447,19 +438,6 @@ void TextGrepCoreTest::theListFileIsAnnouncedWithItsLength()
     QVERIFY(run.lists.isEmpty());
 }
 
-void TextGrepCoreTest::aFifoInAListFileHangsNothing()
-{
-    const ScratchFolder tree;
-    const QString fifo = tree.filePath(QStringLiteral("fifo.txt"));
-    QCOMPARE(::mkfifo(qPrintable(fifo), 0600), 0);
-    const QString a = tree.write(QStringLiteral("a.txt"), "some key\n");
-    const QString list = tree.write(QStringLiteral("list.ini"),
-                                    QStringLiteral("files=%1, %2\n").arg(fifo, a).toLatin1());
-    EngineRun run;
-    QVERIFY(run.run(searchFor(key(), {QStringLiteral("@") + list})));
-    QCOMPARE(run.pathsWithHits(), QStringList{a});
-}
-
 void TextGrepCoreTest::aMissingListFileEndsAtOnce()
 {
     EngineRun run;
@@ -528,84 +506,6 @@ void TextGrepCoreTest::aSlowListingNeverEndsALineCountEarly()
     QCOMPARE(run.lcntFinishedFlags, QVector<bool>{false});
 }
 
-void TextGrepCoreTest::aLinkToAFileIsAFile()
-{
-    const ScratchFolder tree;
-    tree.write(QStringLiteral("a.txt"), "some key\n");
-    link(tree.filePath(QStringLiteral("a.txt")), tree.filePath(QStringLiteral("l.txt")));
-    link(tree.filePath(QStringLiteral("none.txt")), tree.filePath(QStringLiteral("dangling.txt")));
-    EngineRun run;
-    QVERIFY(run.run(searchFor(key(), {tree.path()})));
-    QCOMPARE(run.pathsWithHits(),
-             QStringList(
-                 {tree.filePath(QStringLiteral("a.txt")), tree.filePath(QStringLiteral("l.txt"))}));
-    QVERIFY(run.errors.isEmpty());
-}
-
-void TextGrepCoreTest::aFolderBehindALinkIsSearchedOnce()
-{
-    const ScratchFolder outside;
-    outside.write(QStringLiteral("o.txt"), "some key\n");
-    outside.write(QStringLiteral("in/p.txt"), "some key\n");
-    const ScratchFolder tree;
-    link(outside.path(), tree.filePath(QStringLiteral("z")));
-    link(outside.path(), tree.filePath(QStringLiteral("y")));
-    tree.makeFolder(QStringLiteral("sub"));
-    link(outside.filePath(QStringLiteral("in")), tree.filePath(QStringLiteral("sub/x")));
-    EngineRun run;
-    // The links are followed in the order of their paths.
-    QVERIFY(run.run(searchFor(key(), {tree.path()})));
-    QCOMPARE(run.pathsWithHits(),
-             QStringList({tree.filePath(QStringLiteral("sub/x/p.txt")),
-                          tree.filePath(QStringLiteral("y/o.txt"))}));
-}
-
-void TextGrepCoreTest::aRealFolderWinsOverItsLink()
-{
-    const ScratchFolder tree;
-    tree.write(QStringLiteral("real/deep/a.txt"), "some key\n");
-    tree.write(QStringLiteral("real/deep/b.txt"), "some key\n");
-    link(tree.filePath(QStringLiteral("real")), tree.filePath(QStringLiteral("a_link")));
-    link(tree.filePath(QStringLiteral("real/deep")), tree.filePath(QStringLiteral("b_link")));
-    EngineOptions options;
-    options.lister = std::make_shared<SlowLister>(5);
-    EngineRun run(options);
-    QVERIFY(run.run(searchFor(key(), {tree.path()})));
-    QCOMPARE(run.pathsWithHits(),
-             QStringList({tree.filePath(QStringLiteral("real/deep/a.txt")),
-                          tree.filePath(QStringLiteral("real/deep/b.txt"))}));
-}
-
-void TextGrepCoreTest::loopsOfLinksEnd()
-{
-    const ScratchFolder tree;
-    tree.write(QStringLiteral("a.txt"), "some key\n");
-    tree.write(QStringLiteral("s/b.txt"), "some key\n");
-    link(tree.path(), tree.filePath(QStringLiteral("s/up")));
-    link(QStringLiteral("."), tree.filePath(QStringLiteral("self")));
-    link(QStringLiteral("loop2"), tree.filePath(QStringLiteral("loop1")));
-    link(QStringLiteral("loop1"), tree.filePath(QStringLiteral("loop2")));
-    EngineRun run;
-    QVERIFY(run.run(searchFor(key(), {tree.path()})));
-    QCOMPARE(run.lists.size(), 2);
-}
-
-void TextGrepCoreTest::theSameTopFolderTwiceIsSearchedOnce()
-{
-    const ScratchFolder tree;
-    tree.write(QStringLiteral("t/a.txt"), "some key\n");
-    tree.write(QStringLiteral("t/b.txt"), "some key\n");
-    const QString top = tree.filePath(QStringLiteral("t/"));
-    link(top, tree.filePath(QStringLiteral("l")));
-    EngineRun run;
-    QVERIFY(run.run(searchFor(key(), {top, top, tree.filePath(QStringLiteral("l/"))})));
-    QCOMPARE(run.lists.size(), 2);
-    QVERIFY(run.pathsWithHits().first().startsWith(top));
-    QVERIFY(run.run(searchFor(key(), {tree.filePath(QStringLiteral("l/")), top})));
-    QCOMPARE(run.lists.size(), 2);
-    QVERIFY(run.pathsWithHits().first().startsWith(tree.filePath(QStringLiteral("l/"))));
-}
-
 void TextGrepCoreTest::aTopFolderInsideAnotherIsSearchedUnderItsOwnPath()
 {
     const ScratchFolder tree;
@@ -618,19 +518,19 @@ void TextGrepCoreTest::aTopFolderInsideAnotherIsSearchedUnderItsOwnPath()
              sorted({tree.filePath(QStringLiteral("t/a.txt")), inner + QStringLiteral("b.txt")}));
 }
 
-void TextGrepCoreTest::specialFilesAreNeverOpened()
+void TextGrepCoreTest::foldersWithoutAnIdentityAreSearched()
 {
     const ScratchFolder tree;
-    QCOMPARE(::mkfifo(qPrintable(tree.filePath(QStringLiteral("fifo"))), 0600), 0);
-    link(QStringLiteral("/dev/zero"), tree.filePath(QStringLiteral("zero")));
-    tree.write(QStringLiteral("a.txt"), "some key\n");
-    tree.write(QStringLiteral("b.txt"), "some key\n");
-    SearchCondition condition = searchFor(key(), {tree.path()});
-    condition.fnameflg = true;
-    EngineRun run;
-    QVERIFY(run.run(condition));
-    QCOMPARE(run.searched, 2);
-    QVERIFY(run.filesWithoutHits.isEmpty());
+    for (const char *name : {"a.txt", "s/b.txt", "s/t/c.txt", "u/d.txt"})
+        tree.write(QString::fromLatin1(name), "some key\n");
+    EngineOptions options;
+    options.lister = std::make_shared<UnidentifiedLister>();
+    EngineRun run(options);
+    for (int round = 0; round < 2; ++round) {
+        QVERIFY(run.run(searchFor(key(), {tree.path()})));
+        QCOMPARE(run.lists.size(), 4);
+        QCOMPARE(run.pathsWithHits().size(), 4);
+    }
 }
 
 void TextGrepCoreTest::lineCountsArriveInWalkOrder()

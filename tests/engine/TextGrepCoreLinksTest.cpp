@@ -1,0 +1,172 @@
+#include "engine/TextGrepCore.h"
+
+#include "tests/engine_support/EngineRun.h"
+#include "tests/engine_support/SearchRequests.h"
+#include "tests/engine_support/SlowLister.h"
+#include "tests/engine_support/UnidentifiedLister.h"
+#include "tests/support/ScratchFolder.h"
+
+#include <QTest>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+QString key()
+{
+    return QStringLiteral("key");
+}
+
+void link(const QString &target, const QString &path)
+{
+    if (::symlink(qPrintable(target), qPrintable(path)) != 0)
+        qFatal("cannot link %s", qPrintable(path));
+}
+
+} // namespace
+
+/// A search among symbolic links, FIFOs and devices.
+class TextGrepCoreLinksTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void aLinkToAFileIsAFile();
+    void aFolderBehindALinkIsSearchedOnce();
+    void aRealFolderWinsOverItsLink();
+    void loopsOfLinksEnd();
+    void linksToFoldersWithoutAnIdentityAreNotFollowed();
+    void theSameTopFolderTwiceIsSearchedOnce();
+    void specialFilesAreNeverOpened();
+    void aFifoInAListFileHangsNothing();
+};
+
+void TextGrepCoreLinksTest::aLinkToAFileIsAFile()
+{
+    const ScratchFolder tree;
+    tree.write(QStringLiteral("a.txt"), "some key\n");
+    link(tree.filePath(QStringLiteral("a.txt")), tree.filePath(QStringLiteral("l.txt")));
+    link(tree.filePath(QStringLiteral("none.txt")), tree.filePath(QStringLiteral("dangling.txt")));
+    EngineRun run;
+    QVERIFY(run.run(searchFor(key(), {tree.path()})));
+    QCOMPARE(run.pathsWithHits(),
+             QStringList(
+                 {tree.filePath(QStringLiteral("a.txt")), tree.filePath(QStringLiteral("l.txt"))}));
+    QVERIFY(run.errors.isEmpty());
+}
+
+void TextGrepCoreLinksTest::aFolderBehindALinkIsSearchedOnce()
+{
+    const ScratchFolder outside;
+    outside.write(QStringLiteral("o.txt"), "some key\n");
+    outside.write(QStringLiteral("in/p.txt"), "some key\n");
+    const ScratchFolder tree;
+    link(outside.path(), tree.filePath(QStringLiteral("z")));
+    link(outside.path(), tree.filePath(QStringLiteral("y")));
+    tree.makeFolder(QStringLiteral("sub"));
+    link(outside.filePath(QStringLiteral("in")), tree.filePath(QStringLiteral("sub/x")));
+    EngineRun run;
+    // The links are followed in the order of their paths.
+    QVERIFY(run.run(searchFor(key(), {tree.path()})));
+    QCOMPARE(run.pathsWithHits(),
+             QStringList({tree.filePath(QStringLiteral("sub/x/p.txt")),
+                          tree.filePath(QStringLiteral("y/o.txt"))}));
+}
+
+void TextGrepCoreLinksTest::aRealFolderWinsOverItsLink()
+{
+    const ScratchFolder tree;
+    tree.write(QStringLiteral("real/deep/a.txt"), "some key\n");
+    tree.write(QStringLiteral("real/deep/b.txt"), "some key\n");
+    link(tree.filePath(QStringLiteral("real")), tree.filePath(QStringLiteral("a_link")));
+    link(tree.filePath(QStringLiteral("real/deep")), tree.filePath(QStringLiteral("b_link")));
+    EngineOptions options;
+    options.lister = std::make_shared<SlowLister>(5);
+    EngineRun run(options);
+    QVERIFY(run.run(searchFor(key(), {tree.path()})));
+    QCOMPARE(run.pathsWithHits(),
+             QStringList({tree.filePath(QStringLiteral("real/deep/a.txt")),
+                          tree.filePath(QStringLiteral("real/deep/b.txt"))}));
+}
+
+void TextGrepCoreLinksTest::loopsOfLinksEnd()
+{
+    const ScratchFolder tree;
+    tree.write(QStringLiteral("a.txt"), "some key\n");
+    tree.write(QStringLiteral("s/b.txt"), "some key\n");
+    link(tree.path(), tree.filePath(QStringLiteral("s/up")));
+    link(QStringLiteral("."), tree.filePath(QStringLiteral("self")));
+    link(QStringLiteral("loop2"), tree.filePath(QStringLiteral("loop1")));
+    link(QStringLiteral("loop1"), tree.filePath(QStringLiteral("loop2")));
+    EngineRun run;
+    QVERIFY(run.run(searchFor(key(), {tree.path()})));
+    QCOMPARE(run.lists.size(), 2);
+}
+
+void TextGrepCoreLinksTest::linksToFoldersWithoutAnIdentityAreNotFollowed()
+{
+    const ScratchFolder tree;
+    tree.write(QStringLiteral("a.txt"), "some key\n");
+    tree.write(QStringLiteral("s/b.txt"), "some key\n");
+    link(tree.path(), tree.filePath(QStringLiteral("s/up")));
+    link(tree.filePath(QStringLiteral("s")), tree.filePath(QStringLiteral("t")));
+    EngineOptions options;
+    options.lister = std::make_shared<UnidentifiedLister>();
+    EngineRun run(options);
+    // What follows a loop's links would not end; the second run finds the
+    // first one's links forgotten.
+    for (int round = 0; round < 2; ++round) {
+        QVERIFY(run.run(searchFor(key(), {tree.path()})));
+        QCOMPARE(run.pathsWithHits(),
+                 QStringList({tree.filePath(QStringLiteral("a.txt")),
+                              tree.filePath(QStringLiteral("s/b.txt"))}));
+        QCOMPARE(run.lists.size(), 2);
+    }
+}
+
+void TextGrepCoreLinksTest::theSameTopFolderTwiceIsSearchedOnce()
+{
+    const ScratchFolder tree;
+    tree.write(QStringLiteral("t/a.txt"), "some key\n");
+    tree.write(QStringLiteral("t/b.txt"), "some key\n");
+    const QString top = tree.filePath(QStringLiteral("t/"));
+    link(top, tree.filePath(QStringLiteral("l")));
+    EngineRun run;
+    QVERIFY(run.run(searchFor(key(), {top, top, tree.filePath(QStringLiteral("l/"))})));
+    QCOMPARE(run.lists.size(), 2);
+    QVERIFY(run.pathsWithHits().first().startsWith(top));
+    QVERIFY(run.run(searchFor(key(), {tree.filePath(QStringLiteral("l/")), top})));
+    QCOMPARE(run.lists.size(), 2);
+    QVERIFY(run.pathsWithHits().first().startsWith(tree.filePath(QStringLiteral("l/"))));
+}
+
+void TextGrepCoreLinksTest::specialFilesAreNeverOpened()
+{
+    const ScratchFolder tree;
+    QCOMPARE(::mkfifo(qPrintable(tree.filePath(QStringLiteral("fifo"))), 0600), 0);
+    link(QStringLiteral("/dev/zero"), tree.filePath(QStringLiteral("zero")));
+    tree.write(QStringLiteral("a.txt"), "some key\n");
+    tree.write(QStringLiteral("b.txt"), "some key\n");
+    SearchCondition condition = searchFor(key(), {tree.path()});
+    condition.fnameflg = true;
+    EngineRun run;
+    QVERIFY(run.run(condition));
+    QCOMPARE(run.searched, 2);
+    QVERIFY(run.filesWithoutHits.isEmpty());
+}
+
+void TextGrepCoreLinksTest::aFifoInAListFileHangsNothing()
+{
+    const ScratchFolder tree;
+    const QString fifo = tree.filePath(QStringLiteral("fifo.txt"));
+    QCOMPARE(::mkfifo(qPrintable(fifo), 0600), 0);
+    const QString a = tree.write(QStringLiteral("a.txt"), "some key\n");
+    const QString list = tree.write(QStringLiteral("list.ini"),
+                                    QStringLiteral("files=%1, %2\n").arg(fifo, a).toLatin1());
+    EngineRun run;
+    QVERIFY(run.run(searchFor(key(), {QStringLiteral("@") + list})));
+    QCOMPARE(run.pathsWithHits(), QStringList{a});
+}
+
+QTEST_GUILESS_MAIN(TextGrepCoreLinksTest)
+#include "TextGrepCoreLinksTest.moc"
