@@ -3,6 +3,7 @@
 #include "app/broadcast/NativeEventFilter.h"
 #include "icon/Icons.h"
 #include "mainwindow/FormKeys.h"
+#include "mainwindow/HistoryControl.h"
 #include "mainwindow/Questions.h"
 #include "mainwindow/RunControl.h"
 #include "mainwindow/SearchPaths.h"
@@ -20,6 +21,7 @@
 #include "settings/dialogs/verupdialog.h"
 #include "view/GrepEditor.h"
 #include "view/Highlighter.h"
+#include "view/fileDialog.h"
 
 #include "ui_MainWindow.h"
 
@@ -38,6 +40,7 @@
 namespace {
 
 constexpr int kRefusalMilliseconds = 5000;
+constexpr int kSavedMilliseconds = 2000;
 
 QString programName()
 {
@@ -73,6 +76,7 @@ MainWindow::MainWindow(const QStringList &pathlist, const QString &mask, const Q
     WindowLayout::restore({this, m_ui->viewSplitter, m_resultView, m_preview});
     listenForBroadcasts();
     fillHistories();
+    buildHistory();
     showRequest(pathlist, mask, findword);
 }
 
@@ -205,6 +209,16 @@ void MainWindow::fillHistories()
     refillKeywords();
     form->setKeyword1(QString());
     form->setKeyword2(QString());
+}
+
+void MainWindow::buildHistory()
+{
+    m_history = new HistoryControl(m_applicationDirectory,
+                                   {m_ui->searchForm, m_resultView, m_toolButtons}, this);
+    connect(m_history, &HistoryControl::loaded, this, &MainWindow::showHighlightWords);
+    if (m_history->loadLastSearch())
+        showHighlightWords();
+    makeBackMenu();
 }
 
 void MainWindow::refillKeywords()
@@ -399,10 +413,11 @@ void MainWindow::start(FormRequest::Mode mode, const FormState &form)
     setWindowTitle(form.keyword1 + QStringLiteral(" -- ") + programName());
     m_resultView->clear();
     m_resultView->setFocus();
+    m_request = form;
+    m_history->remember(form);
     const SearchCondition condition = FormRequest::condition(mode, form);
     m_pathlist = condition.pathlist;
-    m_mask = condition.mask;
-    ParameterFile(m_applicationDirectory).write({m_pathlist, m_mask, condition.keyword1});
+    ParameterFile(m_applicationDirectory).write({m_pathlist, form.mask, form.keyword1});
     rememberKeywords(condition);
     showHighlightWords();
     setRunning(true);
@@ -461,6 +476,9 @@ void MainWindow::searchFinished(bool aborted)
 {
     if (!m_run->listSearchEnd(aborted, m_ui->searchForm->state()))
         return;
+    m_history->save(m_request, m_pathlist, QDateTime::currentDateTime());
+    statusBar()->showMessage(QStringLiteral("セーブしました"), kSavedMilliseconds);
+    makeBackMenu();
     rememberMask();
     endRun();
 }
@@ -486,9 +504,7 @@ void MainWindow::endRun()
 
 void MainWindow::rememberMask()
 {
-    if (m_mask.isEmpty())
-        return;
-    HistoryList::insert(AppSettings::instance().maskhistory, m_mask);
+    HistoryList::insert(AppSettings::instance().maskhistory, m_request.mask);
     m_ui->searchForm->fillMasks();
 }
 
@@ -579,26 +595,52 @@ void MainWindow::regexphelp()
     showDocument(QStringLiteral("/doc/sarvik/sarvik_regexp.html"));
 }
 
-// History and preview: not built yet
+// History
 
-void MainWindow::previewFile()
-{
-}
-void MainWindow::openFile()
-{
-}
 void MainWindow::makeBackMenu()
 {
+    m_history->rebuildMenu();
 }
-void MainWindow::openLogfile(QAction *)
+
+void MainWindow::openLogfile(QAction *action)
 {
+    const int index = action->data().toInt();
+    qDebug().noquote() << index << action->text();
+    if (index >= 0 && !m_run->isRunning())
+        m_history->loadEntry(index);
 }
+
 void MainWindow::historyBackMenuPopup()
 {
+    makeBackMenu();
+    QMenu *menu = m_toolButtons.arrowBackBtn->menu();
+    const QSize free = size() - menu->sizeHint();
+    menu->popup(mapToGlobal(QPoint(free.width() / 2, free.height() / 2)));
 }
+
 void MainWindow::arrowBack()
 {
+    if (!m_run->isRunning())
+        m_history->goBack();
 }
+
 void MainWindow::arrowForward()
+{
+    if (!m_run->isRunning())
+        m_history->goForward();
+}
+
+void MainWindow::openFile()
+{
+    QString path;
+    if (m_run->isRunning() || !fileDialog::choose(m_history->logDirectory(), path, this))
+        return;
+    if (!path.isEmpty())
+        m_history->load(path);
+}
+
+// Preview: not built yet
+
+void MainWindow::previewFile()
 {
 }

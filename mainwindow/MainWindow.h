@@ -13,6 +13,7 @@
 class AppSettings;
 class FormKeys;
 class GrepEditor;
+class HistoryControl;
 class RunControl;
 
 QT_BEGIN_NAMESPACE
@@ -96,6 +97,7 @@ private:
     void connectRun();
     void listenForBroadcasts();
     void fillHistories();
+    void buildHistory();
     void refillKeywords();
     void showRequest(const QStringList &pathlist, const QString &mask, const QString &findword);
     void storeState();
@@ -121,9 +123,12 @@ private:
     GrepEditor *m_preview = nullptr;
     FormKeys *m_formKeys = nullptr;
     RunControl *m_run = nullptr;
+    HistoryControl *m_history = nullptr;
     ToolButtons m_toolButtons;
 
+    // Of the last start.
+    FormState m_request;
     QStringList m_pathlist;
-    QString m_mask; // of the current request
+
     QString m_findText;
 };

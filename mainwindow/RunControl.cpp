@@ -33,7 +33,6 @@ RunControl::~RunControl()
 void RunControl::start(const SearchCondition &condition)
 {
     m_running = true;
-    m_abortRequested = false;
     m_pendingCounts.clear();
     m_elapsed.start();
     m_listing.reset();
@@ -51,7 +50,6 @@ void RunControl::abort()
 {
     if (!m_running)
         return;
-    m_abortRequested = true;
     m_views.form->setButtonEnabled(false);
     m_run.abort();
     m_views.resultView->stop();
@@ -69,9 +67,6 @@ void RunControl::showProgress()
     SignalSpool *spool = m_run.spool();
     if (!spool)
         return;
-    // Said again: an engine that had not begun did not hear it.
-    if (m_abortRequested || m_abandoned)
-        m_run.abort();
     m_listing.tick(*spool);
     m_views.statusBar->showMessage(spool->currentFile());
     m_listing.takeLines(*spool);

@@ -80,7 +80,6 @@ private:
     std::unique_ptr<LineCountReport> m_lineCount; // of a line count
     QStringList m_pendingCounts; // its lines that are to be listed at the next tick
     bool m_running = false;
-    bool m_abortRequested = false;
     bool m_abandoned = false;
     // Emits into all of the above, so they go after it.
     std::unique_ptr<QTimer> m_timer; // as long as the engine runs

@@ -28,14 +28,7 @@ void SearchRun::start(const SearchCondition &condition)
     m_thread->setObjectName(QStringLiteral("spool"));
     m_thread->start(QThread::InheritPriority);
     m_spool->moveToThread(m_thread.get());
-    QMetaObject::invokeMethod(
-        m_spool.get(),
-        [spool = m_spool.get(), condition] {
-            spool->scan(condition.pathlist, condition.mask, condition.keyword1, condition.keyword2,
-                        condition.keyword3, condition.plusline, condition.flg, condition.fnameflg,
-                        condition.subdir, condition.linecount);
-        },
-        Qt::QueuedConnection);
+    m_spool->requestScan(condition);
 }
 
 void SearchRun::abort()

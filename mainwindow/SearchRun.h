@@ -31,8 +31,7 @@ public:
 
     /// Ends a former run first.
     void start(const SearchCondition &condition);
-    /// Asks the engine to end; returns at once. An engine that has not begun yet
-    /// does not hear it, so this may have to be said again.
+    /// Asks the engine to end; returns at once.
     void abort();
     /// Waits until the thread has ended and forgets the run.
     void end();

@@ -1,0 +1,206 @@
+#include "mainwindow/HistoryControl.h"
+
+#include "mainwindow/SearchForm.h"
+#include "mainwindow/history/ResultLogFile.h"
+#include "settings/AppSettings.h"
+#include "view/GrepEditor.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QMenu>
+#include <QSignalBlocker>
+#include <QTextDocument>
+#include <QToolButton>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+/// UTF-16 code units that are listed at once, which takes some tens of
+/// milliseconds.
+constexpr int kTextPiece = 256 * 1024;
+
+template <typename Value> void assign(const std::optional<Value> &value, Value &target)
+{
+    if (value)
+        target = *value;
+}
+
+/// Where the piece that begins at start ends: before a line feed, or at the end.
+int endOfPiece(const QString &text, int start)
+{
+    const int end = text.indexOf(QLatin1Char('\n'), std::min(start + kTextPiece, text.size()));
+    return end < 0 ? text.size() : end;
+}
+
+/// The text letter by letter; the plain text has blanks for no-break spaces.
+QString exactText(const QTextDocument &document)
+{
+    return document.toRawText().replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+}
+
+/// In a menu an "&" would vanish and underline what follows it.
+QString menuText(QString label)
+{
+    return label.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+} // namespace
+
+HistoryControl::HistoryControl(const QString &appDir, const Views &views, QObject *parent)
+    : QObject(parent)
+    , m_appDir(appDir)
+    , m_logDirectory(appDir + QStringLiteral("sarviklog"))
+    , m_views(views)
+    , m_history(m_logDirectory)
+{
+}
+
+HistoryControl::~HistoryControl() = default;
+
+bool HistoryControl::save(const FormState &request, const QStringList &paths, const QDateTime &time)
+{
+    ResultLog log;
+    log.keyword1 = request.keyword1;
+    log.ignoreCase = request.ignoreCase;
+    log.word = request.word;
+    log.regexp = request.regexp;
+    log.subdir = request.subdir;
+    log.extraGroup = request.extraGroup;
+    log.keyword2 = request.usesKeyword2() ? request.keyword2 : QString();
+    log.lineDistance = request.lineDistance;
+    log.paths = paths;
+    log.mask = request.mask;
+    log.keyword3Group = request.keyword3Group;
+    log.keyword3 = request.keyword3Group ? request.keyword3 : QString();
+    log.text = exactText(*m_views.resultView->document());
+    const bool lastSearch = ResultLogFile::write(m_appDir + QStringLiteral("sarvik.log"), log);
+    const bool history = !m_history.save(time, log).isEmpty();
+    m_views.resultView->document()->setModified(false);
+    return lastSearch && history;
+}
+
+bool HistoryControl::loadLastSearch()
+{
+    const QString path = m_appDir + QStringLiteral("sarvik.log");
+    const std::optional<QString> content = ResultLogFile::read(path);
+    if (!content)
+        return false;
+    apply(LogRestore::fromContent(*content, path, LogRestore::Extent::HeaderOnly));
+    return true;
+}
+
+bool HistoryControl::load(const QString &path)
+{
+    std::optional<QString> content = ResultLogFile::read(path);
+    if (!content)
+        return false;
+    apply(LogRestore::fromContent(std::move(*content), path, LogRestore::Extent::Everything));
+    emit loaded();
+    return true;
+}
+
+bool HistoryControl::loadEntry(int index)
+{
+    const QString path = m_history.path(index);
+    return !path.isEmpty() && load(path);
+}
+
+void HistoryControl::apply(const LogRestore &log)
+{
+    AppSettings &settings = AppSettings::instance();
+    assign(log.ignoreCase, settings.caseinsensitive);
+    assign(log.word, settings.word);
+    assign(log.regexp, settings.regexp);
+    SearchForm &form = *m_views.form;
+    form.showToggles();
+    if (log.keyword1)
+        form.setKeyword1(*log.keyword1);
+    if (log.subdir)
+        form.setSubdir(*log.subdir);
+    if (log.checksExtraGroup)
+        form.setExtraGroup(true);
+    if (log.keyword2) {
+        form.setUseKeyword2(true);
+        form.setKeyword2(*log.keyword2);
+    }
+    if (log.lineDistance)
+        form.setLineDistance(*log.lineDistance);
+    if (log.pathLines)
+        form.setPathLines(*log.pathLines);
+    if (log.mask)
+        form.setMask(*log.mask);
+    if (log.checksKeyword3Group)
+        form.setKeyword3Group(true);
+    if (log.keyword3)
+        form.setKeyword3(*log.keyword3);
+    showText(log.text);
+}
+
+/// All at once it would block the window for seconds.
+void HistoryControl::showText(const QString &text)
+{
+    const int showing = ++m_showing;
+    GrepEditor &view = *m_views.resultView;
+    const QSignalBlocker blocker(&view);
+    int end = endOfPiece(text, 0);
+    view.setPlainText(text.left(end));
+    while (end < text.size()) {
+        QCoreApplication::processEvents();
+        if (showing != m_showing)
+            return;
+        const int start = end + 1;
+        end = endOfPiece(text, start);
+        view.appendLines(text.mid(start, end - start).split(QLatin1Char('\n')));
+    }
+    view.document()->setModified(false);
+}
+
+void HistoryControl::rebuildMenu()
+{
+    m_history.rebuild(AppSettings::instance().logmax);
+    QMenu *menu = m_views.buttons.arrowBackBtn->menu();
+    menu->clear();
+    const QVector<LogHistory::Entry> &entries = m_history.entries();
+    for (int index = 0; index < entries.size(); ++index)
+        menu->addAction(menuText(entries.at(index).label))->setData(index);
+    updateButtons();
+}
+
+void HistoryControl::goBack()
+{
+    if (m_history.canGoBack())
+        load(m_history.goBack());
+    updateButtons();
+}
+
+void HistoryControl::goForward()
+{
+    if (m_history.canGoForward())
+        load(m_history.goForward());
+    else
+        restoreRemembered();
+    updateButtons();
+}
+
+void HistoryControl::restoreRemembered()
+{
+    AppSettings &settings = AppSettings::instance();
+    settings.caseinsensitive = m_remembered.ignoreCase;
+    settings.word = m_remembered.word;
+    settings.regexp = m_remembered.regexp;
+    SearchForm &form = *m_views.form;
+    form.showToggles();
+    form.setPathLines(m_remembered.pathText.split(QLatin1Char('\n')));
+    form.setMask(m_remembered.mask);
+    form.setKeyword1(m_remembered.keyword1);
+    ++m_showing;
+    m_views.resultView->clear();
+}
+
+void HistoryControl::updateButtons()
+{
+    m_views.buttons.arrowBackBtn->setEnabled(m_history.canGoBack());
+    m_views.buttons.arrowForwardBtn->setEnabled(m_history.canGoForward());
+}

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "mainwindow/FormState.h"
+#include "mainwindow/ToolButtons.h"
+#include "mainwindow/history/LogHistory.h"
+#include "mainwindow/history/LogRestore.h"
+
+#include <QDateTime>
+#include <QObject>
+
+class GrepEditor;
+class SearchForm;
+
+/// Past searches in the window: saves what the result view shows, lists the
+/// logs in the back menu, and brings a log back into the form and the view.
+///
+/// While the text of a large log is listed the window answers, and whoever wants
+/// another log then gets it: the listing in progress is given up.
+class HistoryControl : public QObject {
+    Q_OBJECT
+
+signals:
+    /// Form and result view show another log.
+    void loaded();
+
+public:
+    /// Not owned; must outlive this object.
+    struct Views {
+        SearchForm *form = nullptr;
+        GrepEditor *resultView = nullptr;
+        ToolButtons buttons;
+    };
+
+    /// appDir ends in "/". Nothing is read yet.
+    HistoryControl(const QString &appDir, const Views &views, QObject *parent);
+    ~HistoryControl() override;
+
+    const QString &logDirectory() const { return m_logDirectory; }
+
+    /// The log of the last search, for the start of the program. False when there
+    /// is none.
+    bool loadLastSearch();
+    /// A log whole. False when it cannot be read; then nothing changes.
+    bool load(const QString &path);
+    /// The log of the back menu's entry index; out of range: nothing.
+    bool loadEntry(int index);
+
+    /// Writes the log of the last search and, for time, one into the history.
+    /// False when one of them was not written; nobody is told.
+    bool save(const FormState &request, const QStringList &paths, const QDateTime &time);
+
+    /// Lists the logs anew, deletes those beyond logmax and begins at the newest.
+    void rebuildMenu();
+    /// Pages to an older or newer log; forward from the newest restores what
+    /// remember() was told last and empties the view.
+    void goBack();
+    void goForward();
+
+    /// The form as it is for the newest search.
+    void remember(const FormState &form) { m_remembered = form; }
+
+private:
+    void apply(const LogRestore &log);
+    void showText(const QString &text);
+    void restoreRemembered();
+    void updateButtons();
+
+    const QString m_appDir;
+    const QString m_logDirectory;
+    const Views m_views;
+    LogHistory m_history;
+    FormState m_remembered;
+    /// Grows with each text that is shown.
+    int m_showing = 0;
+};
