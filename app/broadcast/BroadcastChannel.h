@@ -25,9 +25,9 @@
 ///               sarvedit.broadcast.message uint32:4711 uint32:0
 ///
 /// From any sender; a signal with other arguments is ignored. Only a bus that
-/// is already there is asked, at DBUS_SESSION_BUS_ADDRESS or else at "bus" in
-/// XDG_RUNTIME_DIR, and none is started. Without one, with one that breaks off
-/// or does not answer, the program works and says nothing.
+/// is already there, on a local socket, is asked (LocalBus), and none is started.
+/// Without one, with one that breaks off or does not answer, the program works
+/// and says nothing.
 class BroadcastChannel : public QObject {
     Q_OBJECT
 
@@ -38,9 +38,7 @@ signals:
 public:
     /// Connects in the background: the constructor waits for nobody.
     explicit BroadcastChannel(QObject *parent = nullptr);
-    /// Waits until an attempt to connect is over. That is immediately unless
-    /// a bus accepts connections and then keeps silent; the toolkit, which waits
-    /// for the attempt in any case when a program ends, gives up after 25 s.
+    /// Gives up an attempt to connect that is under way.
     ~BroadcastChannel() override;
 
     /// The system's number for the calling thread, as senders put it into a

@@ -1,48 +1,36 @@
 #include "app/broadcast/BroadcastChannel.h"
 
+#include "app/broadcast/LocalBus.h"
+
 #include <QDBusConnection>
-#include <QFileInfo>
 #include <QThread>
 #include <QUuid>
 
 #include <sys/syscall.h>
 #include <unistd.h>
 
-namespace {
-
-// The address of a bus that runs already, or nothing. The toolkit's own way to
-// find the session bus may start one, which takes long and lets it run on when
-// the program has ended.
-QString runningBus()
-{
-    const QString given = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
-    if (!given.isEmpty())
-        return given.startsWith(QLatin1String("autolaunch:")) ? QString() : given;
-    const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    const QString socket = folder + QLatin1String("/bus");
-    if (folder.isEmpty() || !QFileInfo::exists(socket))
-        return {};
-    return QLatin1String("unix:path=") + socket;
-}
-
-} // namespace
+#include <atomic>
 
 class BroadcastChannel::Bus {
 public:
     // A connection is known by its name in the whole process.
     const QString name =
         QLatin1String("sarvik broadcast ") + QUuid::createUuid().toString(QUuid::WithoutBraces);
+    std::atomic<bool> givenUp{false};
+    // Uses the two above.
     std::unique_ptr<QThread> connecting;
 };
 
 BroadcastChannel::BroadcastChannel(QObject *parent)
     : QObject(parent), m_bus(std::make_unique<Bus>())
 {
-    const QString address = runningBus();
+    const QString address = LocalBus::address();
     if (address.isEmpty())
         return;
-    m_bus->connecting.reset(QThread::create(
-        [address, name = m_bus->name] { QDBusConnection::connectToBus(address, name); }));
+    m_bus->connecting.reset(QThread::create([address, bus = m_bus.get()] {
+        if (LocalBus::answers(address, bus->givenUp))
+            QDBusConnection::connectToBus(address, bus->name);
+    }));
     // Queued: listen() belongs to the thread of this object.
     connect(m_bus->connecting.get(), &QThread::finished, this, &BroadcastChannel::listen,
             Qt::QueuedConnection);
@@ -53,6 +41,7 @@ BroadcastChannel::~BroadcastChannel()
 {
     if (!m_bus->connecting)
         return;
+    m_bus->givenUp = true;
     m_bus->connecting->wait();
     QDBusConnection::disconnectFromBus(m_bus->name);
 }

@@ -2,7 +2,7 @@
 
 #include <QtGlobal>
 
-SessionBus::SessionBus()
+SessionBus::SessionBus(Socket socket) : m_socket(socket)
 {
     m_daemon.start(QStringLiteral("dbus-daemon"),
                    {QStringLiteral("--session"), QStringLiteral("--nofork"),
@@ -20,7 +20,8 @@ SessionBus::~SessionBus()
 
 QString SessionBus::address() const
 {
-    return QLatin1String("unix:path=") + m_folder.filePath(QStringLiteral("bus"));
+    const QLatin1String way(m_socket == Socket::Abstract ? "unix:abstract=" : "unix:path=");
+    return way + m_folder.filePath(QStringLiteral("bus"));
 }
 
 QString SessionBus::folder() const

@@ -10,8 +10,10 @@
 /// mean nothing.
 class SessionBus {
 public:
-    /// Starts the bus; its socket is named "bus" in folder().
-    SessionBus();
+    enum class Socket { File, Abstract };
+
+    /// Starts the bus; a socket that is a file is named "bus" in folder().
+    explicit SessionBus(Socket socket = Socket::File);
     ~SessionBus();
 
     QString address() const;
@@ -25,6 +27,7 @@ public:
     void kill();
 
 private:
+    const Socket m_socket;
     ScratchFolder m_folder;
     QProcess m_daemon;
 };

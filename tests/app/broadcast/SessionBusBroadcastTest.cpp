@@ -77,6 +77,9 @@ private slots:
     void init();
     void cleanup();
 
+    // First, because the bus library remembers the address it once found.
+    void noBusIsStarted_data();
+    void noBusIsStarted();
     void aSignalOnTheBusIsHeard();
     void theBusInTheRuntimeFolderIsFound();
     void aSignalOfTheOwnThreadIsIgnored();
@@ -88,8 +91,6 @@ private slots:
     void aBusThatBreaksOffIsNotMissed();
     void withoutABusNothingHappens_data();
     void withoutABusNothingHappens();
-    void noBusIsStarted_data();
-    void noBusIsStarted();
     void aSilentBusDoesNotHoldUpTheStart();
 };
 
@@ -288,12 +289,13 @@ void SessionBusBroadcastTest::aSilentBusDoesNotHoldUpTheStart()
     QVERIFY(server.listen(folder.filePath(QStringLiteral("bus"))));
     qputenv("XDG_RUNTIME_DIR", QFile::encodeName(folder.path().chopped(1)));
     auto filter = std::make_unique<NativeEventFilter>();
-    // If the filter had waited for an answer, it would have given up by now.
+    // If the filter had waited for an answer, it would have given up by now and
+    // closed its end.
     QVERIFY(server.waitForNewConnection(10000));
     const std::unique_ptr<QLocalSocket> client(server.nextPendingConnection());
     QTest::qWait(100);
     QCOMPARE(client->state(), QLocalSocket::ConnectedState);
-    client->close();
+    // Nor its end: a filter that waits for the answer would never come back.
     filter.reset();
 }
 
