@@ -48,6 +48,12 @@ bool FormKeys::eventFilter(QObject *watched, QEvent *event)
             if (isInputField(widget))
                 m_lastField = widget;
             break;
+        case QEvent::FocusOut:
+            // A conversion ends with the focus, not always with an event of its own.
+            if (m_composing == widget
+                && static_cast<const QFocusEvent &>(*event).reason() != Qt::PopupFocusReason)
+                m_composing = nullptr;
+            break;
         default:
             break;
         }
@@ -101,7 +107,7 @@ bool FormKeys::handleEscape(const QWidget *widget)
 void FormKeys::moveFocus(QWidget *from)
 {
     QWidget *target = isInputField(from) ? m_widgets.resultView : m_lastField.data();
-    if (target && !target->isVisible())
+    if (target && !(target->isVisible() && target->isEnabled()))
         target = m_widgets.keyword1;
     if (target)
         target->setFocus(Qt::ShortcutFocusReason);

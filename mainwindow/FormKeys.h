@@ -20,7 +20,9 @@ QT_END_NAMESPACE
 /// | Ctrl+K | input field | focus to the result view |
 /// | Ctrl+K | result view | focus to the input field that had it last |
 ///
-/// A Return that commits an input method's conversion is not one of these.
+/// Where the last input field is hidden or disabled, or none had the focus yet,
+/// keyword 1 gets it. Every other key goes on to its widget. While an input
+/// method converts a text, Return and Escape are the input method's.
 class FormKeys : public QObject {
     Q_OBJECT
 

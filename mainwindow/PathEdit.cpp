@@ -70,8 +70,10 @@ void PathEdit::insertFromMimeData(const QMimeData *source)
 
 void PathEdit::keyPressEvent(QKeyEvent *event)
 {
-    // A line separator would look like a new line and not be one.
-    if (event->matches(QKeySequence::InsertLineSeparator)) {
+    // With Shift the base class inserts a line separator, which looks like a new
+    // line and is not one; with Ctrl it does nothing.
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isReturn && (event->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier))) {
         insertPlainText(QStringLiteral("\n"));
         event->accept();
         return;

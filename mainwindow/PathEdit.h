@@ -3,7 +3,8 @@
 #include <QPlainTextEdit>
 
 /// The editor of the search paths, one on each line. A folder that is dropped or
-/// pasted as a file becomes a line of its own; of a file it is the folder.
+/// pasted as a file becomes a line of its own; of a file it is the folder. Return
+/// makes a new line with Shift and Ctrl too; Tab leaves the editor.
 class PathEdit : public QPlainTextEdit {
     Q_OBJECT
 

@@ -1,0 +1,260 @@
+#include "mainwindow/PathEdit.h"
+
+#include "tests/support/ScratchFolder.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDropEvent>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QUrl>
+#include <QtTest>
+
+#include <memory>
+
+class PathEditTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void theLinesReplaceTheText();
+    void afterSettingLinesTheCursorIsAtTheStart();
+    void aLineIsAddedAtTheEnd_data();
+    void aLineIsAddedAtTheEnd();
+    void afterAddingTheCursorIsBeforeTheLastCharacter();
+    void aLineIsAddedBehindAllWhereverTheCursorIs();
+    void linesAreNotWrapped();
+
+    void aPastedFolderIsALineOfItsOwn();
+    void ofAPastedFileItIsTheFolder();
+    void filesOfOneFolderAreOneLine();
+    void aFolderThatIsThereIsNotAddedAgain();
+    void pastedTextIsInsertedAtTheCursor();
+    void anAddressElsewhereIsPastedAsText();
+    void aDroppedFolderIsALineOfItsOwn();
+    void aNameWithBlanksAndJapaneseIsWhole();
+
+    void shiftOrCtrlAndReturnMakeANewLine_data();
+    void shiftOrCtrlAndReturnMakeANewLine();
+    void tabLeavesTheEditor();
+};
+
+namespace {
+
+/// Hands data over as a paste does.
+void paste(PathEdit &edit, QMimeData *data)
+{
+    QApplication::clipboard()->setMimeData(data);
+    edit.paste();
+}
+
+QMimeData *files(const QStringList &paths)
+{
+    auto *data = new QMimeData;
+    QList<QUrl> urls;
+    for (const QString &path : paths)
+        urls += QUrl::fromLocalFile(path);
+    data->setUrls(urls);
+    return data;
+}
+
+} // namespace
+
+void PathEditTest::theLinesReplaceTheText()
+{
+    PathEdit edit;
+    edit.setPlainText(QStringLiteral("old"));
+    edit.setLines({QStringLiteral("/a/"), QStringLiteral("/b/")});
+    QCOMPARE(edit.toPlainText(), QStringLiteral("/a/\n/b/"));
+    edit.setLines({});
+    QCOMPARE(edit.toPlainText(), QString());
+}
+
+void PathEditTest::afterSettingLinesTheCursorIsAtTheStart()
+{
+    PathEdit edit;
+    edit.setLines({QStringLiteral("/a/"), QStringLiteral("/b/")});
+    QCOMPARE(edit.textCursor().position(), 0);
+    QVERIFY(!edit.textCursor().hasSelection());
+}
+
+void PathEditTest::aLineIsAddedAtTheEnd_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QString>("after");
+    QTest::newRow("into an empty editor") << QString() << QStringLiteral("/n/");
+    QTest::newRow("behind a line") << QStringLiteral("/a/") << QStringLiteral("/a/\n/n/");
+    QTest::newRow("onto an empty last line")
+        << QStringLiteral("/a/\n") << QStringLiteral("/a/\n/n/");
+}
+
+void PathEditTest::aLineIsAddedAtTheEnd()
+{
+    QFETCH(QString, before);
+    QFETCH(QString, after);
+    PathEdit edit;
+    edit.setPlainText(before);
+    edit.addLine(QStringLiteral("/n/"));
+    QCOMPARE(edit.toPlainText(), after);
+}
+
+void PathEditTest::afterAddingTheCursorIsBeforeTheLastCharacter()
+{
+    PathEdit edit;
+    edit.setPlainText(QStringLiteral("/a/"));
+    edit.addLine(QStringLiteral("/name/"));
+    QCOMPARE(edit.textCursor().position(), edit.toPlainText().size() - 1);
+    QVERIFY(!edit.textCursor().hasSelection());
+}
+
+void PathEditTest::aLineIsAddedBehindAllWhereverTheCursorIs()
+{
+    PathEdit edit;
+    edit.setLines({QStringLiteral("/a/"), QStringLiteral("/b/")});
+    edit.selectAll();
+    edit.addLine(QStringLiteral("/n/"));
+    QCOMPARE(edit.toPlainText(), QStringLiteral("/a/\n/b/\n/n/"));
+}
+
+void PathEditTest::linesAreNotWrapped()
+{
+    QCOMPARE(PathEdit().lineWrapMode(), QPlainTextEdit::NoWrap);
+}
+
+void PathEditTest::aPastedFolderIsALineOfItsOwn()
+{
+    const ScratchFolder scratch;
+    const QString folder = scratch.makeFolder(QStringLiteral("inner"));
+    PathEdit edit;
+    edit.setLines({QStringLiteral("/a/")});
+    paste(edit, files({folder}));
+    QCOMPARE(edit.toPlainText(), QStringLiteral("/a/\n") + folder);
+    // However it is written.
+    edit.clear();
+    paste(edit, files({folder.chopped(1)}));
+    QCOMPARE(edit.toPlainText(), folder);
+}
+
+void PathEditTest::ofAPastedFileItIsTheFolder()
+{
+    const ScratchFolder scratch;
+    PathEdit edit;
+    paste(edit, files({scratch.write(QStringLiteral("inner/a.txt"), "a")}));
+    QCOMPARE(edit.toPlainText(), scratch.path() + QStringLiteral("inner/"));
+}
+
+void PathEditTest::filesOfOneFolderAreOneLine()
+{
+    const ScratchFolder scratch;
+    const QStringList paths{scratch.write(QStringLiteral("b/a.txt"), "a"),
+                            scratch.write(QStringLiteral("b/b.txt"), "b"),
+                            scratch.write(QStringLiteral("a/a.txt"), "a")};
+    PathEdit edit;
+    paste(edit, files(paths));
+    QCOMPARE(edit.toPlainText(),
+             scratch.path() + QStringLiteral("b/\n") + scratch.path() + QStringLiteral("a/"));
+}
+
+void PathEditTest::aFolderThatIsThereIsNotAddedAgain()
+{
+    const ScratchFolder scratch;
+    PathEdit edit;
+    // Also when it was typed without its slash.
+    edit.setPlainText(scratch.path().chopped(1));
+    paste(edit, files({scratch.path()}));
+    QCOMPARE(edit.toPlainText(), scratch.path().chopped(1));
+}
+
+void PathEditTest::pastedTextIsInsertedAtTheCursor()
+{
+    PathEdit edit;
+    edit.setLines({QStringLiteral("/b/")});
+    auto *data = new QMimeData;
+    data->setText(QStringLiteral("/a"));
+    paste(edit, data);
+    QCOMPARE(edit.toPlainText(), QStringLiteral("/a/b/"));
+}
+
+void PathEditTest::anAddressElsewhereIsPastedAsText()
+{
+    PathEdit edit;
+    auto *data = new QMimeData;
+    data->setUrls({QUrl(QStringLiteral("https://example.org/a"))});
+    data->setText(QStringLiteral("https://example.org/a"));
+    paste(edit, data);
+    QCOMPARE(edit.toPlainText(), QStringLiteral("https://example.org/a"));
+}
+
+void PathEditTest::aDroppedFolderIsALineOfItsOwn()
+{
+    const ScratchFolder scratch;
+    PathEdit edit;
+    edit.setLines({QStringLiteral("/a/")});
+    edit.resize(300, 100);
+    edit.show();
+    const std::unique_ptr<QMimeData> data(files({scratch.path()}));
+    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(edit.viewport(), &enter);
+    QVERIFY(enter.isAccepted());
+    QDragMoveEvent move(QPoint(5, 5), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(edit.viewport(), &move);
+    QVERIFY(move.isAccepted());
+    QDropEvent drop(QPointF(5, 5), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(edit.viewport(), &drop);
+    QVERIFY(drop.isAccepted());
+    QCOMPARE(edit.toPlainText(), QStringLiteral("/a/\n") + scratch.path());
+}
+
+void PathEditTest::aNameWithBlanksAndJapaneseIsWhole()
+{
+    const ScratchFolder scratch;
+    const QString folder = scratch.makeFolder(QStringLiteral("検索 % の#先"));
+    PathEdit edit;
+    paste(edit, files({folder}));
+    QCOMPARE(edit.toPlainText(), folder);
+}
+
+void PathEditTest::shiftOrCtrlAndReturnMakeANewLine_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+    const auto row = [](const char *name, Qt::Key key, Qt::KeyboardModifiers modifiers) {
+        QTest::newRow(name) << key << modifiers;
+    };
+    row("Return", Qt::Key_Return, Qt::NoModifier);
+    row("Shift and Return", Qt::Key_Return, Qt::ShiftModifier);
+    row("Ctrl and Return", Qt::Key_Return, Qt::ControlModifier);
+    row("Shift and Enter", Qt::Key_Enter, Qt::ShiftModifier | Qt::KeypadModifier);
+    row("Ctrl and Enter", Qt::Key_Enter, Qt::ControlModifier | Qt::KeypadModifier);
+}
+
+void PathEditTest::shiftOrCtrlAndReturnMakeANewLine()
+{
+    QFETCH(Qt::Key, key);
+    QFETCH(Qt::KeyboardModifiers, modifiers);
+    PathEdit edit;
+    edit.setPlainText(QStringLiteral("/a/"));
+    edit.moveCursor(QTextCursor::End);
+    QTest::keyClick(&edit, key, modifiers);
+    QTest::keyClicks(&edit, QStringLiteral("b"));
+    QCOMPARE(edit.blockCount(), 2);
+    QCOMPARE(edit.toPlainText(), QStringLiteral("/a/\nb"));
+}
+
+void PathEditTest::tabLeavesTheEditor()
+{
+    QWidget window;
+    PathEdit edit(&window);
+    QLineEdit next(&window);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    edit.setFocus();
+    QTest::keyClick(&edit, Qt::Key_Tab);
+    QCOMPARE(edit.toPlainText(), QString());
+    QVERIFY(next.hasFocus());
+    QTest::keyClick(&next, Qt::Key_Backtab);
+    QVERIFY(edit.hasFocus());
+}
+
+QTEST_MAIN(PathEditTest)
+
+#include "PathEditTest.moc"

@@ -1,0 +1,270 @@
+#include "mainwindow/TextFind.h"
+
+#include <QPlainTextEdit>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QtTest>
+
+using TextFind::Direction;
+using TextFind::Options;
+using TextFind::Result;
+
+Q_DECLARE_METATYPE(TextFind::Options)
+
+class TextFindTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void theSwitchesDecideWhatMatches_data();
+    void theSwitchesDecideWhatMatches();
+    void ignoringCaseIsTheDefault();
+    void forwardEachPlaceIsFoundOnce();
+    void backwardEachPlaceIsFoundOnce();
+    void directionsMeetOnTheSamePlaces();
+    void aFindStartsBehindTheSelection();
+    void aFindBackStartsBeforeTheSelection();
+    void theOnlyPlaceIsFoundAgainAroundTheEnd();
+    void aPlaceBeforeTheCursorIsFoundAroundTheEnd();
+    void aPlaceBehindTheCursorIsFoundBackAroundTheStart();
+    void withoutAPlaceTheCursorStays_data();
+    void withoutAPlaceTheCursorStays();
+    void anEmptyMatchIsNone();
+    void aLineStartMatchesOnlyThere();
+    void placesThatAreFoundInTurnDoNotOverlap();
+    void backwardAMatchThatReachesTheSelectionIsNotTaken();
+    void aPatternStaysInOneLine();
+    void thePlaceIsScrolledTo();
+};
+
+namespace {
+
+QString selected(const QPlainTextEdit &view)
+{
+    return view.textCursor().selectedText();
+}
+
+void putCursor(QPlainTextEdit &view, int anchor, int position)
+{
+    QTextCursor cursor = view.textCursor();
+    cursor.setPosition(anchor);
+    cursor.setPosition(position, QTextCursor::KeepAnchor);
+    view.setTextCursor(cursor);
+}
+
+Result find(QPlainTextEdit &view, const char *text, Direction direction = Direction::Forward,
+            const Options &options = Options())
+{
+    return TextFind::find(view, QString::fromUtf8(text), options, direction);
+}
+
+Options regexp()
+{
+    return {false, false, true};
+}
+
+} // namespace
+
+void TextFindTest::theSwitchesDecideWhatMatches_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<Options>("options");
+    QTest::addColumn<QString>("inText");
+    QTest::addColumn<bool>("matches");
+    const auto row = [](const char *name, const char *text, const Options &options,
+                        const char *inText, bool matches) {
+        QTest::newRow(name) << QString::fromUtf8(text) << options << QString::fromUtf8(inText)
+                            << matches;
+    };
+    row("case ignored", "abc", {true, false, false}, "xABCx", true);
+    row("case told", "abc", {false, false, false}, "xABCx", false);
+    row("case told, the same", "abc", {false, false, false}, "xabcx", true);
+    row("word alone", "abc", {false, true, false}, "x abc.", true);
+    row("no word", "abc", {false, true, false}, "abcd", false);
+    row("pattern", "a.c", {false, false, true}, "axc", true);
+    row("no pattern", "a.c", {false, false, false}, "axc", false);
+    row("pattern's signs as text", "a.c[", {false, false, false}, "xa.c[", true);
+    row("alternatives of words", "ab|cd", {false, true, true}, "x cd x", true);
+    row("alternatives bound by words", "ab|cd", {false, true, true}, "xcd abx", false);
+    row("Japanese", "検索", {true, false, false}, "を検索する", true);
+}
+
+void TextFindTest::theSwitchesDecideWhatMatches()
+{
+    QFETCH(QString, text);
+    QFETCH(Options, options);
+    QFETCH(QString, inText);
+    QFETCH(bool, matches);
+    QCOMPARE(TextFind::pattern(text, options).indexIn(inText) >= 0, matches);
+}
+
+void TextFindTest::ignoringCaseIsTheDefault()
+{
+    QCOMPARE(TextFind::pattern(QStringLiteral("a"), Options()).caseSensitivity(),
+             Qt::CaseInsensitive);
+}
+
+void TextFindTest::forwardEachPlaceIsFoundOnce()
+{
+    QPlainTextEdit view(QStringLiteral("ab ab\n\nab"));
+    for (const int expected : {0, 3, 7}) {
+        QCOMPARE(find(view, "ab"), Result::Found);
+        QCOMPARE(view.textCursor().selectionStart(), expected);
+        QCOMPARE(selected(view), QStringLiteral("ab"));
+    }
+    QCOMPARE(find(view, "ab"), Result::FoundAfterWrap);
+    QCOMPARE(view.textCursor().selectionStart(), 0);
+}
+
+void TextFindTest::backwardEachPlaceIsFoundOnce()
+{
+    QPlainTextEdit view(QStringLiteral("ab ab\n\nab"));
+    view.moveCursor(QTextCursor::End);
+    for (const int expected : {7, 3, 0}) {
+        QCOMPARE(find(view, "ab", Direction::Backward), Result::Found);
+        QCOMPARE(view.textCursor().selectionStart(), expected);
+        QCOMPARE(selected(view), QStringLiteral("ab"));
+    }
+    QCOMPARE(find(view, "ab", Direction::Backward), Result::FoundAfterWrap);
+    QCOMPARE(view.textCursor().selectionStart(), 7);
+}
+
+void TextFindTest::directionsMeetOnTheSamePlaces()
+{
+    QPlainTextEdit view(QStringLiteral("ab ab"));
+    QCOMPARE(find(view, "ab"), Result::Found);
+    QCOMPARE(find(view, "ab"), Result::Found);
+    QCOMPARE(find(view, "ab", Direction::Backward), Result::Found);
+    QCOMPARE(view.textCursor().selectionStart(), 0);
+}
+
+void TextFindTest::aFindStartsBehindTheSelection()
+{
+    QPlainTextEdit view(QStringLiteral("ab ab ab"));
+    // Whichever end of the selection the cursor is at.
+    putCursor(view, 5, 1);
+    QCOMPARE(find(view, "ab"), Result::Found);
+    QCOMPARE(view.textCursor().selectionStart(), 6);
+}
+
+void TextFindTest::aFindBackStartsBeforeTheSelection()
+{
+    QPlainTextEdit view(QStringLiteral("ab ab ab"));
+    putCursor(view, 2, 7);
+    QCOMPARE(find(view, "ab", Direction::Backward), Result::Found);
+    QCOMPARE(view.textCursor().selectionStart(), 0);
+}
+
+void TextFindTest::theOnlyPlaceIsFoundAgainAroundTheEnd()
+{
+    QPlainTextEdit view(QStringLiteral("x ab x"));
+    QCOMPARE(find(view, "ab"), Result::Found);
+    for (const Direction direction : {Direction::Forward, Direction::Backward}) {
+        QCOMPARE(find(view, "ab", direction), Result::FoundAfterWrap);
+        QCOMPARE(view.textCursor().selectionStart(), 2);
+    }
+}
+
+void TextFindTest::aPlaceBeforeTheCursorIsFoundAroundTheEnd()
+{
+    QPlainTextEdit view(QStringLiteral("ab\nx\nx"));
+    view.moveCursor(QTextCursor::End);
+    QCOMPARE(find(view, "ab"), Result::FoundAfterWrap);
+    QCOMPARE(view.textCursor().selectionStart(), 0);
+}
+
+void TextFindTest::aPlaceBehindTheCursorIsFoundBackAroundTheStart()
+{
+    QPlainTextEdit view(QStringLiteral("x\nx\nab"));
+    QCOMPARE(find(view, "ab", Direction::Backward), Result::FoundAfterWrap);
+    QCOMPARE(view.textCursor().selectionStart(), 4);
+}
+
+void TextFindTest::withoutAPlaceTheCursorStays_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("not there") << QStringLiteral("zz");
+    QTest::newRow("empty") << QString();
+    QTest::newRow("no valid pattern") << QStringLiteral("a(");
+}
+
+void TextFindTest::withoutAPlaceTheCursorStays()
+{
+    QFETCH(QString, text);
+    QPlainTextEdit view(QStringLiteral("a( ab\na( ab"));
+    putCursor(view, 2, 4);
+    const QSignalSpy moves(&view, &QPlainTextEdit::cursorPositionChanged);
+    for (const Direction direction : {Direction::Forward, Direction::Backward})
+        QCOMPARE(TextFind::find(view, text, regexp(), direction), Result::NotFound);
+    QCOMPARE(view.textCursor().anchor(), 2);
+    QCOMPARE(view.textCursor().position(), 4);
+    QCOMPARE(moves.count(), 0);
+}
+
+void TextFindTest::anEmptyMatchIsNone()
+{
+    QPlainTextEdit view(QStringLiteral("bb\nab\nbb"));
+    QCOMPARE(find(view, "a*", Direction::Forward, regexp()), Result::Found);
+    QCOMPARE(view.textCursor().selectionStart(), 3);
+    QCOMPARE(selected(view), QStringLiteral("a"));
+    view.moveCursor(QTextCursor::End);
+    QCOMPARE(find(view, "a*", Direction::Backward, regexp()), Result::Found);
+    QCOMPARE(view.textCursor().selectionStart(), 3);
+    QCOMPARE(find(view, "$", Direction::Forward, regexp()), Result::NotFound);
+    QCOMPARE(find(view, "$", Direction::Backward, regexp()), Result::NotFound);
+}
+
+void TextFindTest::aLineStartMatchesOnlyThere()
+{
+    QPlainTextEdit view(QStringLiteral("aa\naa"));
+    for (const int expected : {0, 3}) {
+        QCOMPARE(find(view, "^a", Direction::Forward, regexp()), Result::Found);
+        QCOMPARE(view.textCursor().selectionStart(), expected);
+    }
+    QCOMPARE(find(view, "^a", Direction::Forward, regexp()), Result::FoundAfterWrap);
+}
+
+void TextFindTest::placesThatAreFoundInTurnDoNotOverlap()
+{
+    QPlainTextEdit view(QStringLiteral("aaaa"));
+    for (const int expected : {0, 2}) {
+        QCOMPARE(find(view, "aa"), Result::Found);
+        QCOMPARE(view.textCursor().selectionStart(), expected);
+    }
+    view.moveCursor(QTextCursor::End);
+    for (const int expected : {2, 0}) {
+        QCOMPARE(find(view, "aa", Direction::Backward), Result::Found);
+        QCOMPARE(view.textCursor().selectionStart(), expected);
+    }
+}
+
+void TextFindTest::backwardAMatchThatReachesTheSelectionIsNotTaken()
+{
+    QPlainTextEdit view(QStringLiteral("abc abc"));
+    putCursor(view, 6, 6);
+    QCOMPARE(find(view, "abc", Direction::Backward), Result::Found);
+    QCOMPARE(view.textCursor().selectionStart(), 0);
+}
+
+void TextFindTest::aPatternStaysInOneLine()
+{
+    QPlainTextEdit view(QStringLiteral("ab\ncd"));
+    QCOMPARE(find(view, "b\\s*c", Direction::Forward, regexp()), Result::NotFound);
+    QCOMPARE(find(view, "b.*", Direction::Forward, regexp()), Result::Found);
+    QCOMPARE(selected(view), QStringLiteral("b"));
+}
+
+void TextFindTest::thePlaceIsScrolledTo()
+{
+    QPlainTextEdit view;
+    view.resize(300, 200);
+    view.show();
+    view.setPlainText(QStringLiteral("x\n").repeated(300) + QStringLiteral("ab"));
+    QCOMPARE(view.verticalScrollBar()->value(), 0);
+    QCOMPARE(find(view, "ab"), Result::Found);
+    QVERIFY(view.verticalScrollBar()->value() > 0);
+    QVERIFY(view.viewport()->rect().contains(view.cursorRect()));
+}
+
+QTEST_MAIN(TextFindTest)
+
+#include "TextFindTest.moc"
