@@ -1,37 +1,25 @@
 #include "mainwindow/HistoryControl.h"
 
+#include "mainwindow/PiecewiseText.h"
 #include "mainwindow/SearchForm.h"
 #include "mainwindow/history/ResultLogFile.h"
 #include "settings/AppSettings.h"
 #include "view/GrepEditor.h"
 
 #include <QAction>
-#include <QCoreApplication>
 #include <QMenu>
 #include <QSignalBlocker>
 #include <QTextDocument>
 #include <QToolButton>
 
-#include <algorithm>
 #include <utility>
 
 namespace {
-
-/// UTF-16 code units that are listed at once, which takes some tens of
-/// milliseconds.
-constexpr int kTextPiece = 256 * 1024;
 
 template <typename Value> void assign(const std::optional<Value> &value, Value &target)
 {
     if (value)
         target = *value;
-}
-
-/// Where the piece that begins at start ends: before a line feed, or at the end.
-int endOfPiece(const QString &text, int start)
-{
-    const int end = text.indexOf(QLatin1Char('\n'), std::min(start + kTextPiece, text.size()));
-    return end < 0 ? text.size() : end;
 }
 
 /// The text letter by letter; the plain text has blanks for no-break spaces.
@@ -138,23 +126,11 @@ void HistoryControl::apply(const LogRestore &log)
     showText(log.text);
 }
 
-/// All at once it would block the window for seconds.
 void HistoryControl::showText(const QString &text)
 {
     const int showing = ++m_showing;
-    GrepEditor &view = *m_views.resultView;
-    const QSignalBlocker blocker(&view);
-    int end = endOfPiece(text, 0);
-    view.setPlainText(text.left(end));
-    while (end < text.size()) {
-        QCoreApplication::processEvents();
-        if (showing != m_showing)
-            return;
-        const int start = end + 1;
-        end = endOfPiece(text, start);
-        view.appendLines(text.mid(start, end - start).split(QLatin1Char('\n')));
-    }
-    view.document()->setModified(false);
+    const QSignalBlocker blocker(m_views.resultView);
+    PiecewiseText::show(*m_views.resultView, text, [&] { return showing != m_showing; });
 }
 
 void HistoryControl::rebuildMenu()

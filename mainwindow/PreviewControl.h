@@ -1,0 +1,70 @@
+#pragma once
+
+#include "mainwindow/preview/PreviewFile.h"
+
+#include <QObject>
+#include <QPointer>
+
+class GrepEditor;
+class SearchForm;
+
+QT_BEGIN_NAMESPACE
+class QLabel;
+class QStatusBar;
+QT_END_NAMESPACE
+
+/// Shows in the preview the file of the hit that the result view's cursor is on,
+/// and saves what is edited there.
+class PreviewControl : public QObject {
+    Q_OBJECT
+
+public:
+    /// Not owned; must outlive this object.
+    struct Views {
+        GrepEditor *resultView = nullptr;
+        GrepEditor *preview = nullptr;
+        const SearchForm *form = nullptr;
+        QStatusBar *statusBar = nullptr;
+    };
+
+    /// rescueDirectory: where a text goes that cannot be saved under its name; ends
+    /// in "/".
+    PreviewControl(const Views &views, const QString &rescueDirectory, QObject *parent);
+
+    /// The result view shows hits, or lines counted, which are nothing to preview.
+    void setResultShown(bool shown) { m_resultShown = shown; }
+    /// A run begins: nobody has selected a hit of it yet.
+    void forgetSelection() { m_lastResultBlock = -1; }
+    /// The user has selected a hit since then.
+    bool hasSelection() const { return m_lastResultBlock >= 0; }
+
+    /// Follows the result view's cursor, unless the view is not the one that the
+    /// user is in.
+    void follow();
+
+    /// Asks whether a modified text is to be saved, and saves it. False when it
+    /// was to be saved and was not, or when the question was cancelled.
+    bool saveIfModified();
+    /// Saves the text. False when it was not saved.
+    bool save();
+
+private:
+    void showFile(const QString &path);
+    void leaveFile();
+    void rescue();
+    bool mayBeSaved(const QString &text);
+    void moveCursorToLine(int line);
+    void markKeywords();
+    void showFormLabel();
+    QString text() const;
+    QWidget *window() const;
+
+    const Views m_views;
+    const QString m_rescueDirectory;
+    PreviewFile m_file; // its path is empty before the first preview
+    int m_lastResultBlock = -1;
+    bool m_resultShown = false;
+    /// Grows with each file that is shown.
+    int m_showing = 0;
+    QLabel *m_formLabel = nullptr; // of the status bar
+};
