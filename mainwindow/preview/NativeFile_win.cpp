@@ -1,0 +1,110 @@
+#include "mainwindow/preview/NativeFile.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <qt_windows.h>
+#include <string>
+
+namespace {
+
+// Names of MAX_PATH and more characters need the long form, which takes
+// absolute paths only.
+std::wstring wide(const QString &path)
+{
+    QString name = QDir::toNativeSeparators(path);
+    if (name.size() >= MAX_PATH && !name.startsWith(QLatin1String("\\\\")))
+        name = QLatin1String("\\\\?\\")
+            + QDir::toNativeSeparators(QDir::cleanPath(QDir().absoluteFilePath(path)));
+    return name.toStdWString();
+}
+
+bool writeAll(HANDLE handle, const QByteArray &content)
+{
+    constexpr int kPiece = 1 << 24;
+    for (int at = 0; at < content.size();) {
+        DWORD count = 0;
+        const DWORD wanted = DWORD(std::min(kPiece, content.size() - at));
+        if (WriteFile(handle, content.constData() + at, wanted, &count, nullptr) == 0 || count == 0)
+            return false;
+        at += int(count);
+    }
+    return true;
+}
+
+} // namespace
+
+NativeFile::Stamp NativeFile::stampOf(const QString &path)
+{
+    Stamp stamp;
+    WIN32_FILE_ATTRIBUTE_DATA data = {};
+    if (GetFileAttributesExW(wide(path).c_str(), GetFileExInfoStandard, &data) == 0)
+        return stamp;
+    stamp.exists = true;
+    stamp.regular =
+        (data.dwFileAttributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)) == 0;
+    stamp.size = (qint64(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
+    stamp.changed =
+        (qint64(data.ftLastWriteTime.dwHighDateTime) << 32) | data.ftLastWriteTime.dwLowDateTime;
+    return stamp;
+}
+
+quint32 NativeFile::attributesOf(const QString &path)
+{
+    return GetFileAttributesW(wide(path).c_str());
+}
+
+bool NativeFile::setAttributes(const QString &path, quint32 attributes)
+{
+    return attributes == kNoAttributes || SetFileAttributesW(wide(path).c_str(), attributes) != 0;
+}
+
+void NativeFile::clearAttributes(const QString &path)
+{
+    SetFileAttributesW(wide(path).c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+// The owner of a new file is who makes it.
+NativeFile::Written NativeFile::writeNew(const QString &path, const QByteArray &content,
+                                         const QString &)
+{
+    const std::wstring name = wide(path);
+    const HANDLE handle = CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle == INVALID_HANDLE_VALUE)
+        return Written::NotCreated;
+    const bool synced = writeAll(handle, content) && FlushFileBuffers(handle) != 0;
+    const bool closed = CloseHandle(handle) != 0;
+    if (synced && closed)
+        return Written::Yes;
+    DeleteFileW(name.c_str());
+    return Written::Failed;
+}
+
+bool NativeFile::remove(const QString &path)
+{
+    return DeleteFileW(wide(path).c_str()) != 0;
+}
+
+bool NativeFile::link(const QString &path, const QString &name)
+{
+    // Two names share the attributes, and a file that may only be read cannot
+    // be replaced.
+    const DWORD attributes = GetFileAttributesW(wide(path).c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_READONLY) != 0)
+        return false;
+    return CreateHardLinkW(wide(name).c_str(), wide(path).c_str(), nullptr) != 0;
+}
+
+bool NativeFile::rename(const QString &path, const QString &name)
+{
+    return MoveFileExW(wide(path).c_str(), wide(name).c_str(),
+                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)
+        != 0;
+}
+
+QString NativeFile::targetOf(const QString &path)
+{
+    return QFileInfo(path).isSymLink() ? QFileInfo(path).canonicalFilePath() : path;
+}

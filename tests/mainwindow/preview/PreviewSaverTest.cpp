@@ -1,0 +1,439 @@
+#include "mainwindow/preview/PreviewSaver.h"
+
+#include "engine/CodeSet.h"
+#include "settings/SaveSteps.h"
+#include "tests/support/FileTime.h"
+#include "tests/support/ScratchFolder.h"
+#include "tests/support/TreeBuilder.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTest>
+
+using Result = PreviewSaver::Outcome::Result;
+
+class PreviewSaverTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void cleanup();
+    void anEmptyNameDoesNothing();
+    void theOldFileBecomesTheBackup();
+    void anEarlierBackupIsReplaced();
+    void anEmptyFileGetsNoBackup();
+    void aVanishedFileIsWrittenAgain();
+    void theFileKeepsItsForm();
+    void theAttributesArePutOnTheNewFile_data();
+    void theAttributesArePutOnTheNewFile();
+    void aLinkStaysALink();
+    void whatWasLeftOfAnEarlierSaveIsKept();
+    void aFileThatIsNotShownIsNotWrittenOver();
+    void whatIsNoFileAnyMoreIsLeftAlone_data();
+    void whatIsNoFileAnyMoreIsLeftAlone();
+    void aBackupThatCannotBeMadeStopsTheSave_data();
+    void aBackupThatCannotBeMadeStopsTheSave();
+    void aFailedWriteLeavesTheOldFileAndItsBackup_data();
+    void aFailedWriteLeavesTheOldFileAndItsBackup();
+    void aVanishedFolderIsAnError();
+    void aSecondSaveHasTheFirstAsBackup();
+    void aFailedSaveMayBeTriedAgain();
+    void aChangeByAnotherProgramIsFound();
+    void theQuestionsAreAnsweredBeforehand();
+    void anEndBetweenTwoStepsLeavesAWholeFile();
+    void aFullDeviceLeavesTheOldFile();
+    void aFolderThatMayNotBeWrittenLeavesTheOldFile();
+};
+
+namespace {
+
+const QString kName = QStringLiteral("f.txt");
+const QString kBackup = QStringLiteral("f.txt.bak");
+const QString kNew = QStringLiteral("new\n");
+
+PreviewFile load(const QString &path)
+{
+    return PreviewFile::load(path, DetectionSettings(), [](const QString &, const QString &) {});
+}
+
+QStringList filesIn(const ScratchFolder &folder)
+{
+    return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
+}
+
+void refuse(SaveSteps::Step refused)
+{
+    SaveSteps::setObserver([refused](SaveSteps::Step step) { return step != refused; });
+}
+
+/// The exit code, or -1 when there is none.
+int run(const QStringList &command)
+{
+    QProcess process;
+    process.start(command.first(), command.mid(1));
+    const bool ended = process.waitForFinished(120000);
+    return ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+}
+
+QStringList saveCommand(const QString &path)
+{
+    return {QStringLiteral(PREVIEW_PROCESS), path, QStringLiteral("new")};
+}
+
+} // namespace
+
+void PreviewSaverTest::cleanup()
+{
+    SaveSteps::setObserver(nullptr);
+}
+
+void PreviewSaverTest::anEmptyNameDoesNothing()
+{
+    PreviewFile file;
+    const PreviewSaver::Outcome outcome = PreviewSaver::save(&file, kNew);
+    QCOMPARE(outcome.result, Result::Nothing);
+    QCOMPARE(outcome.message, QString());
+}
+
+void PreviewSaverTest::theOldFileBecomesTheBackup()
+{
+    const ScratchFolder folder;
+    PreviewFile file = load(folder.write(kName, "old text\n"));
+    const PreviewSaver::Outcome outcome = PreviewSaver::save(&file, kNew);
+    QCOMPARE(outcome.result, Result::Saved);
+    QCOMPARE(outcome.message, QStringLiteral("セーブしました"));
+    QCOMPARE(folder.read(kName), QByteArray("new\n"));
+    QCOMPARE(folder.read(kBackup), QByteArray("old text\n"));
+    QCOMPARE(filesIn(folder), QStringList({kName, kBackup}));
+    // The backup is a file of its own.
+    QFile opened(folder.filePath(kName));
+    QVERIFY(opened.open(QIODevice::ReadWrite) && opened.write("NEW") == 3);
+    opened.close();
+    QCOMPARE(folder.read(kBackup), QByteArray("old text\n"));
+}
+
+void PreviewSaverTest::anEarlierBackupIsReplaced()
+{
+    const ScratchFolder folder;
+    QFile::setPermissions(folder.write(kBackup, "older\n"), QFileDevice::ReadOwner);
+    PreviewFile file = load(folder.write(kName, "old text\n"));
+    QCOMPARE(PreviewSaver::save(&file, kNew).result, Result::Saved);
+    QCOMPARE(folder.read(kBackup), QByteArray("old text\n"));
+}
+
+void PreviewSaverTest::anEmptyFileGetsNoBackup()
+{
+    const ScratchFolder folder;
+    folder.write(kBackup, "older\n");
+    PreviewFile file = load(folder.write(kName, ""));
+    file.form = {CodeSet::Utf8, CodeSet::Lf, false};
+    QCOMPARE(PreviewSaver::save(&file, kNew).result, Result::Saved);
+    QCOMPARE(folder.read(kName), QByteArray("new\n"));
+    QCOMPARE(folder.read(kBackup), QByteArray("older\n"));
+}
+
+void PreviewSaverTest::aVanishedFileIsWrittenAgain()
+{
+    const ScratchFolder folder;
+    PreviewFile file = load(folder.write(kName, "old text\n"));
+    folder.remove(kName);
+    QCOMPARE(PreviewSaver::save(&file, kNew).result, Result::Saved);
+    QCOMPARE(folder.read(kName), QByteArray("new\n"));
+    QCOMPARE(filesIn(folder), QStringList{kName});
+}
+
+void PreviewSaverTest::theFileKeepsItsForm()
+{
+    const ScratchFolder folder;
+    PreviewFile file =
+        load(folder.write(kName, QByteArray("\xFF\xFE") + QByteArray("a\0\r\0\n\0b\0", 8)));
+    QCOMPARE(PreviewSaver::save(&file, QStringLiteral("あ\nb")).result, Result::Saved);
+    QCOMPARE(folder.read(kName), QByteArray("\xFF\xFE") + QByteArray("\x42\x30\r\0\n\0b\0", 8));
+    QVERIFY(file.survives);
+    QCOMPARE(file.text, QStringLiteral("あ\nb"));
+}
+
+void PreviewSaverTest::theAttributesArePutOnTheNewFile_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::newRow("for everybody") << 0666;
+    QTest::newRow("for the owner only") << 0600;
+    QTest::newRow("a program") << 0755;
+    QTest::newRow("not to be written") << 0444;
+}
+
+void PreviewSaverTest::theAttributesArePutOnTheNewFile()
+{
+    QFETCH(int, mode);
+    const ScratchFolder folder;
+    TreeBuilder tree(folder.path().toUtf8());
+    tree.file("f.txt", "old text\n");
+    if (!tree.setMode("f.txt", unsigned(mode)))
+        QSKIP("permissions mean nothing here");
+    PreviewFile file = load(folder.filePath(kName));
+    QCOMPARE(PreviewSaver::save(&file, kNew).result, Result::Saved);
+    QCOMPARE(NativeFile::attributesOf(folder.filePath(kName)), quint32(mode));
+    QCOMPARE(folder.read(kName), QByteArray("new\n"));
+}
+
+void PreviewSaverTest::aLinkStaysALink()
+{
+    const ScratchFolder folder;
+    TreeBuilder tree(folder.path().toUtf8());
+    tree.file("real.txt", "old text\n");
+    if (!tree.link("f.txt", "real.txt"))
+        QSKIP("no links here");
+    PreviewFile file = load(folder.filePath(kName));
+    QCOMPARE(PreviewSaver::save(&file, kNew).result, Result::Saved);
+    QVERIFY(QFileInfo(folder.filePath(kName)).isSymLink());
+    QCOMPARE(folder.read(QStringLiteral("real.txt")), QByteArray("new\n"));
+    QCOMPARE(folder.read(QStringLiteral("real.txt.bak")), QByteArray("old text\n"));
+    QVERIFY(!folder.exists(kBackup));
+    QVERIFY(!PreviewSaver::changedOnDisk(file));
+}
+
+void PreviewSaverTest::whatWasLeftOfAnEarlierSaveIsKept()
+{
+    const ScratchFolder folder;
+    const QString left = QStringLiteral("f.txt.saving");
+    folder.write(left, "somebody's text");
+    PreviewFile file = load(folder.write(kName, "old text\n"));
+    QCOMPARE(PreviewSaver::save(&file, kNew).result, Result::Saved);
+    QCOMPARE(folder.read(left), QByteArray("somebody's text"));
+    QCOMPARE(filesIn(folder), QStringList({kName, kBackup, left}));
+}
+
+void PreviewSaverTest::aFileThatIsNotShownIsNotWrittenOver()
+{
+    const ScratchFolder folder;
+    const QByteArray binary("\0\0\0\0binary", 10);
+    PreviewFile file = load(folder.write(kName, binary));
+    QVERIFY(!file.readable);
+    const PreviewSaver::Outcome outcome = PreviewSaver::save(&file, file.text);
+    QCOMPARE(outcome.result, Result::WriteFailed);
+    QCOMPARE(outcome.message, QStringLiteral("セーブ中にエラーが発生しました"));
+    QCOMPARE(folder.read(kName), binary);
+    QCOMPARE(filesIn(folder), QStringList{kName});
+}
+
+void PreviewSaverTest::whatIsNoFileAnyMoreIsLeftAlone_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::newRow("folder") << QStringLiteral("folder");
+    QTest::newRow("FIFO") << QStringLiteral("FIFO");
+}
+
+void PreviewSaverTest::whatIsNoFileAnyMoreIsLeftAlone()
+{
+    QFETCH(QString, kind);
+    const ScratchFolder folder;
+    PreviewFile file = load(folder.write(kName, "old text\n"));
+    folder.remove(kName);
+    TreeBuilder tree(folder.path().toUtf8());
+    if (kind == QLatin1String("folder"))
+        tree.folder("f.txt");
+    else if (!tree.fifo("f.txt"))
+        QSKIP("no FIFO here");
+    QCOMPARE(PreviewSaver::save(&file, kNew).result, Result::WriteFailed);
+    QVERIFY(!NativeFile::stampOf(folder.filePath(kName)).regular);
+    QVERIFY(!folder.exists(kBackup));
+}
+
+void PreviewSaverTest::aBackupThatCannotBeMadeStopsTheSave_data()
+{
+    QTest::addColumn<QString>("obstacle");
+    QTest::newRow("a folder of that name") << QStringLiteral("folder");
+    QTest::newRow("the earlier one stays") << QStringLiteral("earlier");
+    QTest::newRow("the rename fails") << QStringLiteral("rename");
+}
+
+void PreviewSaverTest::aBackupThatCannotBeMadeStopsTheSave()
+{
+    QFETCH(QString, obstacle);
+    const ScratchFolder folder;
+    PreviewFile file = load(folder.write(kName, "old text\n"));
+    if (obstacle == QLatin1String("folder")) {
+        folder.write(kBackup + QStringLiteral("/inside"), "x");
+    } else if (obstacle == QLatin1String("earlier")) {
+        folder.write(kBackup, "older\n");
+        refuse(SaveSteps::Step::DropOldestBackup);
+    } else {
+        refuse(SaveSteps::Step::PlaceBackup);
+    }
+    const PreviewSaver::Outcome outcome = PreviewSaver::save(&file, kNew);
+    QCOMPARE(outcome.result, Result::RenameFailed);
+    QCOMPARE(outcome.message,
+             QStringLiteral(" ") + folder.filePath(kName)
+                 + QStringLiteral("\n　　　　　　↓　　　　　\n ") + folder.filePath(kBackup)
+                 + QStringLiteral("\nリネーム失敗しました。"));
+    QCOMPARE(folder.read(kName), QByteArray("old text\n"));
+    QCOMPARE(file.text, QStringLiteral("old text\n"));
+    QVERIFY(filesIn(folder).filter(QStringLiteral("saving")).isEmpty());
+}
+
+void PreviewSaverTest::aFailedWriteLeavesTheOldFileAndItsBackup_data()
+{
+    QTest::addColumn<int>("step");
+    QTest::addColumn<QByteArray>("backup");
+    QTest::newRow("writing the new file")
+        << int(SaveSteps::Step::WriteNew) << QByteArray("older\n");
+    // The earlier backup had to make way by then; what it was the backup of is whole.
+    QTest::newRow("putting it in place") << int(SaveSteps::Step::ReplaceOld) << QByteArray();
+}
+
+void PreviewSaverTest::aFailedWriteLeavesTheOldFileAndItsBackup()
+{
+    QFETCH(int, step);
+    QFETCH(QByteArray, backup);
+    const ScratchFolder folder;
+    folder.write(kBackup, "older\n");
+    PreviewFile file = load(folder.write(kName, "old text\n"));
+    refuse(SaveSteps::Step(step));
+    const PreviewSaver::Outcome outcome = PreviewSaver::save(&file, kNew);
+    QCOMPARE(outcome.result, Result::WriteFailed);
+    QCOMPARE(outcome.message, QStringLiteral("セーブ中にエラーが発生しました"));
+    QCOMPARE(folder.read(kName), QByteArray("old text\n"));
+    QCOMPARE(folder.exists(kBackup) ? folder.read(kBackup) : QByteArray(), backup);
+    QVERIFY(filesIn(folder).filter(QStringLiteral("saving")).isEmpty());
+}
+
+void PreviewSaverTest::aVanishedFolderIsAnError()
+{
+    const ScratchFolder folder;
+    PreviewFile file = load(folder.write(QStringLiteral("deep/f.txt"), "old text\n"));
+    QVERIFY(QDir(folder.filePath(QStringLiteral("deep"))).removeRecursively());
+    const PreviewSaver::Outcome outcome = PreviewSaver::save(&file, kNew);
+    QCOMPARE(outcome.result, Result::WriteFailed);
+    QCOMPARE(outcome.message, QStringLiteral("セーブ中にエラーが発生しました"));
+    QVERIFY(!folder.exists(QStringLiteral("deep")));
+}
+
+void PreviewSaverTest::aSecondSaveHasTheFirstAsBackup()
+{
+    const ScratchFolder folder;
+    PreviewFile file = load(folder.write(kName, "old text\n"));
+    QCOMPARE(PreviewSaver::save(&file, kNew).result, Result::Saved);
+    QCOMPARE(PreviewSaver::save(&file, QStringLiteral("newer\n")).result, Result::Saved);
+    QCOMPARE(folder.read(kName), QByteArray("newer\n"));
+    QCOMPARE(folder.read(kBackup), QByteArray("new\n"));
+}
+
+void PreviewSaverTest::aFailedSaveMayBeTriedAgain()
+{
+    const ScratchFolder folder;
+    PreviewFile file = load(folder.write(kName, "old text\n"));
+    refuse(SaveSteps::Step::ReplaceOld);
+    QCOMPARE(PreviewSaver::save(&file, kNew).result, Result::WriteFailed);
+    SaveSteps::setObserver(nullptr);
+    QCOMPARE(PreviewSaver::save(&file, kNew).result, Result::Saved);
+    QCOMPARE(folder.read(kName), QByteArray("new\n"));
+    QCOMPARE(folder.read(kBackup), QByteArray("old text\n"));
+}
+
+void PreviewSaverTest::aChangeByAnotherProgramIsFound()
+{
+    const ScratchFolder folder;
+    PreviewFile file = load(folder.write(kName, "old text\n"));
+    QVERIFY(!PreviewSaver::changedOnDisk(file));
+    FileTime::setDayOfChange(folder.filePath(kName), QDate(2026, 1, 1));
+    QVERIFY(PreviewSaver::changedOnDisk(file));
+    // Saved all the same, the file is known again.
+    QCOMPARE(PreviewSaver::save(&file, kNew).result, Result::Saved);
+    QVERIFY(!PreviewSaver::changedOnDisk(file));
+    folder.remove(kName);
+    QVERIFY(!PreviewSaver::changedOnDisk(file));
+}
+
+void PreviewSaverTest::theQuestionsAreAnsweredBeforehand()
+{
+    const ScratchFolder folder;
+    PreviewFile whole = load(folder.write(kName, "\x82\xA0\x82\xA2\x82\xA4\r\n"));
+    QCOMPARE(whole.codeSet, int(CodeSet::ShiftJis));
+    QVERIFY(!PreviewSaver::changesUntouchedBytes(whole));
+    QVERIFY(!PreviewSaver::losesCharacters(whole, QStringLiteral("あい\n")));
+    QVERIFY(PreviewSaver::losesCharacters(whole, QStringLiteral("あ😀\n")));
+    const PreviewFile mixed = load(folder.write(kName, "a\r\nb\nc\r\n"));
+    QVERIFY(PreviewSaver::changesUntouchedBytes(mixed));
+    // No question changes the file.
+    QCOMPARE(filesIn(folder), QStringList{kName});
+}
+
+void PreviewSaverTest::anEndBetweenTwoStepsLeavesAWholeFile()
+{
+    constexpr int kEnded = 77;
+    const QByteArray old("old text\n");
+    const QByteArray saved = QByteArray("new").repeated(20000);
+    int ended = 0;
+    for (int step = 0;; ++step) {
+        const ScratchFolder folder;
+        folder.write(kBackup, "older\n");
+        const QString path = folder.write(kName, old);
+        const int code = run(saveCommand(path) + QStringList{QString::number(step)});
+        if (code == 0)
+            break;
+        QCOMPARE(code, kEnded);
+        ++ended;
+        const QByteArray content = folder.read(kName);
+        QVERIFY(content == old || content == saved);
+        if (folder.exists(kBackup)) {
+            const QByteArray backup = folder.read(kBackup);
+            QVERIFY(content == saved ? backup == old : backup == old || backup == "older\n");
+        } else {
+            QVERIFY(content == old);
+        }
+        // The next save is not held up.
+        QCOMPARE(run(saveCommand(path)), 0);
+        QCOMPARE(folder.read(kName), saved);
+        QCOMPARE(folder.read(kBackup), content);
+    }
+    QCOMPARE(ended, 5);
+}
+
+void PreviewSaverTest::aFullDeviceLeavesTheOldFile()
+{
+    const ScratchFolder folder;
+    folder.write(kBackup, "older\n");
+    const QString path = folder.write(kName, "old text\n");
+    // A write beyond the limit fails in the middle of the file, as on a disk
+    // that fills up.
+    const QString limited = QStringLiteral("trap '' XFSZ; ulimit -f 8 || exit 99; exec \"$@\"");
+    const int code =
+        run(QStringList{QStringLiteral("sh"), QStringLiteral("-c"), limited, QStringLiteral("sh")}
+            + saveCommand(path));
+    if (code == -1 || code == 99)
+        QSKIP("no shell that limits the size of files");
+    QCOMPARE(code, 1);
+    QCOMPARE(folder.read(kName), QByteArray("old text\n"));
+    QCOMPARE(folder.read(kBackup), QByteArray("older\n"));
+    QCOMPARE(filesIn(folder), QStringList({kName, kBackup}));
+}
+
+void PreviewSaverTest::aFolderThatMayNotBeWrittenLeavesTheOldFile()
+{
+    const ScratchFolder folder;
+    TreeBuilder tree(folder.path().toUtf8());
+    folder.write(kBackup, "older\n");
+    const QString path = folder.write(kName, "old text\n");
+    if (!tree.setMode("f.txt", 0666) || !tree.setMode(".", 0555))
+        QSKIP("permissions mean nothing here");
+    const QStringList prefix{QStringLiteral("setpriv"), QStringLiteral("--reuid=65534"),
+                             QStringLiteral("--regid=65534"), QStringLiteral("--clear-groups")};
+    const bool superUser =
+        run({QStringLiteral("sh"), QStringLiteral("-c"), QStringLiteral("test $(id -u) = 0")}) == 0;
+    const bool possible = !superUser
+        || run(prefix
+               + QStringList{QStringLiteral("test"), QStringLiteral("-x"),
+                             QStringLiteral(PREVIEW_PROCESS)})
+            == 0;
+    const int code = possible ? run((superUser ? prefix : QStringList()) + saveCommand(path)) : 0;
+    tree.setMode(".", 0755);
+    if (!possible)
+        QSKIP("nobody without rights to run the test as");
+    QCOMPARE(code, 3);
+    QCOMPARE(folder.read(kName), QByteArray("old text\n"));
+    QCOMPARE(folder.read(kBackup), QByteArray("older\n"));
+    QCOMPARE(filesIn(folder), QStringList({kName, kBackup}));
+}
+
+QTEST_GUILESS_MAIN(PreviewSaverTest)
+#include "PreviewSaverTest.moc"
