@@ -72,10 +72,11 @@ bool HistoryControl::save(const FormState &request, const QStringList &paths, co
 bool HistoryControl::loadLastSearch()
 {
     const QString path = m_appDir + QStringLiteral("sarvik.log");
-    const std::optional<QString> content = ResultLogFile::read(path);
+    std::optional<QString> content = ResultLogFile::read(path);
     if (!content)
         return false;
-    apply(LogRestore::fromContent(*content, path, LogRestore::Extent::HeaderOnly));
+    apply(LogRestore::fromContent(std::move(*content), path, LogRestore::Extent::HeaderOnly));
+    emit loaded();
     return true;
 }
 

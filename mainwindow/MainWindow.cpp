@@ -4,6 +4,7 @@
 #include "icon/Icons.h"
 #include "mainwindow/FormKeys.h"
 #include "mainwindow/HistoryControl.h"
+#include "mainwindow/PreviewControl.h"
 #include "mainwindow/Questions.h"
 #include "mainwindow/RunControl.h"
 #include "mainwindow/SearchPaths.h"
@@ -32,6 +33,7 @@
 #include <QDebug>
 #include <QDesktopServices>
 #include <QLoggingCategory>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QStatusBar>
 #include <QToolButton>
@@ -74,6 +76,7 @@ MainWindow::MainWindow(const QStringList &pathlist, const QString &mask, const Q
     connectKeys();
     connectRun();
     WindowLayout::restore({this, m_ui->viewSplitter, m_resultView, m_preview});
+    buildPreview();
     listenForBroadcasts();
     fillHistories();
     buildHistory();
@@ -110,11 +113,22 @@ void MainWindow::buildViews()
     m_preview = new GrepEditor(false, this);
     m_preview->setObjectName(QStringLiteral("preview"));
     m_preview->setAccessibleName(QStringLiteral("プレビュー"));
+    m_preview->setReadOnly(true);
     m_ui->viewSplitter->addWidget(m_resultView);
     m_ui->viewSplitter->addWidget(m_preview);
-    connect(m_resultView, &GrepEditor::cursorPositionChanged, this, &MainWindow::previewFile);
     connect(m_resultView, &GrepEditor::BackButton, this, &MainWindow::arrowBack);
     connect(m_resultView, &GrepEditor::ForwardButton, this, &MainWindow::arrowForward);
+}
+
+void MainWindow::buildPreview()
+{
+    m_previewControl =
+        new PreviewControl({m_resultView, m_preview, m_ui->searchForm, statusBar()},
+                           m_applicationDirectory + QStringLiteral("sarvikrescue/"), this);
+    connect(m_resultView, &GrepEditor::cursorPositionChanged, this, &MainWindow::previewFile);
+    auto *save = new QShortcut(QKeySequence::Save, m_preview);
+    save->setContext(Qt::WidgetShortcut);
+    connect(save, &QShortcut::activated, m_previewControl, &PreviewControl::save);
 }
 
 void MainWindow::buildToolBar()
@@ -215,9 +229,12 @@ void MainWindow::buildHistory()
 {
     m_history = new HistoryControl(m_applicationDirectory,
                                    {m_ui->searchForm, m_resultView, m_toolButtons}, this);
-    connect(m_history, &HistoryControl::loaded, this, &MainWindow::showHighlightWords);
-    if (m_history->loadLastSearch())
+    connect(m_history, &HistoryControl::loaded, this, [this] {
+        m_previewControl->setResultShown(true);
+        m_previewControl->forgetSelection();
         showHighlightWords();
+    });
+    m_history->loadLastSearch();
     makeBackMenu();
 }
 
@@ -255,6 +272,10 @@ void MainWindow::storeState()
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
+    if (!m_previewControl->saveIfModified()) {
+        event->ignore();
+        return;
+    }
     m_run->abandon();
     event->accept();
 }
@@ -413,6 +434,8 @@ void MainWindow::start(FormRequest::Mode mode, const FormState &form)
     setWindowTitle(form.keyword1 + QStringLiteral(" -- ") + programName());
     m_resultView->clear();
     m_resultView->setFocus();
+    m_previewControl->setResultShown(mode == FormRequest::Mode::Search);
+    m_previewControl->forgetSelection();
     m_request = form;
     m_history->remember(form);
     const SearchCondition condition = FormRequest::condition(mode, form);
@@ -500,6 +523,8 @@ void MainWindow::endRun()
     activateWindow();
     raise();
     m_run->end();
+    if (!m_previewControl->hasSelection())
+        m_resultView->ensureCursorVisible();
 }
 
 void MainWindow::rememberMask()
@@ -639,8 +664,9 @@ void MainWindow::openFile()
         m_history->load(path);
 }
 
-// Preview: not built yet
+// Preview
 
 void MainWindow::previewFile()
 {
+    m_previewControl->follow();
 }

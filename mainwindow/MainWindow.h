@@ -14,6 +14,7 @@ class AppSettings;
 class FormKeys;
 class GrepEditor;
 class HistoryControl;
+class PreviewControl;
 class RunControl;
 
 QT_BEGIN_NAMESPACE
@@ -90,6 +91,7 @@ protected:
 private:
     void setUpEnvironment();
     void buildViews();
+    void buildPreview();
     void buildToolBar();
     void connectActions();
     void connectForm();
@@ -124,6 +126,7 @@ private:
     FormKeys *m_formKeys = nullptr;
     RunControl *m_run = nullptr;
     HistoryControl *m_history = nullptr;
+    PreviewControl *m_previewControl = nullptr;
     ToolButtons m_toolButtons;
 
     // Of the last start.

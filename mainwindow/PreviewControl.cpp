@@ -71,50 +71,47 @@ void PreviewControl::follow()
     const QString path = ResultLine::pathOf(isHit ? results.fileLineText() : line);
     m_views.statusBar->showMessage(
         path + QStringLiteral("  ---- %1:%2").arg(place.line).arg(place.column));
-    if (path != m_file.path) {
-        const int showing = m_showing + 1;
-        showFile(path);
-        // Another hit was selected while a large file was being shown.
-        if (showing != m_showing)
-            return;
-    }
+    if (path != m_file.path && !showFile(path))
+        return;
     results.setLocation(path, place.line, place.column);
     m_views.preview->setLocation(path, place.line, place.column);
     moveCursorToLine(place.line);
     markKeywords();
 }
 
-void PreviewControl::showFile(const QString &path)
+bool PreviewControl::showFile(const QString &path)
 {
-    leaveFile();
+    if (!leaveFile())
+        return false;
     const int showing = ++m_showing;
-    m_file = PreviewFile::load(path, detectionSettings(), [this](const QString &title,
-                                                                const QString &text) {
-        UserPrompt::current().message(
-            window(), {QMessageBox::Critical, title, text, QMessageBox::Ok, QMessageBox::Ok});
-    });
+    m_file = PreviewFile::load(
+        path, detectionSettings(), [this](const QString &title, const QString &text) {
+            UserPrompt::current().message(
+                window(), {QMessageBox::Critical, title, text, QMessageBox::Ok, QMessageBox::Ok});
+        });
     GrepEditor &preview = *m_views.preview;
     preview.setReadOnly(true);
     preview.highlighter().setLanguage(QFileInfo(path).suffix());
-    PiecewiseText::show(preview, PreviewText::asEdited(m_file.text),
-                        [&] { return showing != m_showing; });
-    if (showing != m_showing)
-        return;
+    const auto isOutdated = [&] {
+        return showing != m_showing;
+    };
+    if (!PiecewiseText::show(preview, PreviewText::asEdited(m_file.text), isOutdated))
+        return false;
     // The view holds the text now.
     m_file.text.clear();
     preview.setReadOnly(!m_file.readable);
     showFormLabel();
+    return true;
 }
 
-/// Another file comes, whatever is answered; but no text of the user's goes with
-/// it when saving was wanted and failed.
-void PreviewControl::leaveFile()
+/// Another file comes, whatever is answered; but a text that was to be saved and
+/// could not be goes only when it is kept elsewhere.
+bool PreviewControl::leaveFile()
 {
     if (m_file.path.isEmpty() || !m_views.preview->document()->isModified())
-        return;
+        return true;
     const QMessageBox::StandardButton answer = Questions::saveModified(window(), m_file.path);
-    if (answer == QMessageBox::Yes && !save())
-        rescue();
+    return answer != QMessageBox::Yes || save() || rescue();
 }
 
 bool PreviewControl::saveIfModified()
@@ -186,21 +183,22 @@ bool PreviewControl::save()
     return false;
 }
 
-void PreviewControl::rescue()
+bool PreviewControl::rescue()
 {
     const QString stamp = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-hhmmss"));
     const QString path = m_rescueDirectory + stamp + QLatin1Char('-')
-                         + QFileInfo(m_file.path).fileName() + QStringLiteral(".txt");
+        + QFileInfo(m_file.path).fileName() + QStringLiteral(".txt");
     QDir().mkpath(m_rescueDirectory);
     QSaveFile file(path);
     const QByteArray bytes = text().toUtf8();
-    const bool saved = file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size()
-                       && file.commit();
+    const bool saved =
+        file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
     Questions::tellFailure(
         window(),
         saved ? QStringLiteral("%1\nを保存できなかったので、修正した内容を\n%2\nに残しました。")
                     .arg(m_file.path, path)
               : QStringLiteral("%1\nを保存できませんでした。").arg(m_file.path));
+    return saved;
 }
 
 void PreviewControl::moveCursorToLine(int line)
@@ -231,7 +229,7 @@ void PreviewControl::showFormLabel()
         return;
     }
     QString label = CodeSet::name(m_file.form.codeSet) + QStringLiteral("  ")
-                    + CodeSet::lineEndName(m_file.form.lineEnd);
+        + CodeSet::lineEndName(m_file.form.lineEnd);
     if (m_file.form.bom)
         label += QStringLiteral("  BOM");
     m_formLabel->setText(label);

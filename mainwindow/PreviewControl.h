@@ -3,7 +3,6 @@
 #include "mainwindow/preview/PreviewFile.h"
 
 #include <QObject>
-#include <QPointer>
 
 class GrepEditor;
 class SearchForm;
@@ -49,9 +48,11 @@ public:
     bool save();
 
 private:
-    void showFile(const QString &path);
-    void leaveFile();
-    void rescue();
+    /// False when the file is not in the preview in the end: a text could not be
+    /// kept, or another file was selected meanwhile.
+    bool showFile(const QString &path);
+    bool leaveFile();
+    bool rescue();
     bool mayBeSaved(const QString &text);
     void moveCursorToLine(int line);
     void markKeywords();

@@ -23,7 +23,7 @@ bool askYesNo(QWidget *parent, const QString &text)
 {
     return ask(parent, QMessageBox::Question, text, QMessageBox::Yes | QMessageBox::No,
                QMessageBox::Yes)
-           == QMessageBox::Yes;
+        == QMessageBox::Yes;
 }
 
 } // namespace
@@ -53,7 +53,7 @@ bool saveAllTheSame(QWidget *parent, const QString &path, const QString &why)
     return ask(parent, QMessageBox::Warning,
                QStringLiteral("%1\n%2\nそれでも保存しますか？").arg(path, why),
                QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
-           == QMessageBox::Yes;
+        == QMessageBox::Yes;
 }
 
 void tellFailure(QWidget *parent, const QString &text)
