@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QTextBlockUserData>
+#include <QTextLayout>
+#include <QVector>
 
 /// What the highlighter remembers of a line.
 class BlockData : public QTextBlockUserData {
@@ -18,4 +20,8 @@ public:
     qint32 colouredUnits = 0;
     /// Block comments that were open before the line when it was coloured.
     qint32 openBefore = 0;
+
+    /// The line's colours when they are kept apart from its layout (see
+    /// Highlighter::keepLongLinesApart): later ones cover earlier ones.
+    QVector<QTextLayout::FormatRange> colours;
 };

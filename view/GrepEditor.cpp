@@ -50,6 +50,7 @@ GrepEditor::GrepEditor(bool isResultView, QWidget *parent)
     const AppSettings &settings = AppSettings::instance();
     setViewFont(isResultView ? settings.grepFont : settings.textFont, true);
     m_highlighter = new Highlighter(document(), isResultView, Highlighter::Mode::OnDemand);
+    m_highlighter->keepLongLinesApart();
     new VisibleColouring(this, m_highlighter);
     if (isResultView)
         m_highlighter->setLanguage(QString());

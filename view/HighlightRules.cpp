@@ -128,6 +128,34 @@ void HighlightRules::visitRule(const Rule &rule, const QString &text, int limit,
     }
 }
 
+void HighlightRules::visitRuleByPieces(const Rule &rule, const QString &text, int limit,
+                                       const Visitor &visitor)
+{
+    constexpr int kPiece = 1024;
+    // What begins near the end of a piece is seen whole up to this length.
+    constexpr int kBeyond = 256;
+    if (rule.expression.isEmpty())
+        return;
+    const int end = std::min(limit, text.size());
+    int from = 0;
+    for (int piece = 0; piece < end; piece += kPiece) {
+        // From the start of the text, so that "^" does not match inside it.
+        const int seen = std::min(piece + kPiece + kBeyond, text.size());
+        const QString upToHere = QString::fromRawData(text.constData(), seen);
+        const int pieceEnd = std::min(piece + kPiece, end);
+        from = std::max(from, piece);
+        while (from < pieceEnd) {
+            const int start = rule.expression.indexIn(upToHere, from);
+            if (start < 0 || start >= pieceEnd)
+                break;
+            const int length = rule.expression.matchedLength();
+            if (length > 0)
+                visitor(start, length, rule.colour);
+            from = start + std::max(length, 1);
+        }
+    }
+}
+
 void HighlightRules::visitMatches(const QString &text, Group group, int limit,
                                   const Visitor &visitor) const
 {
@@ -140,6 +168,9 @@ void HighlightRules::visitMatches(const QString &text, Group group, int limit,
         const Rule &rule = *m_order[static_cast<std::size_t>(place)];
         for (; word != words.end() && word->order == place; ++word)
             visitor(word->start, word->length, rule.colour);
-        visitRule(rule, text, limit, visitor);
+        if (finds && text.size() >= kLongText)
+            visitRuleByPieces(rule, text, limit, visitor);
+        else
+            visitRule(rule, text, limit, visitor);
     }
 }

@@ -25,6 +25,8 @@ public:
     /// Called for each match that is not empty.
     using Visitor = std::function<void(int start, int length, HighlightColour colour)>;
 
+    static constexpr int kLongText = 16384;
+
     /// The rules that mark what was found come after all others, by their names.
     enum class Group { Language, Finds };
     static QString findName(int number);
@@ -45,6 +47,11 @@ public:
     /// Visits the matches of every rule of the group that begin before limit:
     /// rule by rule in order, the matches of each from left to right, not
     /// overlapping.
+    ///
+    /// In a text of kLongText units or more, a match of what was found may end
+    /// early, at the end of the piece of the text that it is looked for in: a
+    /// keyword like "a.*b", where there are many a and no b, would take the square
+    /// of the length, and a line of a megabyte would never be painted.
     void visitMatches(const QString &text, Group group, int limit, const Visitor &visitor) const;
 
 private:
@@ -64,6 +71,8 @@ private:
     void prepare() const;
     std::vector<Match> wordMatches(const QString &text, int limit) const;
     static void visitRule(const Rule &rule, const QString &text, int limit, const Visitor &visitor);
+    static void visitRuleByPieces(const Rule &rule, const QString &text, int limit,
+                                  const Visitor &visitor);
 
     std::map<QString, Rule> m_rules;
 

@@ -106,6 +106,7 @@ void Highlighter::forgetColours(int position, int end)
         if (!data || data->colouring == 0)
             continue;
         data->colouring = 0;
+        data->colours.clear();
         block.layout()->clearFormats();
     }
 }
@@ -134,10 +135,16 @@ void Highlighter::highlightBlock(const QString &text)
     data->colouring = m_colouring;
     data->colouredUnits = m_units;
     data->openBefore = parts.open.size();
-    const TextSpan comment =
-        m_syntax.visitColours(parts, [this](int start, int length, HighlightColour colour) {
-            setFormat(start, length, m_formats[static_cast<std::size_t>(colour)]);
-        });
+    data->colours.clear();
+    const bool apart = m_longLinesApart && text.size() >= kLongLine;
+    const auto colourPart = [&](int start, int length, HighlightColour colour) {
+        const QTextCharFormat &format = m_formats[static_cast<std::size_t>(colour)];
+        if (apart)
+            data->colours.append({start, length, format});
+        else
+            setFormat(start, length, format);
+    };
+    const TextSpan comment = m_syntax.visitColours(parts, colourPart);
     data->commentStart = comment.start;
     data->commentEnd = comment.end;
     recolourLaterLines();

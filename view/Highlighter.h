@@ -47,6 +47,16 @@ public:
     /// Takes the colours of AppSettings anew; the constructor takes them first.
     void reloadColours();
 
+    /// From now on the colours of a line of kLongLine UTF-16 code units or more go
+    /// to its BlockData and not to its layout; who paints has to look for them
+    /// there. For mode OnDemand.
+    ///
+    /// A layout takes time for each piece of colour in proportion to the length
+    /// of the line: a repaint of a million characters of Japanese took 3.6 s, and
+    /// 11 s at their end; apart, a tenth of a second.
+    void keepLongLinesApart() { m_longLinesApart = true; }
+    static constexpr int kLongLine = 16384;
+
     static constexpr int kWholeLine = std::numeric_limits<int>::max();
 
     /// Brings the colours of the lines first to last, counted from 0, up to date,
@@ -85,6 +95,7 @@ private:
     /// Of each line, as long as colourLines() runs.
     int m_units = kWholeLine;
     bool m_laterLinesScheduled = false;
+    bool m_longLinesApart = false;
     /// Grows whenever all lines are to be coloured anew.
     quint32 m_colouring = 1;
 };

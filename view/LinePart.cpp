@@ -1,5 +1,7 @@
 #include "view/LinePart.h"
 
+#include "view/BlockData.h"
+
 #include <QTextBlock>
 
 #include <algorithm>
@@ -58,8 +60,10 @@ LinePart::LinePart(const QTextBlock &block, const QFont &font, qreal left, qreal
     const int from = std::max(line.xToCursor(left) - kBeyondEdge, 0);
     const int to = std::min(line.xToCursor(right) + kBeyondEdge, m_text.size());
     takePart(from, to);
-    if (m_own)
-        layOut(line, font);
+    if (!m_own)
+        return;
+    const auto *data = static_cast<const BlockData *>(block.userData());
+    layOut(line, font, data ? data->colours : QVector<QTextLayout::FormatRange>());
 }
 
 void LinePart::takePart(int from, int to)
@@ -77,14 +81,15 @@ void LinePart::takePart(int from, int to)
     m_own = std::make_unique<QTextLayout>(m_text);
 }
 
-void LinePart::layOut(const QTextLine &line, const QFont &font)
+void LinePart::layOut(const QTextLine &line, const QFont &font,
+                      const QVector<QTextLayout::FormatRange> &colours)
 {
     const qreal x = line.cursorToX(m_from);
     QTextOption option = m_whole.textOption();
     option.setTabs(tabStops(line, font, x));
     m_own->setTextOption(option);
     m_own->setFont(font);
-    m_own->setFormats(cut(m_whole.formats()));
+    m_own->setFormats(cut(m_whole.formats()) + cut(colours));
     m_own->beginLayout();
     const QTextLine own = m_own->createLine();
     m_own->endLayout();

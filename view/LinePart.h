@@ -29,7 +29,9 @@ public:
     /// left and right are the edges of what is seen, from the origin of the
     /// block's layout. A line that cannot be drawn in parts (one with Hebrew or
     /// Arabic, where the order of what is seen is not that of the text, or one
-    /// in which an input method composes) is taken whole.
+    /// in which an input method composes) is taken whole. A part has the colours
+    /// that the highlighter keeps apart from the layout; a long line taken whole
+    /// goes without them.
     LinePart(const QTextBlock &block, const QFont &font, qreal left, qreal right);
 
     const QTextLayout &layout() const { return m_own ? *m_own : m_whole; }
@@ -48,7 +50,8 @@ public:
 
 private:
     void takePart(int from, int to);
-    void layOut(const QTextLine &line, const QFont &font);
+    void layOut(const QTextLine &line, const QFont &font,
+                const QVector<QTextLayout::FormatRange> &colours);
     QList<QTextOption::Tab> tabStops(const QTextLine &line, const QFont &font, qreal x) const;
 
     const QTextLayout &m_whole;

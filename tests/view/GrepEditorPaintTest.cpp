@@ -34,6 +34,9 @@ private slots:
     void thePreviewWaitsForALanguage();
     void foundTextIsMarked();
     void onlyWhatIsSeenIsColoured();
+    void aLongLineShowsItsColours();
+    void aLineOfAMebibyteIsPaintedToItsEnd_data();
+    void aLineOfAMebibyteIsPaintedToItsEnd();
 };
 
 namespace {
@@ -404,6 +407,46 @@ void GrepEditorPaintTest::onlyWhatIsSeenIsColoured()
     QVERIFY(isColoured(10000));
     QVERIFY(!isColoured(5000));
     QVERIFY(!isColoured(19999));
+}
+
+void GrepEditorPaintTest::aLongLineShowsItsColours()
+{
+    AppSettings::instance().findcolor1 = QColor(255, 0, 0);
+    ShownView view(text("foo bar ").repeated(Highlighter::kLongLine), true);
+    const QImage before = view.picture();
+    view.highlighter().setFind(view.findPattern(text("bar")));
+    const QImage after = view.picture();
+    QVERIFY(count(after, view.cellAt(4), AppSettings::instance().findcolor1) > 0);
+    QCOMPARE(count(after, view.cellAt(0), AppSettings::instance().findcolor1), 0);
+    view.horizontalScrollBar()->setValue(view.horizontalScrollBar()->maximum());
+    QVERIFY(count(view.picture(), view.rect(), AppSettings::instance().findcolor1) > 0);
+}
+
+void GrepEditorPaintTest::aLineOfAMebibyteIsPaintedToItsEnd_data()
+{
+    QTest::addColumn<QString>("piece");
+    QTest::newRow("one letter") << text("x");
+    QTest::newRow("code") << text("int x = 1; /* c */ \"s\" 'c' foo(bar) + 0x12; ");
+    QTest::newRow("Japanese") << QString::fromUtf8("日本語テキスト　int x = 1; /* c */ \"s\" ");
+    QTest::newRow("tabs") << text("\t12");
+    QTest::newRow("zero bytes") << QString(QChar(0));
+    QTest::newRow("lone surrogates") << QString(QChar(0xDC00));
+}
+
+void GrepEditorPaintTest::aLineOfAMebibyteIsPaintedToItsEnd()
+{
+    QFETCH(QString, piece);
+    ShownView view(piece.repeated((1 << 20) / piece.size()), false);
+    view.highlighter().setLanguage(text("ini"));
+    // Would take hours if it were looked for as it stands.
+    view.highlighter().setFind(QRegExp(text("x.*y")));
+    QVERIFY(!view.picture().isNull());
+    view.horizontalScrollBar()->setValue(view.horizontalScrollBar()->maximum() / 256);
+    QVERIFY(!view.picture().isNull());
+    view.moveCursor(QTextCursor::End);
+    view.insertPlainText(text("a"));
+    view.highlighter().setFind(QRegExp(text("a")));
+    QVERIFY(!view.picture().isNull());
 }
 
 QTEST_MAIN(GrepEditorPaintTest)

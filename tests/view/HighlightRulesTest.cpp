@@ -2,6 +2,7 @@
 
 #include <QTest>
 
+#include <algorithm>
 #include <random>
 
 class HighlightRulesTest : public QObject {
@@ -17,6 +18,10 @@ private slots:
     void anInvalidExpressionMatchesNothing();
     void anExpressionSeesTheWholeLine();
     void matchesBeginBeforeTheLimit();
+    void findsInALongTextAreThoseOfAnyText();
+    void theStartOfALongTextIsFoundOnce();
+    void findsInALongTextBeginBeforeTheLimit();
+    void aFindThatSearchesToTheEndIsBounded();
     void aRuleIsReplacedByItsName();
     void aRemovedRuleIsGone();
     void clearRemovesAll();
@@ -139,6 +144,63 @@ void HighlightRulesTest::matchesBeginBeforeTheLimit()
     QCOMPARE(matchesOf(rules, line, Group::Language, 3), text("3:0:2"));
     QCOMPARE(matchesOf(rules, line, Group::Language, 9), text("3:0:2 3:8:2 2:3:4"));
     QCOMPARE(matchesOf(rules, line, Group::Language, 0), QString());
+}
+
+void HighlightRulesTest::findsInALongTextAreThoseOfAnyText()
+{
+    std::mt19937 random(7);
+    QString line;
+    while (line.size() < 3 * HighlightRules::kLongText)
+        line += QLatin1Char("ab c_\t"[random() % 6]);
+    for (const char *pattern : {"ab", "\\ba+\\b", "b[ac]*b", "$", "c+ "}) {
+        const QRegExp expression(text(pattern));
+        QStringList expected;
+        for (int at = expression.indexIn(line); at >= 0 && at < line.size();) {
+            const int length = expression.matchedLength();
+            if (length > 0)
+                expected.append(text("1:%1:%2").arg(at).arg(length));
+            at = expression.indexIn(line, at + std::max(length, 1));
+        }
+        HighlightRules rules;
+        rules.set(HighlightRules::findName(1), expression, HighlightColour::Find1);
+        QStringList found;
+        rules.visitMatches(line, Group::Finds, line.size(),
+                           [&found](int start, int length, HighlightColour) {
+                               found.append(text("1:%1:%2").arg(start).arg(length));
+                           });
+        QCOMPARE(found, expected);
+    }
+}
+
+void HighlightRulesTest::theStartOfALongTextIsFoundOnce()
+{
+    HighlightRules rules;
+    rules.set(HighlightRules::findName(1), QRegExp(text("^a")), kReserved);
+    QCOMPARE(matchesOf(rules, text("a").repeated(HighlightRules::kLongText), Group::Finds),
+             text("3:0:1"));
+}
+
+void HighlightRulesTest::findsInALongTextBeginBeforeTheLimit()
+{
+    HighlightRules rules;
+    rules.set(HighlightRules::findName(1), QRegExp(text("bb")), kReserved);
+    const QString line = text("abb").repeated(HighlightRules::kLongText);
+    QCOMPARE(matchesOf(rules, line, Group::Finds, 2), text("3:1:2"));
+    QCOMPARE(matchesOf(rules, line, Group::Finds, 4), text("3:1:2"));
+    QCOMPARE(matchesOf(rules, line, Group::Finds, 5), text("3:1:2 3:4:2"));
+    QCOMPARE(matchesOf(rules, line, Group::Finds, 0), QString());
+}
+
+void HighlightRulesTest::aFindThatSearchesToTheEndIsBounded()
+{
+    // Looked for in one go, this would take hours.
+    HighlightRules rules;
+    rules.set(HighlightRules::findName(1), QRegExp(text("a.*b")), kReserved);
+    const QString line = text("a").repeated(1 << 20) + text("b");
+    int found = 0;
+    rules.visitMatches(line, Group::Finds, 1 << 16,
+                       [&found](int, int, HighlightColour) { ++found; });
+    QCOMPARE(found, 0);
 }
 
 void HighlightRulesTest::aRuleIsReplacedByItsName()

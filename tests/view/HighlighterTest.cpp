@@ -64,6 +64,8 @@ private slots:
     void whatChangesColoursElsewhereIsAnnounced();
     void growingResultsAreNotAnnounced();
     void aLongLineIsColouredAsFarAsAskedFor();
+    void longLinesKeepTheirColoursApart();
+    void aChangedLongLineLosesItsColours();
     void anyLinesHaveTheColoursOfTheWholeText_data();
     void anyLinesHaveTheColoursOfTheWholeText();
 
@@ -601,6 +603,47 @@ void HighlighterTest::aLongLineIsColouredAsFarAsAskedFor()
     QCOMPARE(colours(), text("vv.vv.vv...\nv"));
     m_highlighter->colourLines(0, 1);
     QCOMPARE(colours(), text("vv.vv.vv.vv\nv"));
+}
+
+void HighlighterTest::longLinesKeepTheirColoursApart()
+{
+    make("", "c", Mode::OnDemand);
+    m_highlighter->keepLongLinesApart();
+    m_document->setPlainText(text("12 ").repeated(Highlighter::kLongLine / 3 + 1) + text("\n12"));
+    m_highlighter->colourLines(0, 1, 5);
+    QVERIFY(line(0).layout()->formats().isEmpty());
+    const QVector<QTextLayout::FormatRange> ranges = dataOf(line(0))->colours;
+    QCOMPARE(ranges.size(), 2);
+    QCOMPARE(ranges.at(1).start, 3);
+    QCOMPARE(ranges.at(1).length, 2);
+    QCOMPARE(letterOf(ranges.at(1).format), QLatin1Char('v'));
+    // Others as ever.
+    QCOMPARE(coloursOf(line(1)), text("vv"));
+    QVERIFY(dataOf(line(1))->colours.isEmpty());
+
+    m_highlighter->setFind(QRegExp(text("2")));
+    m_highlighter->colourLines(0, 1, 3);
+    QCOMPARE(dataOf(line(0))->colours.size(), 2);
+    QCOMPARE(letterOf(dataOf(line(0))->colours.at(1).format), QLatin1Char('1'));
+
+    erase(0, Highlighter::kLongLine - 6);
+    m_highlighter->colourLines(0, 0);
+    QVERIFY(dataOf(line(0))->colours.isEmpty());
+    QVERIFY(!line(0).layout()->formats().isEmpty());
+}
+
+void HighlighterTest::aChangedLongLineLosesItsColours()
+{
+    make("", "c", Mode::OnDemand);
+    m_highlighter->keepLongLinesApart();
+    m_document->setPlainText(text("12 ").repeated(Highlighter::kLongLine));
+    m_highlighter->colourLines(0, 0, 100);
+    QVERIFY(!dataOf(line(0))->colours.isEmpty());
+    insert(0, "x");
+    QVERIFY(dataOf(line(0))->colours.isEmpty());
+    m_highlighter->colourLines(0, 0, 5);
+    QCOMPARE(dataOf(line(0))->colours.size(), 1);
+    QCOMPARE(dataOf(line(0))->colours.at(0).start, 4);
 }
 
 void HighlighterTest::anyLinesHaveTheColoursOfTheWholeText_data()
