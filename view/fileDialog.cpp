@@ -14,6 +14,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollBar>
 
 namespace {
 
@@ -102,6 +103,28 @@ void fileDialog::setUpFolders()
     tree->setCurrentIndex(start);
     tree->expand(start);
     tree->scrollTo(start);
+    keepStartInSight();
+}
+
+/// The folders on the way to the start folder are read and sorted one after the
+/// other, in a thread of the model's, and each may push the start folder out of
+/// sight. Until the user touches the tree it is brought back.
+void fileDialog::keepStartInSight()
+{
+    QTreeView *tree = m_ui->treeFolders;
+    m_scrollToStart.setSingleShot(true);
+    connect(&m_scrollToStart, &QTimer::timeout, tree,
+            [tree] { tree->scrollTo(tree->currentIndex(), QAbstractItemView::PositionAtCenter); });
+    const auto onChange = [this] {
+        if (m_startInSight)
+            m_scrollToStart.start();
+    };
+    connect(m_folderModel, &QFileSystemModel::layoutChanged, this, onChange);
+    connect(m_folderModel, &QFileSystemModel::rowsInserted, this, onChange);
+    connect(tree->verticalScrollBar(), &QScrollBar::actionTriggered, this,
+            [this] { m_startInSight = false; });
+    tree->viewport()->installEventFilter(this);
+    m_startInSight = true;
 }
 
 void fileDialog::setUpFiles()
@@ -194,6 +217,9 @@ void fileDialog::activateFolder(const QModelIndex &index)
 
 bool fileDialog::eventFilter(QObject *watched, QEvent *event)
 {
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::Wheel
+        || event->type() == QEvent::KeyPress)
+        m_startInSight = false;
     if (event->type() == QEvent::KeyPress) {
         const auto *keyEvent = static_cast<QKeyEvent *>(event);
         const bool isEnter = keyEvent->key() == Qt::Key_Return || keyEvent->key() == Qt::Key_Enter;

@@ -2,6 +2,7 @@
 
 #include <QDialog>
 #include <QString>
+#include <QTimer>
 
 #include <memory>
 
@@ -45,6 +46,7 @@ protected:
 
 private:
     void setUpFolders();
+    void keepStartInSight();
     void setUpFiles();
     void setUpPreview();
     void restoreGeometryFile();
@@ -59,4 +61,7 @@ private:
     // Owned by the dialog, as its children.
     QFileSystemModel *m_folderModel = nullptr;
     QFileSystemModel *m_fileModel = nullptr;
+    /// Nobody has touched the tree yet.
+    bool m_startInSight = false;
+    QTimer m_scrollToStart;
 };

@@ -120,6 +120,7 @@ private slots:
     void theTreeShowsFoldersOnly();
     void theTreeShowsNamesOnly();
     void theStartFolderIsTheTreesCurrentEntry();
+    void theStartFolderStaysInSightAmongManyOthers();
     void aStartFolderThatIsNoneLeavesTheTreeWithoutACurrentEntry_data();
     void aStartFolderThatIsNoneLeavesTheTreeWithoutACurrentEntry();
     void theListShowsFilesAndFoldersOfTheStartFolder();
@@ -229,6 +230,31 @@ void fileDialogTest::theStartFolderIsTheTreesCurrentEntry()
         return shown.tree()->viewport()->rect().intersects(row);
     };
     QTRY_VERIFY(isInSight());
+}
+
+void fileDialogTest::theStartFolderStaysInSightAmongManyOthers()
+{
+    for (int i = 0; i < 300; ++i)
+        m_folders->logs.makeFolder(text("many/%1").arg(i));
+    const QString start = logs() + text("/many/250");
+    const Shown shown(start);
+    const QModelIndex parent = shown.tree()->currentIndex().parent();
+    QTRY_COMPARE(shown.folderModel()->rowCount(parent), 300);
+    const auto isInSight = [&shown] {
+        const QRect row = shown.tree()->visualRect(shown.tree()->currentIndex());
+        return shown.tree()->viewport()->rect().contains(row.center());
+    };
+    QTRY_VERIFY(isInSight());
+    QCOMPARE(shown.treeFolder(), start);
+    // The tree is the user's from the first touch on.
+    QTest::keyClick(shown.tree(), Qt::Key_Up);
+    const QPersistentModelIndex above = shown.tree()->currentIndex();
+    shown.tree()->scrollToTop();
+    m_folders->logs.makeFolder(text("many/0000"));
+    QTRY_COMPARE(shown.folderModel()->rowCount(parent), 301);
+    QTest::qWait(50);
+    QVERIFY(above == shown.tree()->currentIndex());
+    QVERIFY(!isInSight());
 }
 
 void fileDialogTest::aStartFolderThatIsNoneLeavesTheTreeWithoutACurrentEntry_data()
