@@ -3,6 +3,8 @@
 #include "settings/AppSettings.h"
 #include "settings/IniFile.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
 #include <array>
 #include <map>
@@ -89,6 +91,8 @@ std::map<QString, QStringList> groupsOf(const IniDocument &document)
 AssistFile::Notes AssistFile::read(const QString &path, const AppSettings &settings)
 {
     Notes notes;
+    if (QFileInfo(path).size() > kLargestFileBytes)
+        return notes;
     const IniDocument document = fileAt(path).read();
     for (const auto &[group, keys] : groupsOf(document)) {
         AssistRecord record = {group,

@@ -40,8 +40,10 @@ private slots:
     void aFolderInPlaceOfTheFileIsNotReplaced();
     void anyBytesAreSurvived_data();
     void anyBytesAreSurvived();
-    void tenMegabytesAreSurvived_data();
-    void tenMegabytesAreSurvived();
+    void oneMebibyteIsSurvived_data();
+    void oneMebibyteIsSurvived();
+    void aLargerFileHasNoNotes_data();
+    void aLargerFileHasNoNotes();
 
 private:
     std::unique_ptr<ScratchFolder> m_folder;
@@ -312,7 +314,7 @@ void AssistFileTest::anyBytesAreSurvived()
                                   QRect(1, 2, 3, 4));
 }
 
-void AssistFileTest::tenMegabytesAreSurvived_data()
+void AssistFileTest::oneMebibyteIsSurvived_data()
 {
     QTest::addColumn<QByteArray>("unit");
     QTest::newRow("notes") << QByteArray("[%]\nwindow=0,0,1,1\na=b\n");
@@ -322,15 +324,34 @@ void AssistFileTest::tenMegabytesAreSurvived_data()
     QTest::newRow("lines") << QByteArray("k%=v\n");
 }
 
-void AssistFileTest::tenMegabytesAreSurvived()
+void AssistFileTest::oneMebibyteIsSurvived()
 {
     QFETCH(QByteArray, unit);
     QByteArray content = "[a]\nwindow=0, 0, 100, 100\n";
-    for (int number = 0; content.size() < 10 * 1024 * 1024; ++number) {
+    for (int number = 0; content.size() < AssistFile::kLargestFileBytes; ++number) {
         QByteArray piece = unit;
         content += piece.replace('%', QByteArray::number(number));
     }
-    QVERIFY(notesOf(content).records.size() <= AssistFile::kMostNotes);
+    content.truncate(static_cast<int>(AssistFile::kLargestFileBytes));
+    const std::size_t notes = notesOf(content).records.size();
+    QVERIFY(notes >= 1 && notes <= AssistFile::kMostNotes);
+}
+
+void AssistFileTest::aLargerFileHasNoNotes_data()
+{
+    QTest::addColumn<int>("bytes");
+    QTest::newRow("one byte") << int(AssistFile::kLargestFileBytes) + 1;
+    QTest::newRow("ten megabytes") << 10 * 1024 * 1024;
+}
+
+void AssistFileTest::aLargerFileHasNoNotes()
+{
+    QFETCH(int, bytes);
+    QByteArray content = "[a]\nwindow=0, 0, 100, 100\n[b]\n";
+    content += QByteArray(bytes - content.size(), '\n');
+    const AssistFile::Notes notes = notesOf(content);
+    QVERIFY(notes.records.empty());
+    QVERIFY(!notes.windowMissing);
 }
 
 QTEST_GUILESS_MAIN(AssistFileTest)
