@@ -35,6 +35,8 @@ private slots:
     void aBackupThatCannotBeMadeStopsTheSave();
     void aFailedWriteLeavesTheOldFileAndItsBackup_data();
     void aFailedWriteLeavesTheOldFileAndItsBackup();
+    void aMovedFileIsMovedBack();
+    void aFileThatCannotBeMovedBackIsWholeAsBackup();
     void aVanishedFolderIsAnError();
     void aSecondSaveHasTheFirstAsBackup();
     void aFailedSaveMayBeTriedAgain();
@@ -295,6 +297,42 @@ void PreviewSaverTest::aFailedWriteLeavesTheOldFileAndItsBackup()
     QCOMPARE(folder.read(kName), QByteArray("old text\n"));
     QCOMPARE(folder.exists(kBackup) ? folder.read(kBackup) : QByteArray(), backup);
     QVERIFY(filesIn(folder).filter(QStringLiteral("saving")).isEmpty());
+}
+
+void PreviewSaverTest::aMovedFileIsMovedBack()
+{
+    const ScratchFolder folder;
+    PreviewFile file = load(folder.write(kName, "old text\n"));
+    // A name that is taken again at once cannot become a second one.
+    SaveSteps::setObserver([&folder](SaveSteps::Step step) {
+        if (step == SaveSteps::Step::PlaceBackup)
+            folder.write(kBackup, "in the way");
+        if (step == SaveSteps::Step::ReplaceOld)
+            return folder.exists(kName);
+        return true;
+    });
+    QCOMPARE(PreviewSaver::save(&file, kNew).result, Result::WriteFailed);
+    QCOMPARE(folder.read(kName), QByteArray("old text\n"));
+    QCOMPARE(filesIn(folder), QStringList{kName});
+}
+
+void PreviewSaverTest::aFileThatCannotBeMovedBackIsWholeAsBackup()
+{
+    const ScratchFolder folder;
+    PreviewFile file = load(folder.write(kName, "old text\n"));
+    SaveSteps::setObserver([&folder](SaveSteps::Step step) {
+        if (step == SaveSteps::Step::PlaceBackup)
+            folder.write(kBackup, "in the way");
+        if (step == SaveSteps::Step::ReplaceOld)
+            folder.write(kName + QStringLiteral("/inside"), "in the way, too");
+        return true;
+    });
+    const PreviewSaver::Outcome outcome = PreviewSaver::save(&file, kNew);
+    QCOMPARE(outcome.result, Result::WriteFailed);
+    QCOMPARE(outcome.message,
+             QStringLiteral("セーブ中にエラーが発生しました\n元のファイル: ")
+                 + folder.filePath(kBackup));
+    QCOMPARE(folder.read(kBackup), QByteArray("old text\n"));
 }
 
 void PreviewSaverTest::aVanishedFolderIsAnError()
