@@ -44,6 +44,7 @@ private slots:
     void theQuestionsAreAnsweredBeforehand();
     void anEndBetweenTwoStepsLeavesAWholeFile();
     void aFullDeviceLeavesTheOldFile();
+    void aFileForWhichMemoryIsMissingIsNotShown();
     void aFolderThatMayNotBeWrittenLeavesTheOldFile();
 };
 
@@ -444,6 +445,21 @@ void PreviewSaverTest::aFullDeviceLeavesTheOldFile()
     QCOMPARE(folder.read(kName), QByteArray("old text\n"));
     QCOMPARE(folder.read(kBackup), QByteArray("older\n"));
     QCOMPARE(filesIn(folder), QStringList({kName, kBackup}));
+}
+
+void PreviewSaverTest::aFileForWhichMemoryIsMissingIsNotShown()
+{
+    const ScratchFolder folder;
+    const QString limited = QStringLiteral("ulimit -v 300000 || exit 99; exec \"$@\"");
+    const QStringList prefix{QStringLiteral("sh"), QStringLiteral("-c"), limited,
+                             QStringLiteral("sh")};
+    const QByteArray text = QByteArray("a line of text\n").repeated(1000);
+    const QString path = folder.write(kName, text);
+    if (run(prefix + saveCommand(path)) != 0)
+        QSKIP("the memory cannot be limited here");
+    folder.write(kName, text);
+    QVERIFY(QFile::resize(path, 200 << 20)); // takes no room on the disk
+    QCOMPARE(run(prefix + saveCommand(path)), 2);
 }
 
 void PreviewSaverTest::aFolderThatMayNotBeWrittenLeavesTheOldFile()
