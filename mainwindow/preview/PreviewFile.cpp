@@ -2,6 +2,27 @@
 
 #include "engine/FileReader.h"
 
+#include <new>
+#include <utility>
+
+namespace {
+
+/// False when there is nothing to show.
+bool readText(PreviewFile *file, qint64 largest)
+{
+    FileReader reader;
+    if (reader.read(file->path, largest, FileReader::TypeCheck::BeforeOpen)
+        != FileReader::Status::Read)
+        return false;
+    const QByteArray bytes = QByteArray::fromRawData(reader.content(), int(reader.size()));
+    QString text = PreviewText::decode(bytes, file->codeSet);
+    file->survives = PreviewText::encode(PreviewText::asEdited(text), file->form) == bytes;
+    file->text = std::move(text);
+    return true;
+}
+
+} // namespace
+
 PreviewFile PreviewFile::load(const QString &path, const DetectionSettings &settings,
                               const AutoDetectionBox &box, qint64 largest)
 {
@@ -12,14 +33,14 @@ PreviewFile PreviewFile::load(const QString &path, const DetectionSettings &sett
     file.codeSet = detectFileCodeSet(path, &file.form.lineEnd, &file.form.bom, settings, box);
     if (file.codeSet < 0)
         return file;
-    FileReader reader;
-    if (reader.read(path, largest, FileReader::TypeCheck::BeforeOpen) != FileReader::Status::Read)
-        return file;
-    const QByteArray bytes = QByteArray::fromRawData(reader.content(), int(reader.size()));
     file.form.codeSet = file.codeSet;
-    file.attributes = NativeFile::attributesOf(path);
-    file.text = PreviewText::decode(bytes, file.codeSet);
-    file.survives = PreviewText::encode(PreviewText::asEdited(file.text), file.form) == bytes;
-    file.readable = true;
+    try {
+        file.readable = readText(&file, largest);
+    } catch (const std::bad_alloc &) {
+        // One file too large for what memory there is must not end the program.
+        return file;
+    }
+    if (file.readable)
+        file.attributes = NativeFile::attributesOf(path);
     return file;
 }

@@ -33,7 +33,8 @@ struct PreviewFile {
     bool survives = false;
 
     /// Reads the file. Never waits for a FIFO or a device; a file that cannot
-    /// be read, or is binary, is not readable. Any thread; the box is called on
+    /// be read, is binary, larger than largest (bytes) or too large for the
+    /// memory, is not readable. Any thread; the box is called on
     /// that thread.
     static PreviewFile load(const QString &path, const DetectionSettings &settings,
                             const AutoDetectionBox &box, qint64 largest = kLargest);

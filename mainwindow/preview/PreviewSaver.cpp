@@ -2,6 +2,9 @@
 
 #include "settings/SaveSteps.h"
 
+#include <new>
+#include <optional>
+
 using NativeFile::Stamp;
 using NativeFile::Written;
 using PreviewSaver::Outcome;
@@ -120,6 +123,25 @@ private:
     Backup m_backup = Backup::None;
 };
 
+struct Encoded {
+    QByteArray bytes;
+    bool survives = false;
+};
+
+/// Everything that takes much memory, before anything is done to the disk;
+/// nothing when there is not enough of it.
+std::optional<Encoded> tryEncode(const QString &text, const PreviewText::Form &form)
+{
+    try {
+        Encoded encoded;
+        encoded.bytes = PreviewText::encode(text, form);
+        encoded.survives = PreviewText::survives(encoded.bytes, form);
+        return encoded;
+    } catch (const std::bad_alloc &) {
+        return std::nullopt;
+    }
+}
+
 } // namespace
 
 Outcome PreviewSaver::save(PreviewFile *file, const QString &text)
@@ -128,12 +150,14 @@ Outcome PreviewSaver::save(PreviewFile *file, const QString &text)
         return {};
     if (!file->readable)
         return {Outcome::Result::WriteFailed, kFailed};
-    const QByteArray content = PreviewText::encode(text, file->form);
-    const Outcome outcome = Replacement(*file).run(content);
+    const std::optional<Encoded> encoded = tryEncode(text, file->form);
+    if (!encoded)
+        return {Outcome::Result::WriteFailed, kFailed};
+    const Outcome outcome = Replacement(*file).run(encoded->bytes);
     if (outcome.result == Outcome::Result::Saved) {
         file->text = text;
         file->stamp = NativeFile::stampOf(file->path);
-        file->survives = PreviewText::survives(content, file->form);
+        file->survives = encoded->survives;
     }
     return outcome;
 }
@@ -151,5 +175,9 @@ bool PreviewSaver::changesUntouchedBytes(const PreviewFile &file)
 
 bool PreviewSaver::losesCharacters(const PreviewFile &file, const QString &text)
 {
-    return PreviewText::losesCharacters(text, file.form);
+    try {
+        return PreviewText::losesCharacters(text, file.form);
+    } catch (const std::bad_alloc &) {
+        return true; // nobody knows
+    }
 }

@@ -45,10 +45,11 @@ Outcome save(PreviewFile *file, const QString &text);
 /// Not for a file that is gone: then nothing is written over.
 bool changedOnDisk(const PreviewFile &file);
 
-/// A save would change bytes that nobody edited.
+/// A save would change bytes that nobody edited. Costs nothing.
 bool changesUntouchedBytes(const PreviewFile &file);
 
-/// The file's code set cannot hold all of text.
+/// The file's code set cannot hold all of text, or the memory is too small to
+/// find out. Costs about as much as reading the file.
 bool losesCharacters(const PreviewFile &file, const QString &text);
 
 } // namespace PreviewSaver

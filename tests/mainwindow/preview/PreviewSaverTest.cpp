@@ -35,6 +35,8 @@ private slots:
     void aBackupThatCannotBeMadeStopsTheSave();
     void aFailedWriteLeavesTheOldFileAndItsBackup_data();
     void aFailedWriteLeavesTheOldFileAndItsBackup();
+    void aMovedFileIsMovedBack();
+    void aFileThatCannotBeMovedBackIsWholeAsBackup();
     void aVanishedFolderIsAnError();
     void aSecondSaveHasTheFirstAsBackup();
     void aFailedSaveMayBeTriedAgain();
@@ -42,6 +44,7 @@ private slots:
     void theQuestionsAreAnsweredBeforehand();
     void anEndBetweenTwoStepsLeavesAWholeFile();
     void aFullDeviceLeavesTheOldFile();
+    void aFileForWhichMemoryIsMissingIsNotShown();
     void aFolderThatMayNotBeWrittenLeavesTheOldFile();
 };
 
@@ -297,6 +300,42 @@ void PreviewSaverTest::aFailedWriteLeavesTheOldFileAndItsBackup()
     QVERIFY(filesIn(folder).filter(QStringLiteral("saving")).isEmpty());
 }
 
+void PreviewSaverTest::aMovedFileIsMovedBack()
+{
+    const ScratchFolder folder;
+    PreviewFile file = load(folder.write(kName, "old text\n"));
+    // A name that is taken again at once cannot become a second one.
+    SaveSteps::setObserver([&folder](SaveSteps::Step step) {
+        if (step == SaveSteps::Step::PlaceBackup)
+            folder.write(kBackup, "in the way");
+        if (step == SaveSteps::Step::ReplaceOld)
+            return folder.exists(kName);
+        return true;
+    });
+    QCOMPARE(PreviewSaver::save(&file, kNew).result, Result::WriteFailed);
+    QCOMPARE(folder.read(kName), QByteArray("old text\n"));
+    QCOMPARE(filesIn(folder), QStringList{kName});
+}
+
+void PreviewSaverTest::aFileThatCannotBeMovedBackIsWholeAsBackup()
+{
+    const ScratchFolder folder;
+    PreviewFile file = load(folder.write(kName, "old text\n"));
+    SaveSteps::setObserver([&folder](SaveSteps::Step step) {
+        if (step == SaveSteps::Step::PlaceBackup)
+            folder.write(kBackup, "in the way");
+        if (step == SaveSteps::Step::ReplaceOld)
+            folder.write(kName + QStringLiteral("/inside"), "in the way, too");
+        return true;
+    });
+    const PreviewSaver::Outcome outcome = PreviewSaver::save(&file, kNew);
+    QCOMPARE(outcome.result, Result::WriteFailed);
+    QCOMPARE(outcome.message,
+             QStringLiteral("セーブ中にエラーが発生しました\n元のファイル: ")
+                 + folder.filePath(kBackup));
+    QCOMPARE(folder.read(kBackup), QByteArray("old text\n"));
+}
+
 void PreviewSaverTest::aVanishedFolderIsAnError()
 {
     const ScratchFolder folder;
@@ -406,6 +445,21 @@ void PreviewSaverTest::aFullDeviceLeavesTheOldFile()
     QCOMPARE(folder.read(kName), QByteArray("old text\n"));
     QCOMPARE(folder.read(kBackup), QByteArray("older\n"));
     QCOMPARE(filesIn(folder), QStringList({kName, kBackup}));
+}
+
+void PreviewSaverTest::aFileForWhichMemoryIsMissingIsNotShown()
+{
+    const ScratchFolder folder;
+    const QString limited = QStringLiteral("ulimit -v 300000 || exit 99; exec \"$@\"");
+    const QStringList prefix{QStringLiteral("sh"), QStringLiteral("-c"), limited,
+                             QStringLiteral("sh")};
+    const QByteArray text = QByteArray("a line of text\n").repeated(1000);
+    const QString path = folder.write(kName, text);
+    if (run(prefix + saveCommand(path)) != 0)
+        QSKIP("the memory cannot be limited here");
+    folder.write(kName, text);
+    QVERIFY(QFile::resize(path, 200 << 20)); // takes no room on the disk
+    QCOMPARE(run(prefix + saveCommand(path)), 2);
 }
 
 void PreviewSaverTest::aFolderThatMayNotBeWrittenLeavesTheOldFile()
