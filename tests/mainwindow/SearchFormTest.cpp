@@ -63,6 +63,7 @@ private slots:
     void theSwitchesComeFromTheSettings();
     void aPathLineIsAdded();
     void keyword1IsSelectedForTyping();
+    void aClickIntoKeyword1GivesItTheFocus();
 
     // Histories.
     void theDropDownsHoldTheHistories();
@@ -248,12 +249,13 @@ void SearchFormTest::aTogglesShortcutClicksIt()
     const auto press = [](Qt::Key key) {
         QTest::keyClick(QApplication::focusWidget(), key, Qt::ControlModifier | Qt::ShiftModifier);
     };
+    // A button is seen to go down before it clicks.
     press(Qt::Key_O);
-    QCOMPARE(cases.count(), 1);
+    QTRY_COMPARE(cases.count(), 1);
     press(Qt::Key_W);
-    QCOMPARE(words.count(), 1);
+    QTRY_COMPARE(words.count(), 1);
     press(Qt::Key_R);
-    QCOMPARE(patterns.count(), 1);
+    QTRY_COMPARE(patterns.count(), 1);
     QCOMPARE(cases.count() + words.count(), 2);
 }
 
@@ -361,12 +363,13 @@ void SearchFormTest::tabGoesThroughTheFormInAFixedCycle()
         }
         return visited;
     };
-    QCOMPARE(walk(Qt::Key_Tab), cycle);
+    const QStringList visited = walk(Qt::Key_Tab);
+    QVERIFY2(visited == cycle, qPrintable(visited.join(QLatin1Char(' '))));
     QCOMPARE(QApplication::focusWidget(), m_form->pathEdit());
     QStringList back = walk(Qt::Key_Backtab);
     QCOMPARE(back.takeFirst(), QStringLiteral("pathEdit"));
     std::reverse(back.begin(), back.end());
-    QCOMPARE(back, cycle.mid(1));
+    QVERIFY2(back == cycle.mid(1), qPrintable(back.join(QLatin1Char(' '))));
 }
 
 void SearchFormTest::theStateIsWhatWasSet()
@@ -555,6 +558,15 @@ void SearchFormTest::keyword1IsSelectedForTyping()
     QCOMPARE(m_form->keyword1Edit()->selectedText(), QStringLiteral("old"));
     QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("new"));
     QCOMPARE(m_form->state().keyword1, QStringLiteral("new"));
+}
+
+void SearchFormTest::aClickIntoKeyword1GivesItTheFocus()
+{
+    show();
+    m_form->pathEdit()->setFocus();
+    QTest::mouseClick(m_form->keyword1Edit(), Qt::LeftButton);
+    QCOMPARE(QApplication::focusWidget(), m_form->keyword1Combo());
+    QVERIFY(m_form->keyword1Edit()->hasFocus());
 }
 
 void SearchFormTest::theDropDownsHoldTheHistories()
@@ -779,6 +791,8 @@ void SearchFormTest::anInvalidPatternIsShownWhileItIsTyped()
     QFETCH(QString, name);
     AppSettings::instance().regexp = true;
     m_form->applyLook();
+    m_form->setExtraGroup(true);
+    m_form->setKeyword3Group(true);
     auto *box = m_form->findChild<QComboBox *>(name);
     const QString plain = box->lineEdit()->styleSheet();
     QTest::keyClicks(box->lineEdit(), QStringLiteral("a("));
