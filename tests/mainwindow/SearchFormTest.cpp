@@ -1,5 +1,6 @@
 #include "mainwindow/SearchForm.h"
 
+#include "icon/Icons.h"
 #include "settings/AppSettings.h"
 #include "settings/KeywordHistory.h"
 #include "settings/dialogs/LineEdit.h"
@@ -60,6 +61,8 @@ private slots:
     void theTogglesShowTheSettings();
     void theToggleIconsAreTheirFiles_data();
     void theToggleIconsAreTheirFiles();
+    void theOtherButtonsHaveIcons_data();
+    void theOtherButtonsHaveIcons();
     void theSwitchesComeFromTheSettings();
     void aPathLineIsAdded();
     void keyword1IsSelectedForTyping();
@@ -101,6 +104,7 @@ private:
     }
     QComboBox *combo(const char *name) const { return part<QComboBox>(name); }
     void show();
+    QImage iconOf(const QString &button) const;
 
     const ScratchFolder m_folder;
     std::unique_ptr<SearchForm> m_form;
@@ -116,6 +120,11 @@ void addColumns(std::initializer_list<std::pair<const char *, const char *>> row
         QTest::newRow(row.first) << QString::fromLatin1(row.first) << QString::fromUtf8(row.second);
 }
 
+QImage imageOf(const QString &file)
+{
+    return QIcon(file).pixmap(16, 16).toImage();
+}
+
 QString plainConditionsTip()
 {
     return QStringLiteral("追加条件を表示します");
@@ -125,7 +134,7 @@ QString plainConditionsTip()
 
 void SearchFormTest::initTestCase()
 {
-    AppSettings::instance().load(m_folder.path());
+    Icons::load();
 }
 
 void SearchFormTest::init()
@@ -148,6 +157,11 @@ void SearchFormTest::show()
     m_form->show();
     QApplication::setActiveWindow(m_form.get());
     QVERIFY(QTest::qWaitForWindowActive(m_form.get()));
+}
+
+QImage SearchFormTest::iconOf(const QString &button) const
+{
+    return m_form->findChild<QAbstractButton *>(button)->icon().pixmap(16, 16).toImage();
 }
 
 void SearchFormTest::theButtonsHaveTheirNames_data()
@@ -516,14 +530,26 @@ void SearchFormTest::theToggleIconsAreTheirFiles()
     QFETCH(QString, name);
     QFETCH(bool, on);
     QFETCH(QString, file);
-    if (!QFile::exists(file))
-        QSKIP("The icons are not compiled into this test");
+    QVERIFY2(QFile::exists(file), qPrintable(file));
     AppSettings &settings = AppSettings::instance();
     settings.caseinsensitive = settings.word = settings.regexp = on;
     m_form->showToggles();
-    const QSize size(16, 16);
-    const QIcon icon = m_form->findChild<QAbstractButton *>(name)->icon();
-    QCOMPARE(icon.pixmap(size).toImage(), QIcon(file).pixmap(size).toImage());
+    QCOMPARE(iconOf(name), imageOf(file));
+}
+
+void SearchFormTest::theOtherButtonsHaveIcons_data()
+{
+    addColumns({{"btnPlus", ":/icon/plus.png"},
+                {"btnKeyword1", ":/icon/reenter.png"},
+                {"btnKeyword2", ":/icon/conditions.png"}});
+}
+
+void SearchFormTest::theOtherButtonsHaveIcons()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, text);
+    QVERIFY2(QFile::exists(text), qPrintable(text));
+    QCOMPARE(iconOf(name), imageOf(text));
 }
 
 void SearchFormTest::theSwitchesComeFromTheSettings()
@@ -698,8 +724,12 @@ void SearchFormTest::hiddenConditionsInForceAreToldOnTheButton()
     m_form->setExtraGroup(extra);
     m_form->setKeyword3Group(keyword3);
     QCOMPARE(button->toolTip(), extra || keyword3 ? hiddenTip : plainConditionsTip());
+    QCOMPARE(iconOf(button->objectName()),
+             imageOf(extra || keyword3 ? QStringLiteral(":/icon/conditionsInForce.png")
+                                       : QStringLiteral(":/icon/conditions.png")));
     m_form->showExtraConditions(true);
     QCOMPARE(button->toolTip(), plainConditionsTip());
+    QCOMPARE(iconOf(button->objectName()), imageOf(QStringLiteral(":/icon/conditions.png")));
     m_form->showExtraConditions(false);
     QCOMPARE(button->toolTip(), extra || keyword3 ? hiddenTip : plainConditionsTip());
     m_form->setExtraGroup(false);
