@@ -7,6 +7,7 @@
 
 #include "ui_SearchForm.h"
 
+#include <QEvent>
 #include <QLineEdit>
 #include <QSignalBlocker>
 
@@ -51,6 +52,10 @@ SearchForm::~SearchForm() = default;
 void SearchForm::buildKeywordFields()
 {
     m_keyword1 = new LineEdit(m_ui->keyword1Combo);
+    // A new widget stands last in the chain of the focus: Shift+Tab would come here
+    // from the first field and go round the upper half of the form for ever. Done before
+    // the combo box becomes its proxy, which would be moved in its place.
+    setTabOrder(m_ui->keyword1Combo, m_keyword1);
     m_ui->keyword1Combo->setLineEdit(m_keyword1);
     // The field's own completion would fight with the one over the history.
     for (QComboBox *combo : combos()) {
@@ -59,13 +64,22 @@ void SearchForm::buildKeywordFields()
     }
     connect(m_ui->keyword1Combo, QOverload<int>::of(&QComboBox::activated), this,
             [this](int index) { emit pastKeywordChosen(m_ui->keyword1Combo->itemText(index)); });
-    // Keyword 3 has a switch of its own and stays in force without the others.
-    connect(m_ui->extraGroup, &QGroupBox::toggled, this, [this] {
-        m_ui->keyword3Group->setEnabled(true);
-        showHiddenConditions();
-    });
     m_ui->keyword3Group->setEnabled(true);
+    m_ui->keyword3Group->installEventFilter(this);
+    connect(m_ui->extraGroup, &QGroupBox::toggled, this, &SearchForm::showHiddenConditions);
     connect(m_ui->keyword3Group, &QGroupBox::toggled, this, &SearchForm::showHiddenConditions);
+}
+
+/// Keyword 3 has a switch of its own and stays in force without the others. A
+/// group that is not checked disables what is in it on several occasions, as when
+/// it is shown for the first time.
+bool SearchForm::eventFilter(QObject *watched, QEvent *event)
+{
+    QGroupBox *group = m_ui->keyword3Group;
+    if (watched == group && event->type() == QEvent::EnabledChange && !group->isEnabled()
+        && m_ui->extraGroup->isEnabled())
+        group->setEnabled(true);
+    return QWidget::eventFilter(watched, event);
 }
 
 void SearchForm::buildButtons()

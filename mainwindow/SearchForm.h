@@ -77,6 +77,9 @@ public:
     QAbstractButton *wordButton() const;
     QAbstractButton *regexpButton() const;
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     void buildKeywordFields();
     void buildButtons();

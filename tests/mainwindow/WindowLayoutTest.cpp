@@ -1,0 +1,234 @@
+#include "mainwindow/WindowLayout.h"
+
+#include "settings/AppSettings.h"
+#include "tests/support/ScratchFolder.h"
+
+#include <QApplication>
+#include <QDockWidget>
+#include <QMainWindow>
+#include <QSplitter>
+#include <QToolBar>
+#include <QtTest>
+
+#include <memory>
+
+/// A window with the same parts as the main window.
+class WindowLayoutTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void whatIsStoredComesBack();
+    void sizesAndPositionAreStored();
+    void storingWritesNoFile();
+    void withoutAGeometrySizeAndPositionHold();
+    void aSizeTooSmallIsReplaced();
+    void theGeometrySaysMoreThanSizeAndPosition();
+    void ofOneByteNothingIsRestored_data();
+    void ofOneByteNothingIsRestored();
+    void bytesThatMeanNothingChangeNothing();
+    void withoutASplitterStateTheViewsShareByTheirSizes();
+    void aStoredSplitterStateGoesBeforeTheSizes();
+    void aToolBarThatWasMovedIsBackThere();
+
+private:
+    const ScratchFolder m_folder;
+};
+
+namespace {
+
+struct Window {
+    QMainWindow window;
+    QSplitter *splitter = new QSplitter(Qt::Vertical);
+    QWidget *resultView = new QWidget;
+    QWidget *preview = new QWidget;
+    QToolBar *toolBar = new QToolBar;
+
+    Window()
+    {
+        toolBar->setObjectName(QStringLiteral("toolBar"));
+        window.addToolBar(toolBar);
+        splitter->addWidget(resultView);
+        splitter->addWidget(preview);
+        window.setCentralWidget(splitter);
+    }
+
+    WindowLayout::Parts parts() { return {&window, splitter, resultView, preview}; }
+
+    void show()
+    {
+        window.show();
+        QCoreApplication::processEvents();
+    }
+};
+
+} // namespace
+
+void WindowLayoutTest::init()
+{
+    // The defaults: nothing stored.
+    AppSettings::instance().load(m_folder.path());
+}
+
+void WindowLayoutTest::whatIsStoredComesBack()
+{
+    Window first;
+    first.window.resize(700, 560);
+    first.window.move(30, 40);
+    first.show();
+    first.splitter->setSizes({100, 400});
+    const QList<int> sizes = first.splitter->sizes();
+    WindowLayout::store(first.parts());
+
+    Window second;
+    WindowLayout::restore(second.parts());
+    second.show();
+    QCOMPARE(second.window.size(), QSize(700, 560));
+    QCOMPARE(second.window.pos(), first.window.pos());
+    QCOMPARE(second.splitter->sizes(), sizes);
+}
+
+void WindowLayoutTest::sizesAndPositionAreStored()
+{
+    Window window;
+    window.window.resize(710, 570);
+    window.window.move(31, 41);
+    window.show();
+    WindowLayout::store(window.parts());
+    const AppSettings &settings = AppSettings::instance();
+    QCOMPARE(settings.size, QSize(710, 570));
+    QCOMPARE(settings.pos, window.window.pos());
+    QCOMPARE(settings.grepsize, window.resultView->size());
+    QCOMPARE(settings.textsize, window.preview->size());
+    QCOMPARE(settings.geometry, window.window.saveGeometry());
+    QCOMPARE(settings.layouttoolbar, window.window.saveState());
+    QCOMPARE(settings.layoutsplitter, window.splitter->saveState());
+    QVERIFY(settings.geometry.size() > 1);
+}
+
+void WindowLayoutTest::storingWritesNoFile()
+{
+    Window window;
+    WindowLayout::store(window.parts());
+    QVERIFY(!m_folder.exists(QStringLiteral("sarvik.ini")));
+}
+
+void WindowLayoutTest::withoutAGeometrySizeAndPositionHold()
+{
+    AppSettings &settings = AppSettings::instance();
+    settings.size = QSize(640, 480);
+    settings.pos = QPoint(50, 60);
+    QVERIFY(settings.geometry.isEmpty());
+    Window window;
+    WindowLayout::restore(window.parts());
+    QCOMPARE(window.window.size(), QSize(640, 480));
+    QCOMPARE(window.window.pos(), QPoint(50, 60));
+}
+
+void WindowLayoutTest::aSizeTooSmallIsReplaced()
+{
+    AppSettings::instance().size = QSize(10, 500);
+    Window window;
+    WindowLayout::restore(window.parts());
+    QCOMPARE(window.window.size(), QSize(800, 500));
+}
+
+void WindowLayoutTest::theGeometrySaysMoreThanSizeAndPosition()
+{
+    Window first;
+    first.window.resize(700, 560);
+    first.show();
+    AppSettings &settings = AppSettings::instance();
+    settings.geometry = first.window.saveGeometry();
+    settings.size = QSize(650, 450);
+    Window second;
+    WindowLayout::restore(second.parts());
+    QCOMPARE(second.window.size(), QSize(700, 560));
+}
+
+void WindowLayoutTest::ofOneByteNothingIsRestored_data()
+{
+    QTest::addColumn<QByteArray>("stored");
+    QTest::newRow("nothing") << QByteArray();
+    QTest::newRow("one byte") << QByteArray("0");
+}
+
+void WindowLayoutTest::ofOneByteNothingIsRestored()
+{
+    QFETCH(QByteArray, stored);
+    AppSettings &settings = AppSettings::instance();
+    settings.geometry = stored;
+    settings.layouttoolbar = stored;
+    settings.layoutsplitter = stored;
+    settings.size = QSize(640, 480);
+    settings.grepsize = QSize(1, 300);
+    settings.textsize = QSize(1, 100);
+    Window window;
+    WindowLayout::restore(window.parts());
+    window.show();
+    QCOMPARE(window.window.size(), QSize(640, 480));
+    // One byte is no splitter's state: the views share by their sizes.
+    QVERIFY(window.splitter->sizes().first() > 2 * window.splitter->sizes().last());
+}
+
+void WindowLayoutTest::bytesThatMeanNothingChangeNothing()
+{
+    AppSettings &settings = AppSettings::instance();
+    settings.geometry = "nonsense";
+    settings.layouttoolbar = "nonsense";
+    settings.layoutsplitter = "nonsense";
+    settings.size = QSize(640, 480);
+    Window window;
+    WindowLayout::restore(window.parts());
+    window.show();
+    QCOMPARE(window.window.size(), QSize(640, 480));
+    QVERIFY(window.toolBar->isVisible());
+    QVERIFY(!window.splitter->sizes().contains(0));
+}
+
+void WindowLayoutTest::withoutASplitterStateTheViewsShareByTheirSizes()
+{
+    AppSettings &settings = AppSettings::instance();
+    settings.size = QSize(640, 480);
+    settings.grepsize = QSize(1, 100);
+    settings.textsize = QSize(1, 300);
+    Window window;
+    WindowLayout::restore(window.parts());
+    window.show();
+    const QList<int> sizes = window.splitter->sizes();
+    QVERIFY(qAbs(sizes.last() - 3 * sizes.first()) <= 3);
+}
+
+void WindowLayoutTest::aStoredSplitterStateGoesBeforeTheSizes()
+{
+    Window first;
+    first.window.resize(640, 480);
+    first.show();
+    first.splitter->setSizes({300, 100});
+    AppSettings &settings = AppSettings::instance();
+    settings.size = QSize(640, 480);
+    settings.layoutsplitter = first.splitter->saveState();
+    settings.grepsize = QSize(1, 100);
+    settings.textsize = QSize(1, 300);
+    Window second;
+    WindowLayout::restore(second.parts());
+    second.show();
+    QCOMPARE(second.splitter->sizes(), first.splitter->sizes());
+}
+
+void WindowLayoutTest::aToolBarThatWasMovedIsBackThere()
+{
+    Window first;
+    first.window.addToolBar(Qt::BottomToolBarArea, first.toolBar);
+    first.show();
+    WindowLayout::store(first.parts());
+    Window second;
+    QCOMPARE(second.window.toolBarArea(second.toolBar), Qt::TopToolBarArea);
+    WindowLayout::restore(second.parts());
+    QCOMPARE(second.window.toolBarArea(second.toolBar), Qt::BottomToolBarArea);
+}
+
+QTEST_MAIN(WindowLayoutTest)
+
+#include "WindowLayoutTest.moc"
