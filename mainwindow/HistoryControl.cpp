@@ -1,5 +1,6 @@
 #include "mainwindow/HistoryControl.h"
 
+#include "mainwindow/BackgroundTask.h"
 #include "mainwindow/PiecewiseText.h"
 #include "mainwindow/SearchForm.h"
 #include "mainwindow/history/ResultLogFile.h"
@@ -20,12 +21,6 @@ template <typename Value> void assign(const std::optional<Value> &value, Value &
 {
     if (value)
         target = *value;
-}
-
-/// The text letter by letter; the plain text has blanks for no-break spaces.
-QString exactText(const QTextDocument &document)
-{
-    return document.toRawText().replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
 }
 
 /// In a menu an "&" would vanish and underline what follows it.
@@ -62,9 +57,16 @@ bool HistoryControl::save(const FormState &request, const QStringList &paths, co
     log.mask = request.mask;
     log.keyword3Group = request.keyword3Group;
     log.keyword3 = request.keyword3Group ? request.keyword3 : QString();
-    log.text = exactText(*m_views.resultView->document());
-    const bool lastSearch = ResultLogFile::write(m_appDir + QStringLiteral("sarvik.log"), log);
-    const bool history = !m_history.save(time, log).isEmpty();
+    // Not the plain text, which has blanks for no-break spaces.
+    log.text = m_views.resultView->document()->toRawText();
+    bool lastSearch = false;
+    bool history = false;
+    // A million lines take a second to write.
+    BackgroundTask::run([&] {
+        log.text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+        lastSearch = ResultLogFile::write(m_appDir + QStringLiteral("sarvik.log"), log);
+        history = !m_history.save(time, log).isEmpty();
+    });
     m_views.resultView->document()->setModified(false);
     return lastSearch && history;
 }

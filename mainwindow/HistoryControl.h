@@ -46,7 +46,8 @@ public:
     bool loadEntry(int index);
 
     /// Writes the log of the last search and, for time, one into the history.
-    /// False when one of them was not written; nobody is told.
+    /// False when one of them was not written; nobody is told. Events are
+    /// processed while the files are written.
     bool save(const FormState &request, const QStringList &paths, const QDateTime &time);
 
     /// Lists the logs anew, deletes those beyond logmax and begins at the newest.

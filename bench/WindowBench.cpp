@@ -1,0 +1,136 @@
+#include "mainwindow/MainWindow.h"
+#include "settings/AppSettings.h"
+#include "settings/ApplicationDirectory.h"
+#include "settings/LocaleSetup.h"
+#include "view/GrepEditor.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QPlainTextEdit>
+#include <QTextStream>
+#include <QTimer>
+#include <QToolButton>
+
+#include <algorithm>
+
+namespace {
+
+/// Longest time between two turns of the event loop, as a user would feel it.
+class Heartbeat : public QObject {
+public:
+    Heartbeat()
+    {
+        connect(&m_timer, &QTimer::timeout, this, &Heartbeat::beat);
+        m_timer.start(1);
+        m_clock.start();
+    }
+
+    qint64 takeLongest() { return std::exchange(m_longest, 0); }
+
+private:
+    void beat() { m_longest = std::max(m_longest, m_clock.restart()); }
+
+    QTimer m_timer;
+    QElapsedTimer m_clock;
+    qint64 m_longest = 0;
+};
+
+class Bench : public QObject {
+public:
+    explicit Bench(MainWindow &window) : m_window(window)
+    {
+        // The first turn of the event loop in which the rest is being listed.
+        connect(&m_poll, &QTimer::timeout, this, [this] {
+            if (m_engineEnd == 0 && button()->text() == QStringLiteral("表示中..."))
+                m_engineEnd = m_clock.elapsed();
+        });
+        m_poll.start(1);
+    }
+
+    void search(const QString &path, const QString &mask, const QString &keyword,
+                int abortAfterMilliseconds)
+    {
+        m_window.findChild<QPlainTextEdit *>(QStringLiteral("pathEdit"))->setPlainText(path);
+        m_window.findChild<QComboBox *>(QStringLiteral("maskCombo"))->setEditText(mask);
+        m_window.findChild<QComboBox *>(QStringLiteral("keyword1Combo"))->setEditText(keyword);
+        m_heartbeat.takeLongest();
+        m_clock.start();
+        button()->click();
+        qint64 aborted = 0;
+        if (abortAfterMilliseconds > 0) {
+            waitUntil([&] { return m_clock.elapsed() >= abortAfterMilliseconds; });
+            aborted = m_clock.elapsed();
+            button()->click();
+        }
+        waitUntil([this] { return button()->text() == QStringLiteral("検索開始"); });
+        const qint64 idle = m_clock.elapsed();
+        if (m_engineEnd == 0) // listed in less than a turn
+            m_engineEnd = idle;
+        // The last block ends with the first turn after it.
+        waitUntil([&] { return m_clock.elapsed() > idle + 50; });
+        QTextStream(stdout) << "search_ms " << idle << "\nengine_ms " << m_engineEnd
+                            << "\nengine_end_to_idle_ms " << idle - m_engineEnd
+                            << "\nabort_to_engine_end_ms "
+                            << (abortAfterMilliseconds > 0 ? m_engineEnd - aborted : 0)
+                            << "\nlongest_block_ms " << m_heartbeat.takeLongest() << "\nlines "
+                            << view()->blockCount() << '\n';
+    }
+
+    void loadLog()
+    {
+        m_heartbeat.takeLongest();
+        m_clock.start();
+        m_window.arrowBack();
+        m_window.arrowForward();
+        const qint64 loaded = m_clock.elapsed();
+        waitUntil([&] { return m_clock.elapsed() > loaded + 200; });
+        QTextStream(stdout) << "load_ms " << loaded << "\nload_longest_block_ms "
+                            << m_heartbeat.takeLongest() << "\nlines " << view()->blockCount()
+                            << '\n';
+    }
+
+private:
+    QAbstractButton *button() const
+    {
+        return m_window.findChild<QAbstractButton *>(QStringLiteral("pushButton"));
+    }
+    GrepEditor *view() const
+    {
+        return m_window.findChild<GrepEditor *>(QStringLiteral("resultView"));
+    }
+
+    template <typename Condition> void waitUntil(Condition condition)
+    {
+        while (!condition())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+
+    MainWindow &m_window;
+    Heartbeat m_heartbeat;
+    QTimer m_poll;
+    QElapsedTimer m_clock;
+    qint64 m_engineEnd = 0;
+};
+
+} // namespace
+
+/// Arguments: PATH MASK KEYWORD [ABORT_AFTER_MS]. Prints a name and a figure on
+/// each line.
+int main(int argc, char *argv[])
+{
+    LocaleSetup::useUtf8InPlainLocale();
+    QApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    AppSettings::instance().load(ApplicationDirectory::path());
+    MainWindow window({}, {}, {});
+    window.show();
+    Bench bench(window);
+    if (arguments.value(1) == QLatin1String("--load"))
+        bench.loadLog();
+    else
+        bench.search(arguments.value(1), arguments.value(2), arguments.value(3),
+                     arguments.value(4).toInt());
+    return 0;
+}
