@@ -455,8 +455,6 @@ void TextGrepCore::loadOne(const QString &path, FileLoader &loader, FileSearcher
 
 void TextGrepCore::reportRefused(const QString &path, int codeSet)
 {
-    if (codeSet != kFileRefused)
-        qDebug() << "doLoadFile" << codeSet << "getFileCodeSet() error" << path;
     emit ErrorMsg(refusalMessage(codeSet, m_options.limits.bigsize, path));
 }
 
@@ -464,6 +462,7 @@ QString TextGrepCore::refusalMessage(int codeSet, int bigsize, const QString &pa
 {
     if (codeSet == kFileRefused)
         return QStringLiteral("Error File size over %1 MByte:").arg(bigsize) + path;
+    qDebug() << "doLoadFile" << codeSet << "getFileCodeSet() error" << path;
     return QStringLiteral("Error GetFileCode:") + path;
 }
 
