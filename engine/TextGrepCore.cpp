@@ -110,8 +110,9 @@ void TextGrepCore::startTask(void (TextGrepCore::*slot)(), bool replicate)
 {
     m_tasks.push_back(std::make_unique<ThreadPoolTask>(&m_pool));
     ThreadPoolTask *const task = m_tasks.back().get();
-    task->setReplicate(replicate);
     connect(task, &ThreadPoolTask::start, this, slot, Qt::DirectConnection);
+    // Last: the task's lock, which each copy takes first, shows it the rest.
+    task->setReplicate(replicate);
     m_pool.start(task);
 }
 

@@ -24,6 +24,9 @@ class Emissions : public QObject {
 public:
     explicit Emissions(TextGrepCore *engine);
 
+    /// After the run's end: what its threads wrote down is seen from then on.
+    void meetThreads() { const std::lock_guard lock(m_mutex); }
+
     /// By the number of the emitting thread.
     QMap<int, QStringList> events;
     QVector<QPair<int, int>> threadCounts; ///< thread number as told, count
@@ -119,6 +122,7 @@ void TextGrepCoreSignalsTest::aSearchedFileIsCountedThenNamedThenReported()
     EngineRun run;
     Emissions emissions(run.engine());
     QVERIFY(run.run(condition));
+    emissions.meetThreads();
     QStringList seen;
     for (const QStringList &events : qAsConst(emissions.events)) {
         int i = events.indexOf(QStringLiteral("searched"));
@@ -141,6 +145,7 @@ void TextGrepCoreSignalsTest::queueLengthsAreToldBeforeEachEntryIsTaken()
     EngineRun run;
     Emissions emissions(run.engine());
     QVERIFY(run.run(searchFor(key(), {tree.path()})));
+    emissions.meetThreads();
     // Each of the two folders when it was alone in the queue, and an empty
     // queue for each walker that ended.
     QCOMPARE(emissions.folderQueueLengths.count(1), 2);
@@ -162,6 +167,7 @@ void TextGrepCoreSignalsTest::threadsCountTheEntriesTheyListAndTheFilesTheyLoad(
     EngineRun run;
     Emissions emissions(run.engine());
     QVERIFY(run.run(countLinesIn({tree.path()})));
+    emissions.meetThreads();
     QVERIFY(emissions.threadsTellTheirOwnNumber);
     QMap<int, QVector<int>> byThread;
     for (const auto &count : qAsConst(emissions.threadCounts))
