@@ -69,9 +69,7 @@ QStringList CandidateLines::match(LineMatcher &matcher, const CandidateFinder &f
             matcher.visit(cursor.number(), cursor.line());
         if (!cursor.next())
             break;
-        const qint64 lineStart = cursor.end() - cursor.line().size();
-        if (candidate < lineStart)
-            candidate = finder.next(text, lineStart);
+        candidate = finder.next(text, cursor.end() - cursor.line().size());
     }
     return matcher.takeHits();
 }

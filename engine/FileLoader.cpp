@@ -1,9 +1,6 @@
 #include "engine/FileLoader.h"
 
-#include "engine/CodeSetDetector.h"
 #include "engine/FileCodeSet.h"
-
-#include <algorithm>
 
 FileLoader::FileLoader(const SearchLimits &limits, FileReader::TypeCheck typeCheck)
     : m_limits(limits), m_typeCheck(typeCheck)

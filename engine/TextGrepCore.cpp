@@ -110,8 +110,9 @@ void TextGrepCore::startTask(void (TextGrepCore::*slot)(), bool replicate)
 {
     m_tasks.push_back(std::make_unique<ThreadPoolTask>(&m_pool));
     ThreadPoolTask *const task = m_tasks.back().get();
-    task->setReplicate(replicate);
     connect(task, &ThreadPoolTask::start, this, slot, Qt::DirectConnection);
+    // Last: the task's lock, which each copy takes first, shows it the rest.
+    task->setReplicate(replicate);
     m_pool.start(task);
 }
 
@@ -455,8 +456,6 @@ void TextGrepCore::loadOne(const QString &path, FileLoader &loader, FileSearcher
 
 void TextGrepCore::reportRefused(const QString &path, int codeSet)
 {
-    if (codeSet != kFileRefused)
-        qDebug() << "doLoadFile" << codeSet << "getFileCodeSet() error" << path;
     emit ErrorMsg(refusalMessage(codeSet, m_options.limits.bigsize, path));
 }
 
@@ -464,6 +463,7 @@ QString TextGrepCore::refusalMessage(int codeSet, int bigsize, const QString &pa
 {
     if (codeSet == kFileRefused)
         return QStringLiteral("Error File size over %1 MByte:").arg(bigsize) + path;
+    qDebug() << "doLoadFile" << codeSet << "getFileCodeSet() error" << path;
     return QStringLiteral("Error GetFileCode:") + path;
 }
 

@@ -73,6 +73,7 @@ public slots:
     /// abort(), and waits without limit until no worker runs. Not from a worker.
     void abortBlocking();
 
+    // The workers' own: for the tasks that scan starts, nobody else.
     void doLoadFile();
     void doWalkDirs();
     void doWalkSubDirs();
@@ -90,7 +91,8 @@ public:
     int maxThreadCount() const { return m_maxThreadCount; }
 
     /// What ErrorMsg says of a file whose code set detection refused with the
-    /// negative number codeSet; bigsize in MiB.
+    /// negative number codeSet; bigsize in MiB. A number that is none of the
+    /// detection's is written to the debug log as well.
     static QString refusalMessage(int codeSet, int bigsize, const QString &path);
 
 private:

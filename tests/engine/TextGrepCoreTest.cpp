@@ -1,10 +1,13 @@
 #include "engine/TextGrepCore.h"
 
+#include "engine/CodeSet.h"
+#include "engine/HitString.h"
 #include "tests/engine_support/EngineRun.h"
 #include "tests/engine_support/SearchRequests.h"
 #include "tests/engine_support/SlowLister.h"
 #include "tests/engine_support/UnidentifiedLister.h"
 #include "tests/support/ScratchFolder.h"
+#include "tests/support/StreamedText.h"
 
 #include <QMetaMethod>
 #include <QTest>
@@ -42,6 +45,9 @@ private slots:
     void aSizeLimitBelowZeroRefusesEvenAnEmptyFile();
     void theSizeLimitPasses32Bits();
     void aBinaryFileGivesTheSizeError();
+    void aRefusedFileIsNotNamedAsOneWithoutHits();
+    void aFileWithCarriageReturnsAloneIsOneLine();
+    void aMarkInFourBytesIsHeeded();
     void aFileThatCannotBeOpenedIsSkippedSilently();
     void otherRefusalsHaveTheirOwnMessage();
 
@@ -49,6 +55,7 @@ private slots:
     void theMaskChoosesAmongTheFiles();
     void subFoldersAreLeftOutWithoutSubdir();
     void anExcludedSubFolderGivesAWarningAtEachOccurrence();
+    void anExcludedSubFolderGivesItsWarningWithoutSubdirToo();
     void aTopFolderIsExcludedOnlyByItsWholePath();
     void anExcludedFileGivesAWarningWithItsBareName();
     void emptyTopEntriesAreSkipped();
@@ -58,6 +65,7 @@ private slots:
     // List files
     void aListFileNamesWhatIsSearched();
     void foldersOfAListFileNeedSubdir();
+    void aFolderOfAListFileIsExcludedByItsWholePath();
     void theListFileIsAnnouncedWithItsLength();
     void aMissingListFileEndsAtOnce();
 
@@ -79,6 +87,9 @@ private slots:
 
     // Abort and repeat
     void abortEndsTheLoadPhaseWithTrue();
+    void abortEndsTheWalkWithTrue_data();
+    void abortEndsTheWalkWithTrue();
+    void abortEndsALineCountWithTrue();
     void aScanAfterAbortBlockingStartsFromEmptyQueues();
     void aNewScanStopsTheRunningOne();
     void anEngineIsDeletedInTheMiddleOfASearch();
@@ -232,6 +243,56 @@ void TextGrepCoreTest::aBinaryFileGivesTheSizeError()
     QVERIFY(run.lists.isEmpty());
 }
 
+void TextGrepCoreTest::aRefusedFileIsNotNamedAsOneWithoutHits()
+{
+    const ScratchFolder tree;
+    tree.write(QStringLiteral("binary.txt"), QByteArray(8, '\0'));
+    tree.write(QStringLiteral("large.txt"), QByteArray(1048577, 'x'));
+    const QString without = tree.write(QStringLiteral("without.txt"), "nothing here\n");
+    SearchCondition condition = searchFor(key(), {tree.path()});
+    condition.fnameflg = true;
+    EngineRun run;
+    QVERIFY(run.run(condition));
+    QCOMPARE(run.errors.size(), 2);
+    QCOMPARE(run.filesWithoutHits, QStringList{without});
+}
+
+/// The toolkit's text mode takes every carriage return away, and a line ends at
+/// a line feed only.
+void TextGrepCoreTest::aFileWithCarriageReturnsAloneIsOneLine()
+{
+    const ScratchFolder tree;
+    const QByteArray content("one\rkey\rthree\r");
+    const QString a = tree.write(QStringLiteral("a.txt"), content);
+    tree.write(QStringLiteral("b.txt"), "nothing here\r");
+    QCOMPARE(StreamedText(content).read(CodeSet::codec(1)), QStringLiteral("onekeythree"));
+    EngineRun run;
+    QVERIFY(run.run(searchFor(key(), {tree.path()})));
+    const QMap<QString, QStringList> expected{{a, {QStringLiteral("      1:    4:onekeythree")}}};
+    QCOMPARE(run.hitsByPath(), expected);
+}
+
+/// So short a file counts as Shift-JIS, but a mark of UTF-16 decides all the
+/// same when the text is read; one of UTF-8 is no text in Shift-JIS.
+void TextGrepCoreTest::aMarkInFourBytesIsHeeded()
+{
+    const ScratchFolder tree;
+    const QString little = tree.write(QStringLiteral("le.txt"), QByteArray("\xFF\xFEk\0", 4));
+    const QString big = tree.write(QStringLiteral("be.txt"), QByteArray("\xFE\xFF\0k", 4));
+    const QByteArray utf8("\xEF\xBB\xBFk");
+    const QString eight = tree.write(QStringLiteral("8.txt"), utf8);
+    const QString asShiftJis = StreamedText(utf8).read(CodeSet::codec(1));
+    EngineRun run;
+    QVERIFY(run.run(searchFor(QStringLiteral("k"), {tree.path()})));
+    QMap<QString, QStringList> expected{{little, {QStringLiteral("      1:    1:k")}},
+                                        {big, {QStringLiteral("      1:    1:k")}}};
+    if (asShiftJis.contains(QLatin1Char('k')))
+        expected.insert(eight,
+                        {HitString::format(1, 1 + 2 * asShiftJis.indexOf(QLatin1Char('k')),
+                                           QStringView(asShiftJis))});
+    QCOMPARE(run.hitsByPath(), expected);
+}
+
 void TextGrepCoreTest::aFileThatCannotBeOpenedIsSkippedSilently()
 {
     const ScratchFolder tree;
@@ -309,6 +370,23 @@ void TextGrepCoreTest::anExcludedSubFolderGivesAWarningAtEachOccurrence()
                 QStringLiteral("Warning exclution folder:") + tree.path()
                     + QStringLiteral("x/obj/")}));
     QCOMPARE(run.lists.size(), 3);
+}
+
+void TextGrepCoreTest::anExcludedSubFolderGivesItsWarningWithoutSubdirToo()
+{
+    const ScratchFolder tree;
+    for (const char *name : {"a.txt", "b.txt", "obj/c.txt", "x/obj/d.txt"})
+        tree.write(QString::fromLatin1(name), "some key\n");
+    EngineOptions options;
+    options.limits.excludedFolders = QStringList{QStringLiteral("obj")};
+    SearchCondition condition = searchFor(key(), {tree.path()});
+    condition.subdir = false;
+    EngineRun run(options);
+    QVERIFY(run.run(condition));
+    QCOMPARE(run.warnings,
+             QStringList{QStringLiteral("Warning exclution folder:") + tree.path()
+                         + QStringLiteral("obj/")});
+    QCOMPARE(run.lists.size(), 2);
 }
 
 void TextGrepCoreTest::aTopFolderIsExcludedOnlyByItsWholePath()
@@ -425,6 +503,31 @@ void TextGrepCoreTest::foldersOfAListFileNeedSubdir()
     EngineRun run;
     QVERIFY(run.run(condition));
     QCOMPARE(run.pathsWithHits(), QStringList({a, b}));
+}
+
+void TextGrepCoreTest::aFolderOfAListFileIsExcludedByItsWholePath()
+{
+    const ScratchFolder tree;
+    for (const char *name : {"obj/a.txt", "obj/b.txt", "other/c.txt"})
+        tree.write(QString::fromLatin1(name), "some key\n");
+    const QString excluded = tree.filePath(QStringLiteral("obj/"));
+    const QString other = tree.filePath(QStringLiteral("other/"));
+    const QString list =
+        tree.write(QStringLiteral("list.ini"),
+                   QStringLiteral("files=%1, %2\n").arg(excluded, other).toLatin1());
+    SearchCondition condition = searchFor(key(), {QStringLiteral("@") + list});
+    EngineOptions options;
+    options.loadThreshold = 1;
+    options.limits.excludedFolders = QStringList{excluded, QStringLiteral("other")};
+    EngineRun run(options);
+    QVERIFY(run.run(condition));
+    QCOMPARE(run.warnings, QStringList{QStringLiteral("Warning exclution folder:") + excluded});
+    QCOMPARE(run.pathsWithHits(), QStringList{other + QStringLiteral("c.txt")});
+    // One that is not asked for is left out without a word.
+    condition.subdir = false;
+    QVERIFY(run.run(condition));
+    QVERIFY(run.warnings.isEmpty());
+    QVERIFY(run.lists.isEmpty());
 }
 
 void TextGrepCoreTest::theListFileIsAnnouncedWithItsLength()
@@ -588,6 +691,45 @@ void TextGrepCoreTest::abortEndsTheLoadPhaseWithTrue()
     QVERIFY(run.run(searchFor(key(), {tree.path()})));
     QCOMPARE(run.finishedFlags, QVector<bool>{true});
     QVERIFY(run.lists.size() < 400);
+}
+
+void TextGrepCoreTest::abortEndsTheWalkWithTrue_data()
+{
+    QTest::addColumn<bool>("linecount");
+    QTest::newRow("search") << false;
+    QTest::newRow("line count") << true;
+}
+
+void TextGrepCoreTest::abortEndsTheWalkWithTrue()
+{
+    QFETCH(bool, linecount);
+    const ScratchFolder tree;
+    for (int i = 0; i < 50; ++i)
+        tree.makeFolder(QStringLiteral("%1/sub").arg(i));
+    EngineOptions options;
+    options.lister = std::make_shared<SlowLister>(10);
+    EngineRun run(options);
+    connect(run.engine(), &TextGrepCore::progressFileReport, run.engine(), &TextGrepCore::abort,
+            Qt::DirectConnection);
+    const QStringList paths{tree.path()};
+    QVERIFY(run.run(linecount ? countLinesIn(paths) : searchFor(key(), paths)));
+    QCOMPARE(linecount ? run.lcntFinishedFlags : run.finishedFlags, QVector<bool>{true});
+    QVERIFY((linecount ? run.finishedFlags : run.lcntFinishedFlags).isEmpty());
+    QVERIFY(run.reportedNames.size() < 100);
+}
+
+void TextGrepCoreTest::abortEndsALineCountWithTrue()
+{
+    const ScratchFolder tree;
+    for (int i = 0; i < 50; ++i)
+        tree.write(QStringLiteral("%1.txt").arg(i), "1\n2\n");
+    EngineRun run;
+    connect(run.engine(), &TextGrepCore::linecntAt, run.engine(), &TextGrepCore::abort,
+            Qt::DirectConnection);
+    QVERIFY(run.run(countLinesIn({tree.path()})));
+    QCOMPARE(run.lcntFinishedFlags, QVector<bool>{true});
+    QVERIFY(run.finishedFlags.isEmpty());
+    QCOMPARE(run.lineCounts.size(), 1);
 }
 
 void TextGrepCoreTest::aScanAfterAbortBlockingStartsFromEmptyQueues()
