@@ -31,7 +31,8 @@ void WindowFixture::emptyApplicationDirectory()
         QStringLiteral("fileDialog.ini")};
     for (const QString &name : written)
         QFile::remove(applicationFile(name));
-    QDir(applicationFile(QStringLiteral("sarviklog"))).removeRecursively();
+    for (const char *folder : {"sarviklog", "sarvikrescue"})
+        QDir(applicationFile(QLatin1String(folder))).removeRecursively();
 }
 
 MainWindow &WindowFixture::open(const QStringList &pathlist, const QString &mask,

@@ -1,0 +1,394 @@
+#include "tests/mainwindow/WindowFixture.h"
+
+#include "settings/AppSettings.h"
+
+#include <QCheckBox>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QGroupBox>
+#include <QLabel>
+#include <QTest>
+#include <QTextBlock>
+#include <QTextCodec>
+
+namespace {
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(QMessageBox::StandardButton)
+
+/// The file of the selected hit, and what is edited there.
+class MainWindowPreviewTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void aHitShowsItsFileAtItsLine();
+    void theStatusBarTellsThePlace();
+    void aFileLineShowsLineOne();
+    void linesThatAreNoResultsShowNothing();
+    void nothingIsShownWithoutTheFocus();
+    void aLineCountIsNotPreviewed();
+    void aLoadedLogIsPreviewed();
+    void theSameFileIsNotReadAgain();
+    void aLineBeyondTheFileGoesToTheTop();
+    void aFileThatIsGoneIsToldSo();
+    void aBinaryFileIsToldSoAndNotEdited();
+    void theCodeSetIsDetected_data();
+    void theCodeSetIsDetected();
+    void bothViewsKnowThePlace();
+
+    void aModifiedFileIsOfferedForSaving_data();
+    void aModifiedFileIsOfferedForSaving();
+    void ctrlSSavesWithABackup();
+    void lineEndsAndMarksSurviveASave();
+    void aFileChangedByOthersIsAskedFor();
+    void charactersThatWouldBeLostAreAskedFor();
+    void bytesThatNobodyTouchedAreAskedFor();
+    void aTextThatCannotBeSavedIsKeptElsewhere();
+    void closingAsksForAModifiedFile();
+    void closingIsCancelled();
+
+private:
+    /// Searches "apple" and puts the result view's cursor on that line.
+    void searchAndSelect(const QString &line);
+    void select(const QString &line);
+    QString file(const char *name) const { return m_fixture->tree.filePath(text(name)); }
+    QString previewText() const { return m_fixture->preview()->toPlainText(); }
+    int previewLine() const { return m_fixture->preview()->textCursor().blockNumber() + 1; }
+    void edit();
+
+    std::unique_ptr<WindowFixture> m_fixture;
+};
+
+void MainWindowPreviewTest::initTestCase()
+{
+    QLocale::setDefault(QLocale::c());
+}
+
+void MainWindowPreviewTest::init()
+{
+    m_fixture = std::make_unique<WindowFixture>();
+    m_fixture->tree.write(QStringLiteral("a.txt"), "one apple\ntwo pears\nthree apple pies\n");
+    m_fixture->tree.write(QStringLiteral("b.txt"), "the apple\n");
+    m_fixture->open();
+}
+
+void MainWindowPreviewTest::cleanup()
+{
+    m_fixture.reset();
+}
+
+void MainWindowPreviewTest::select(const QString &line)
+{
+    GrepEditor *view = m_fixture->resultView();
+    view->setFocus();
+    for (QTextBlock block = view->document()->begin(); block.isValid(); block = block.next()) {
+        if (block.text().contains(line)) {
+            view->setTextCursor(QTextCursor(block));
+            return;
+        }
+    }
+    QFAIL("no such line");
+}
+
+void MainWindowPreviewTest::searchAndSelect(const QString &line)
+{
+    QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.txt *.none"), text("apple")));
+    select(line);
+}
+
+void MainWindowPreviewTest::edit()
+{
+    QTest::keyClicks(m_fixture->preview(), text("new "));
+    QVERIFY(m_fixture->preview()->document()->isModified());
+}
+
+void MainWindowPreviewTest::aHitShowsItsFileAtItsLine()
+{
+    searchAndSelect(text("three apple"));
+    QCOMPARE(previewText(), text("one apple\ntwo pears\nthree apple pies\n"));
+    QCOMPARE(previewLine(), 3);
+    QVERIFY(!m_fixture->preview()->document()->isModified());
+    QVERIFY(m_fixture->resultView()->hasFocus());
+    select(text("the apple"));
+    QCOMPARE(previewText(), text("the apple\n"));
+    QCOMPARE(previewLine(), 1);
+}
+
+void MainWindowPreviewTest::theStatusBarTellsThePlace()
+{
+    searchAndSelect(text("three apple"));
+    QCOMPARE(m_fixture->statusText(), file("a.txt") + text("  ---- 3:7"));
+}
+
+void MainWindowPreviewTest::aFileLineShowsLineOne()
+{
+    searchAndSelect(text("three apple"));
+    select(text("::") + file("a.txt"));
+    QCOMPARE(previewLine(), 1);
+    QCOMPARE(m_fixture->statusText(), file("a.txt") + text("  ---- 1:1"));
+}
+
+void MainWindowPreviewTest::linesThatAreNoResultsShowNothing()
+{
+    searchAndSelect(text("該当行数"));
+    QCOMPARE(previewText(), QString());
+}
+
+void MainWindowPreviewTest::nothingIsShownWithoutTheFocus()
+{
+    QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.txt"), text("apple")));
+    m_fixture->keyword1()->setFocus();
+    QTextCursor cursor = m_fixture->resultView()->textCursor();
+    cursor.movePosition(QTextCursor::NextBlock);
+    m_fixture->resultView()->setTextCursor(cursor);
+    QCOMPARE(previewText(), QString());
+}
+
+void MainWindowPreviewTest::aLineCountIsNotPreviewed()
+{
+    m_fixture->fill(m_fixture->tree.path(), text("*.txt"), QString());
+    m_fixture->window().lineCountGrep();
+    QVERIFY(m_fixture->waitUntilIdle());
+    select(text("a.txt"));
+    QCOMPARE(previewText(), QString());
+}
+
+void MainWindowPreviewTest::aLoadedLogIsPreviewed()
+{
+    QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.txt"), text("apple")));
+    m_fixture->open();
+    select(text("three apple"));
+    QCOMPARE(previewLine(), 3);
+}
+
+void MainWindowPreviewTest::theSameFileIsNotReadAgain()
+{
+    searchAndSelect(text("one apple"));
+    m_fixture->tree.write(QStringLiteral("a.txt"), "changed\n");
+    select(text("three apple"));
+    QCOMPARE(previewText(), text("one apple\ntwo pears\nthree apple pies\n"));
+    QCOMPARE(previewLine(), 3);
+    // The same line again does nothing: the cursor stays where the user put it.
+    m_fixture->preview()->moveCursor(QTextCursor::Start);
+    select(text("three apple"));
+    QCOMPARE(previewLine(), 1);
+}
+
+void MainWindowPreviewTest::aLineBeyondTheFileGoesToTheTop()
+{
+    QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.txt"), text("apple")));
+    m_fixture->tree.write(QStringLiteral("a.txt"), "short\n");
+    select(text("three apple"));
+    QCOMPARE(previewText(), text("short\n"));
+    QCOMPARE(previewLine(), 1);
+}
+
+void MainWindowPreviewTest::aFileThatIsGoneIsToldSo()
+{
+    QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.txt"), text("apple")));
+    m_fixture->tree.remove(QStringLiteral("a.txt"));
+    select(text("three apple"));
+    QCOMPARE(previewText(), file("a.txt") + text("プレビューできません。"));
+    QCOMPARE(m_fixture->statusText(), file("a.txt") + text("  ---- 3:7"));
+    QVERIFY(m_fixture->prompt.messages.isEmpty());
+}
+
+void MainWindowPreviewTest::aBinaryFileIsToldSoAndNotEdited()
+{
+    QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.txt"), text("apple")));
+    m_fixture->tree.write(QStringLiteral("a.txt"), QByteArray(100, '\0'));
+    select(text("three apple"));
+    QCOMPARE(previewText(), file("a.txt") + text("プレビューできません。"));
+    QVERIFY(m_fixture->preview()->isReadOnly());
+    select(text("the apple"));
+    QVERIFY(!m_fixture->preview()->isReadOnly());
+}
+
+void MainWindowPreviewTest::theCodeSetIsDetected_data()
+{
+    QTest::addColumn<QByteArray>("codec");
+    QTest::addColumn<QString>("label");
+    QTest::newRow("Shift-JIS") << QByteArray("Shift-JIS") << text("Shift-JIS  CRLF");
+    QTest::newRow("EUC-JP") << QByteArray("EUC-JP") << text("EUC-JP  CRLF");
+    QTest::newRow("UTF-8") << QByteArray("UTF-8") << text("UTF-8  CRLF");
+}
+
+void MainWindowPreviewTest::theCodeSetIsDetected()
+{
+    QFETCH(QByteArray, codec);
+    // More than what is judged by line ends alone.
+    const QString content =
+        text("港町の灯台守の日記\n朝はやく灯台の灯を消した。apple\n").repeated(60);
+    QString lines = content;
+    lines.replace(QLatin1Char('\n'), QLatin1String("\r\n"));
+    m_fixture->tree.write(QStringLiteral("a.txt"),
+                          QTextCodec::codecForName(codec)->fromUnicode(lines));
+    searchAndSelect(text("灯を消した"));
+    QCOMPARE(previewText(), content);
+    bool shown = false;
+    const auto labels = m_fixture->window().statusBar()->findChildren<QLabel *>();
+    QFETCH(QString, label);
+    for (const QLabel *shownLabel : labels)
+        shown = shown || shownLabel->text() == label;
+    QVERIFY(shown);
+}
+
+void MainWindowPreviewTest::bothViewsKnowThePlace()
+{
+    searchAndSelect(text("three apple"));
+    for (const GrepEditor *view : {m_fixture->resultView(), m_fixture->preview()}) {
+        QCOMPARE(view->fileName(), file("a.txt"));
+        QCOMPARE(view->line(), 3);
+        QCOMPARE(view->column(), 7);
+    }
+}
+
+void MainWindowPreviewTest::aModifiedFileIsOfferedForSaving_data()
+{
+    QTest::addColumn<QMessageBox::StandardButton>("answer");
+    QTest::addColumn<bool>("saved");
+    QTest::newRow("yes") << QMessageBox::Yes << true;
+    QTest::newRow("no") << QMessageBox::No << false;
+    // The other file comes all the same.
+    QTest::newRow("cancel") << QMessageBox::Cancel << false;
+}
+
+void MainWindowPreviewTest::aModifiedFileIsOfferedForSaving()
+{
+    QFETCH(QMessageBox::StandardButton, answer);
+    QFETCH(bool, saved);
+    m_fixture->prompt.buttons = {answer};
+    searchAndSelect(text("one apple"));
+    edit();
+    select(text("the apple"));
+    QCOMPARE(m_fixture->prompt.messages.size(), 1);
+    const UserPrompt::Message question = m_fixture->prompt.messages.first();
+    QCOMPARE(question.title, text("sarvik"));
+    QCOMPARE(question.text, file("a.txt") + text(" \nは修正されています。保存しますか？"));
+    QVERIFY(question.buttons == (QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel));
+    QCOMPARE(question.defaultButton, QMessageBox::Yes);
+    QCOMPARE(previewText(), text("the apple\n"));
+    const QByteArray content = m_fixture->tree.read(QStringLiteral("a.txt"));
+    QCOMPARE(content.startsWith("new one apple\n"), saved);
+}
+
+void MainWindowPreviewTest::ctrlSSavesWithABackup()
+{
+    searchAndSelect(text("one apple"));
+    edit();
+    m_fixture->preview()->setFocus();
+    QTest::keyClick(m_fixture->preview(), Qt::Key_S, Qt::ControlModifier);
+    QCOMPARE(m_fixture->tree.read(QStringLiteral("a.txt")),
+             QByteArray("new one apple\ntwo pears\nthree apple pies\n"));
+    QCOMPARE(m_fixture->tree.read(QStringLiteral("a.txt.bak")),
+             QByteArray("one apple\ntwo pears\nthree apple pies\n"));
+    QCOMPARE(m_fixture->statusText(), text("セーブしました"));
+    QVERIFY(!m_fixture->preview()->document()->isModified());
+    QVERIFY(m_fixture->prompt.messages.isEmpty());
+}
+
+void MainWindowPreviewTest::lineEndsAndMarksSurviveASave()
+{
+    m_fixture->tree.write(QStringLiteral("a.txt"), "\xEF\xBB\xBFone apple\r\ntwo\r\n");
+    searchAndSelect(text("one apple"));
+    edit();
+    m_fixture->preview()->setFocus();
+    QTest::keyClick(m_fixture->preview(), Qt::Key_S, Qt::ControlModifier);
+    QCOMPARE(m_fixture->tree.read(QStringLiteral("a.txt")),
+             QByteArray("\xEF\xBB\xBFnew one apple\r\ntwo\r\n"));
+}
+
+void MainWindowPreviewTest::aFileChangedByOthersIsAskedFor()
+{
+    m_fixture->prompt.buttons = {QMessageBox::No};
+    searchAndSelect(text("one apple"));
+    edit();
+    m_fixture->tree.write(QStringLiteral("a.txt"), "somebody else's text\n");
+    m_fixture->preview()->setFocus();
+    QTest::keyClick(m_fixture->preview(), Qt::Key_S, Qt::ControlModifier);
+    QCOMPARE(m_fixture->prompt.messages.size(), 1);
+    QCOMPARE(m_fixture->prompt.messages.first().defaultButton, QMessageBox::No);
+    QCOMPARE(m_fixture->tree.read(QStringLiteral("a.txt")), QByteArray("somebody else's text\n"));
+    QVERIFY(m_fixture->preview()->document()->isModified());
+}
+
+void MainWindowPreviewTest::charactersThatWouldBeLostAreAskedFor()
+{
+    m_fixture->prompt.buttons = {QMessageBox::No};
+    const QByteArray bytes =
+        QTextCodec::codecForName("Shift-JIS")->fromUnicode(text("港町の灯台守の日記 apple\r\n"));
+    m_fixture->tree.write(QStringLiteral("a.txt"), bytes);
+    searchAndSelect(text("日記 apple"));
+    m_fixture->preview()->insertPlainText(text("한국어"));
+    m_fixture->preview()->setFocus();
+    QTest::keyClick(m_fixture->preview(), Qt::Key_S, Qt::ControlModifier);
+    QCOMPARE(m_fixture->prompt.messages.size(), 1);
+    QVERIFY(m_fixture->prompt.messages.first().text.contains(text("한국어")));
+    QCOMPARE(m_fixture->tree.read(QStringLiteral("a.txt")), bytes);
+}
+
+void MainWindowPreviewTest::bytesThatNobodyTouchedAreAskedFor()
+{
+    m_fixture->prompt.buttons = {QMessageBox::No};
+    const QByteArray mixed = "one apple\r\ntwo\nthree\r\n";
+    m_fixture->tree.write(QStringLiteral("a.txt"), mixed);
+    searchAndSelect(text("one apple"));
+    edit();
+    m_fixture->preview()->setFocus();
+    QTest::keyClick(m_fixture->preview(), Qt::Key_S, Qt::ControlModifier);
+    QCOMPARE(m_fixture->prompt.messages.size(), 1);
+    QCOMPARE(m_fixture->tree.read(QStringLiteral("a.txt")), mixed);
+}
+
+void MainWindowPreviewTest::aTextThatCannotBeSavedIsKeptElsewhere()
+{
+    // Yes to saving; then the file stands no longer where it could be saved.
+    m_fixture->prompt.buttons = {QMessageBox::Yes, QMessageBox::Ok, QMessageBox::Ok};
+    m_fixture->tree.write(QStringLiteral("gone/c.txt"), "rare apple\n");
+    searchAndSelect(text("rare apple"));
+    edit();
+    QVERIFY(QDir(file("gone")).removeRecursively());
+    select(text("the apple"));
+    QCOMPARE(previewText(), text("the apple\n"));
+    QDir rescued(WindowFixture::applicationFile(QStringLiteral("sarvikrescue")));
+    const QStringList names = rescued.entryList(QDir::Files);
+    QCOMPARE(names.size(), 1);
+    QFile kept(rescued.filePath(names.first()));
+    QVERIFY(kept.open(QIODevice::ReadOnly));
+    QCOMPARE(kept.readAll(), QByteArray("new rare apple\n"));
+    QVERIFY(m_fixture->prompt.messages.last().text.contains(names.first()));
+}
+
+void MainWindowPreviewTest::closingAsksForAModifiedFile()
+{
+    m_fixture->prompt.buttons = {QMessageBox::Yes};
+    searchAndSelect(text("one apple"));
+    edit();
+    QVERIFY(m_fixture->window().close());
+    QVERIFY(m_fixture->tree.read(QStringLiteral("a.txt")).startsWith("new one"));
+}
+
+void MainWindowPreviewTest::closingIsCancelled()
+{
+    m_fixture->prompt.buttons = {QMessageBox::Cancel, QMessageBox::No};
+    searchAndSelect(text("one apple"));
+    edit();
+    QVERIFY(!m_fixture->window().close());
+    QVERIFY(m_fixture->window().isVisible());
+    QVERIFY(m_fixture->window().close());
+    QVERIFY(m_fixture->tree.read(QStringLiteral("a.txt")).startsWith("one"));
+}
+
+QTEST_MAIN(MainWindowPreviewTest)
+#include "MainWindowPreviewTest.moc"
