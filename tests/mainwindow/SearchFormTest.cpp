@@ -71,6 +71,8 @@ private slots:
     // Histories.
     void theDropDownsHoldTheHistories();
     void aRefilledDropDownKeepsWhatWasTyped();
+    void aRefillLeavesCursorAndSelection_data();
+    void aRefillLeavesCursorAndSelection();
     void aRefillIsNoChange();
     void aRefillDropsFormerItems();
     void aPastKeywordThatIsChosenIsTold();
@@ -634,6 +636,36 @@ void SearchFormTest::aRefilledDropDownKeepsWhatWasTyped()
     QCOMPARE(m_form->state().mask, QStringLiteral("*.typed"));
     QCOMPARE(m_form->state().keyword1, QStringLiteral("typed 1"));
     QCOMPARE(m_form->state().keyword2, QString());
+}
+
+void SearchFormTest::aRefillLeavesCursorAndSelection_data()
+{
+    QTest::addColumn<int>("start");
+    QTest::addColumn<int>("length");
+    QTest::newRow("a cursor inside") << 2 << 0;
+    QTest::newRow("a cursor at the end") << 5 << 0;
+    QTest::newRow("a selection") << 1 << 3;
+    QTest::newRow("a selection made backwards") << 4 << -3;
+    QTest::newRow("everything") << 0 << 5;
+}
+
+void SearchFormTest::aRefillLeavesCursorAndSelection()
+{
+    QFETCH(int, start);
+    QFETCH(int, length);
+    AppSettings::instance().maskhistory = QStringList(QStringLiteral("*.a"));
+    AppSettings::instance().keywordHistory->add(QStringLiteral("past"), false, false, false);
+    for (const char *name : {"maskCombo", "keyword1Combo"}) {
+        QLineEdit *edit = combo(name)->lineEdit();
+        edit->setText(QStringLiteral("typed"));
+        edit->setSelection(start, length);
+        const QString selected = edit->selectedText();
+        m_form->fillMasks();
+        m_form->fillKeywords1();
+        QCOMPARE(edit->text(), QStringLiteral("typed"));
+        QCOMPARE(edit->selectedText(), selected);
+        QCOMPARE(edit->cursorPosition(), start + length);
+    }
 }
 
 void SearchFormTest::aRefillIsNoChange()
