@@ -29,6 +29,7 @@ private slots:
     void initTestCase();
     void init();
     void cleanup();
+    void cleanupTestCase();
 
     // What stands in it.
     void theButtonsHaveTheirNames_data();
@@ -152,6 +153,13 @@ void SearchFormTest::init()
 void SearchFormTest::cleanup()
 {
     m_form.reset();
+}
+
+void SearchFormTest::cleanupTestCase()
+{
+    // The fading of a clear button outlives its field and deletes itself in the
+    // end; a leak checker would find it before.
+    QTest::qWait(500);
 }
 
 void SearchFormTest::show()
