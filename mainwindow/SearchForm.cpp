@@ -15,14 +15,32 @@ namespace {
 
 constexpr int kPathLines = 3;
 
-/// An item chosen or refilled must not change what the user typed.
-void refill(QComboBox *combo, const QStringList &items)
+/// Lets fill replace the items. What the user typed stays, and so do the cursor
+/// and the selection in it: a search that ends refills while one types.
+template <typename Fill> void refill(QComboBox *combo, const Fill &fill)
 {
     const QSignalBlocker blocker(combo);
-    const QString text = combo->currentText();
-    combo->clear();
-    combo->addItems(items);
+    QLineEdit *edit = combo->lineEdit();
+    const QString text = edit->text();
+    const int cursor = edit->cursorPosition();
+    const int start = edit->selectionStart();
+    const int length = edit->selectionLength();
+    fill(combo);
     combo->setEditText(text);
+    if (start < 0)
+        edit->setCursorPosition(cursor);
+    else if (cursor == start)
+        edit->setSelection(start + length, -length);
+    else
+        edit->setSelection(start, length);
+}
+
+void refill(QComboBox *combo, const QStringList &items)
+{
+    refill(combo, [&items](QComboBox *box) {
+        box->clear();
+        box->addItems(items);
+    });
 }
 
 QIcon toggleIcon(const char *name, bool on)
@@ -195,10 +213,8 @@ void SearchForm::fillMasks()
 
 void SearchForm::fillKeywords1()
 {
-    const QSignalBlocker blocker(m_ui->keyword1Combo);
-    const QString text = m_ui->keyword1Combo->currentText();
-    AppSettings::instance().keywordHistory->fillCombo(m_ui->keyword1Combo);
-    m_ui->keyword1Combo->setEditText(text);
+    refill(m_ui->keyword1Combo,
+           [](QComboBox *box) { AppSettings::instance().keywordHistory->fillCombo(box); });
 }
 
 void SearchForm::fillKeywords2()

@@ -53,7 +53,8 @@ public:
     void loadSwitches();
     /// Shows the three toggles as AppSettings has them.
     void showToggles();
-    /// Fill the drop-downs from the histories; the texts in the fields stay.
+    /// Fill the drop-downs from the histories; the texts in the fields stay, with
+    /// their cursors and selections.
     void fillMasks();
     void fillKeywords1();
     void fillKeywords2();
