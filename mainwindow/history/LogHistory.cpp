@@ -67,7 +67,7 @@ QString LogHistory::save(const QDateTime &time, const ResultLog &log) const
     if (!QDir().mkpath(m_folder))
         return QString();
     for (int copy = 1; copy <= kMostCopies; ++copy) {
-        const QString path = m_folder + fileName(time, copy);
+        QString path = m_folder + fileName(time, copy);
         const Claim claimed = claim(path);
         if (claimed == Claim::Exists)
             continue;

@@ -120,7 +120,7 @@ QString NativeFile::targetOf(const QString &path)
     char *const target = ::realpath(name.constData(), nullptr);
     if (target == nullptr)
         return path;
-    const QString result = NativePath::fromNative(QByteArray(target));
+    QString result = NativePath::fromNative(QByteArray(target));
     std::free(target);
     return result;
 }

@@ -153,7 +153,7 @@ Outcome PreviewSaver::save(PreviewFile *file, const QString &text)
     const std::optional<Encoded> encoded = tryEncode(text, file->form);
     if (!encoded)
         return {Outcome::Result::WriteFailed, kFailed};
-    const Outcome outcome = Replacement(*file).run(encoded->bytes);
+    Outcome outcome = Replacement(*file).run(encoded->bytes);
     if (outcome.result == Outcome::Result::Saved) {
         file->text = text;
         file->stamp = NativeFile::stampOf(file->path);
