@@ -6,6 +6,7 @@
 #include "cli/StandardStreams.h"
 #include "engine/NativePath.h"
 #include "engine/SignalSpool.h"
+#include "engine/TextGrepCore.h"
 
 #include <utility>
 
@@ -71,7 +72,6 @@ void Console::start()
     m_clock.start();
     m_spoolThread.start();
     m_timer.start(kTickMilliseconds);
-    showProgress();
     m_spool->requestScan(m_condition);
     if (m_interrupted) // before there was anything to stop
         m_spool->abort();
@@ -134,6 +134,8 @@ void Console::connectSpool()
         spool, &SignalSpool::encodingAt, this,
         [this](const QString &path, int codeSet, int lineEnd, bool bom) {
             m_report->addEncoding(path, codeSet, lineEnd, bom);
+            if (codeSet < 0)
+                addRefusal(path, codeSet);
         },
         Qt::QueuedConnection);
 }
@@ -157,6 +159,16 @@ void Console::drainMessages()
     m_messages.flush();
 }
 
+/// Where encodings are listed the engine reports a refused file as a result and
+/// not as an error; the person is told the same as by a search.
+void Console::addRefusal(const QString &path, int codeSet)
+{
+    ++m_errors;
+    const int bigsize = m_engineOptions.limits.bigsize;
+    m_messages.add(NativePath::toNative(TextGrepCore::refusalMessage(codeSet, bigsize, path))
+                   + '\n');
+}
+
 void Console::showProgress()
 {
     if (!m_showProgress)
@@ -167,7 +179,9 @@ void Console::showProgress()
     state.filesQueued = m_spool->fileQueueLength();
     state.hits = m_spool->hitLineCount();
     state.currentFile = m_spool->currentFile();
-    m_progress.show(state, StandardStreams::terminalColumns(Stream::Error));
+    m_progress.show(state, StandardStreams::terminalColumns(Stream::Error), m_clock.elapsed());
+    if (m_progress.isShown())
+        Interrupt::setFarewell(ProgressLine::removal());
 }
 
 void Console::writeStatistics()

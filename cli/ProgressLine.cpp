@@ -1,6 +1,10 @@
 #include "cli/ProgressLine.h"
 
+#include "cli/Message.h"
+
 namespace {
+
+constexpr int kQuietMilliseconds = 300;
 
 /// The columns a character takes, by the rule of the hit columns: one for
 /// ASCII, two for all others, which is never too few.
@@ -30,11 +34,11 @@ QString tail(const QString &text, int columns)
     return text.mid(start);
 }
 
-/// Control characters of a file name would move the cursor.
+/// A file name must not move the cursor.
 QString harmless(QString text)
 {
     for (QChar &c : text) {
-        if (c.category() == QChar::Other_Control || c.isSurrogate())
+        if (Message::isUnsafe(c) || c.isSurrogate())
             c = QLatin1Char('?');
     }
     return text;
@@ -46,16 +50,18 @@ ProgressLine::ProgressLine(const Write &write) : m_write(write)
 {
 }
 
-void ProgressLine::show(const State &state, int columns)
+void ProgressLine::show(const State &state, int columns, qint64 milliseconds)
 {
-    m_write("\r\x1b[K" + text(state, columns).toUtf8());
+    if (milliseconds < kQuietMilliseconds)
+        return;
+    m_write(removal() + text(state, columns).toUtf8());
     m_shown = true;
 }
 
 void ProgressLine::clear()
 {
     if (m_shown)
-        m_write("\r\x1b[K");
+        m_write(removal());
     m_shown = false;
 }
 
