@@ -2,8 +2,10 @@
 
 #include "app/broadcast/NativeEventFilter.h"
 #include "icon/Icons.h"
+#include "mainwindow/FindControl.h"
 #include "mainwindow/FormKeys.h"
 #include "mainwindow/HistoryControl.h"
+#include "mainwindow/KeywordControl.h"
 #include "mainwindow/PreviewControl.h"
 #include "mainwindow/Questions.h"
 #include "mainwindow/RunControl.h"
@@ -12,12 +14,9 @@
 #include "settings/AppSettings.h"
 #include "settings/ApplicationDirectory.h"
 #include "settings/CodecEnvironment.h"
-#include "settings/HistoryList.h"
-#include "settings/KeywordHistory.h"
 #include "settings/ParameterFile.h"
 #include "settings/dialogs/InputFolderDialog.h"
 #include "settings/dialogs/LineEdit.h"
-#include "settings/dialogs/findDialog.h"
 #include "settings/dialogs/optionDialog.h"
 #include "settings/dialogs/verupdialog.h"
 #include "view/GrepEditor.h"
@@ -29,7 +28,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QComboBox>
-#include <QCompleter>
 #include <QDebug>
 #include <QDesktopServices>
 #include <QLoggingCategory>
@@ -71,6 +69,7 @@ MainWindow::MainWindow(const QStringList &pathlist, const QString &mask, const Q
     m_ui->setupUi(this);
     buildViews();
     buildToolBar();
+    m_keywords = new KeywordControl(m_ui->searchForm, this);
     connectActions();
     connectForm();
     connectKeys();
@@ -114,6 +113,7 @@ void MainWindow::buildViews()
     m_preview->setObjectName(QStringLiteral("preview"));
     m_preview->setAccessibleName(QStringLiteral("プレビュー"));
     m_preview->setReadOnly(true);
+    m_find = new FindControl({m_resultView, m_preview, statusBar()}, this);
     m_ui->viewSplitter->addWidget(m_resultView);
     m_ui->viewSplitter->addWidget(m_preview);
     connect(m_resultView, &GrepEditor::BackButton, this, &MainWindow::arrowBack);
@@ -174,7 +174,6 @@ void MainWindow::connectForm()
     // The field's keys are taken by FormKeys, except those that a completer passes on.
     connect(keyword1, &LineEdit::lineEditReturn, this, &MainWindow::GrepDummy);
     connect(keyword1, &LineEdit::returnPressed, this, &MainWindow::GrepDummy);
-    connect(form, &SearchForm::pastKeywordChosen, this, &MainWindow::choosePastKeyword);
 }
 
 void MainWindow::connectKeys()
@@ -218,9 +217,7 @@ void MainWindow::fillHistories()
     form->applyLook();
     form->loadSwitches();
     form->showToggles();
-    form->fillMasks();
-    form->fillKeywords2();
-    refillKeywords();
+    m_keywords->fillAll();
     form->setKeyword1(QString());
     form->setKeyword2(QString());
 }
@@ -236,13 +233,6 @@ void MainWindow::buildHistory()
     });
     m_history->loadLastSearch();
     makeBackMenu();
-}
-
-void MainWindow::refillKeywords()
-{
-    m_ui->searchForm->fillKeywords1();
-    auto *completer = new QCompleter(AppSettings::instance().keywordHistory->keywords());
-    SetCompleter(m_ui->searchForm->keyword1Combo(), completer);
 }
 
 void MainWindow::showRequest(const QStringList &pathlist, const QString &mask,
@@ -290,14 +280,8 @@ void MainWindow::confirmQuit()
 void MainWindow::onBoradCastMessage(uint first, uint thid)
 {
     qDebug().noquote() << QStringLiteral("BoradCastMessage %1 %2").arg(first).arg(thid);
-    SearchForm *form = m_ui->searchForm;
-    const QString typed = form->state().keyword1;
-    AppSettings::instance().keywordHistory->load();
-    {
-        const QSignalBlocker blocker(this);
-        refillKeywords();
-    }
-    form->setKeyword1(typed);
+    const QSignalBlocker blocker(this);
+    m_keywords->reload();
 }
 
 // The form's buttons
@@ -309,48 +293,22 @@ void MainWindow::GrepDummy()
 
 void MainWindow::SetCompleter(QComboBox *le_keyword, QCompleter *completer)
 {
-    QCompleter *former = le_keyword->completer();
-    completer->setParent(le_keyword);
-    completer->setCompletionMode(QCompleter::PopupCompletion);
-    completer->setCaseSensitivity(Qt::CaseInsensitive);
-    le_keyword->setCompleter(completer);
-    delete former;
+    KeywordControl::setCompleter(le_keyword, completer);
 }
 
 void MainWindow::onClick_btn_case()
 {
-    flipToggle(&AppSettings::caseinsensitive);
+    m_keywords->flip(&AppSettings::caseinsensitive);
 }
 
 void MainWindow::onClick_btn_word()
 {
-    flipToggle(&AppSettings::word);
+    m_keywords->flip(&AppSettings::word);
 }
 
 void MainWindow::onClick_btn_regexp()
 {
-    flipToggle(&AppSettings::regexp);
-}
-
-void MainWindow::flipToggle(bool AppSettings::*toggle)
-{
-    AppSettings &settings = AppSettings::instance();
-    settings.*toggle = !(settings.*toggle);
-    m_ui->searchForm->showToggles();
-}
-
-/// A past keyword comes back with the switches it was searched with.
-void MainWindow::choosePastKeyword(const QString &keyword)
-{
-    AppSettings &settings = AppSettings::instance();
-    const int index = settings.keywordHistory->find(keyword);
-    if (index < 0)
-        return;
-    const auto &entry = settings.keywordHistory->entries()[static_cast<size_t>(index)];
-    settings.caseinsensitive = entry.flagA;
-    settings.word = entry.flagB;
-    settings.regexp = entry.flagC;
-    m_ui->searchForm->showToggles();
+    m_keywords->flip(&AppSettings::regexp);
 }
 
 void MainWindow::on_btnKeyword1_clicked()
@@ -441,24 +399,10 @@ void MainWindow::start(FormRequest::Mode mode, const FormState &form)
     const SearchCondition condition = FormRequest::condition(mode, form);
     m_pathlist = condition.pathlist;
     ParameterFile(m_applicationDirectory).write({m_pathlist, form.mask, form.keyword1});
-    rememberKeywords(condition);
+    m_keywords->remember(condition);
     showHighlightWords();
     setRunning(true);
     m_run->start(condition);
-}
-
-void MainWindow::rememberKeywords(const SearchCondition &condition)
-{
-    AppSettings &settings = AppSettings::instance();
-    if (!condition.keyword1.isEmpty()) {
-        settings.keywordHistory->add(condition.keyword1, settings.caseinsensitive, settings.word,
-                                     settings.regexp);
-        refillKeywords();
-    }
-    if (!condition.keyword2.isEmpty()) {
-        HistoryList::insert(settings.history2, condition.keyword2);
-        m_ui->searchForm->fillKeywords2();
-    }
 }
 
 /// What the result view marks: the keywords of the form that are in use.
@@ -502,7 +446,7 @@ void MainWindow::searchFinished(bool aborted)
     m_history->save(m_request, m_pathlist, QDateTime::currentDateTime());
     statusBar()->showMessage(QStringLiteral("セーブしました"), kSavedMilliseconds);
     makeBackMenu();
-    rememberMask();
+    m_keywords->rememberMask(m_request.mask);
     endRun();
 }
 
@@ -527,54 +471,21 @@ void MainWindow::endRun()
         m_resultView->ensureCursorVisible();
 }
 
-void MainWindow::rememberMask()
-{
-    HistoryList::insert(AppSettings::instance().maskhistory, m_request.mask);
-    m_ui->searchForm->fillMasks();
-}
-
 // Views
-
-void MainWindow::find(TextFind::Direction direction)
-{
-    if (m_findText.isEmpty())
-        return findDialogPopup();
-    const AppSettings &settings = AppSettings::instance();
-    const TextFind::Options options{settings.findcase, settings.findword, settings.findregexp};
-    GrepEditor *view = m_preview->hasFocus() ? m_preview : m_resultView;
-    switch (TextFind::find(*view, m_findText, options, direction)) {
-    case TextFind::Result::Found:
-        statusBar()->clearMessage();
-        break;
-    case TextFind::Result::FoundAfterWrap:
-        statusBar()->showMessage(direction == TextFind::Direction::Forward
-                                     ? QStringLiteral("末尾まで検索したので先頭に戻りました")
-                                     : QStringLiteral("先頭まで検索したので末尾に戻りました"),
-                                 kRefusalMilliseconds);
-        break;
-    case TextFind::Result::NotFound:
-        refuse(QStringLiteral("「%1」は見つかりません").arg(m_findText));
-        break;
-    }
-}
 
 void MainWindow::findnext()
 {
-    find(TextFind::Direction::Forward);
+    m_find->find(TextFind::Direction::Forward);
 }
 
 void MainWindow::findprev()
 {
-    find(TextFind::Direction::Backward);
+    m_find->find(TextFind::Direction::Backward);
 }
 
 void MainWindow::findDialogPopup()
 {
-    QString text = m_findText;
-    if (!findDialog::ask(0, text, this) || text.isEmpty())
-        return;
-    m_findText = text;
-    findnext();
+    m_find->ask();
 }
 
 // Other dialogs

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "mainwindow/FormRequest.h"
-#include "mainwindow/TextFind.h"
 #include "mainwindow/ToolButtons.h"
 #include "view/GrepEditorHost.h"
 
@@ -10,10 +9,11 @@
 
 #include <memory>
 
-class AppSettings;
+class FindControl;
 class FormKeys;
 class GrepEditor;
 class HistoryControl;
+class KeywordControl;
 class PreviewControl;
 class RunControl;
 
@@ -100,21 +100,15 @@ private:
     void listenForBroadcasts();
     void fillHistories();
     void buildHistory();
-    void refillKeywords();
     void showRequest(const QStringList &pathlist, const QString &mask, const QString &findword);
     void storeState();
 
     void refuse(const QString &message);
-    void flipToggle(bool AppSettings::*toggle);
-    void choosePastKeyword(const QString &keyword);
     void start(FormRequest::Mode mode, const FormState &form);
     void abortRun();
     void endRun();
     void setRunning(bool running);
-    void rememberKeywords(const SearchCondition &condition);
-    void rememberMask();
     void showHighlightWords();
-    void find(TextFind::Direction direction);
     void showDocument(const QString &relativePath);
     void applySettings();
     void confirmQuit();
@@ -124,6 +118,8 @@ private:
     GrepEditor *m_resultView = nullptr;
     GrepEditor *m_preview = nullptr;
     FormKeys *m_formKeys = nullptr;
+    KeywordControl *m_keywords = nullptr;
+    FindControl *m_find = nullptr;
     RunControl *m_run = nullptr;
     HistoryControl *m_history = nullptr;
     PreviewControl *m_previewControl = nullptr;
@@ -132,6 +128,4 @@ private:
     // Of the last start.
     FormState m_request;
     QStringList m_pathlist;
-
-    QString m_findText;
 };
