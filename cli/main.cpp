@@ -56,9 +56,9 @@ int run(const Options &options)
 
 int main(int argc, char *argv[])
 {
+    StandardStreams::prepare();
     LocaleSetup::useUtf8InPlainLocale();
     CodecEnvironment::applyUnicodeMap();
-    StandardStreams::prepare();
     // Debug lines are for developers, who switch them on by QT_LOGGING_RULES.
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
     QCoreApplication application(argc, argv);

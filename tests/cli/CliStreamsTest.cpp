@@ -2,6 +2,7 @@
 #include "tests/support/ScratchFolder.h"
 
 #include <QProcessEnvironment>
+#include <QRegularExpression>
 #include <QSet>
 #include <QTest>
 
@@ -15,6 +16,7 @@
 #include <sys/stat.h>
 #include <sys/un.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -26,6 +28,25 @@ const QByteArray kManyHits = QByteArray("a line that holds foo and some more tex
 QStringList words(const char *line)
 {
     return QString::fromUtf8(line).split(QLatin1Char(' '));
+}
+
+/// The program as a shell starts it after setUp, with some streams redirected.
+void prepareInShell(QProcess &process, const QString &setUp, const QString &redirections,
+                    const QStringList &arguments)
+{
+    CliRun::prepare(process, arguments);
+    process.setProgram(QStringLiteral("/bin/sh"));
+    process.setArguments(QStringList({QStringLiteral("-c"),
+                                      setUp + QStringLiteral(" exec \"$0\" \"$@\" ") + redirections,
+                                      CliRun::program()})
+                         + arguments);
+}
+
+/// Several times as long as a writer waits before it looks about. Too short on a
+/// slow machine, the test that calls it proves less, but does not fail.
+void letWritersWait()
+{
+    ::usleep(300000);
 }
 
 /// A pipe as a file name; this side reads, and need not.
@@ -73,6 +94,21 @@ public:
         const QByteArray line = m_unread.left(m_unread.indexOf('\n') + 1);
         m_unread.remove(0, line.size());
         return line;
+    }
+
+    /// All that is left until the writer's end is closed.
+    QByteArray readAll()
+    {
+        while (true) {
+            char buffer[4096]; // little at a time: the writer waits again and again
+            struct pollfd wait = {m_descriptor, POLLIN, 0};
+            const bool readable = ::poll(&wait, 1, 60000) > 0;
+            const ssize_t count = readable ? ::read(m_descriptor, buffer, sizeof buffer) : 0;
+            if (count <= 0)
+                break;
+            m_unread.append(buffer, static_cast<int>(count));
+        }
+        return std::exchange(m_unread, QByteArray());
     }
 
 private:
@@ -152,11 +188,17 @@ private slots:
     void initTestCase();
     void ctrlCAbortsAndEndsWith130_data();
     void ctrlCAbortsAndEndsWith130();
+    void ctrlCInTheMiddleOfALongLineFinishesTheLine();
     void ctrlCInALineCountEndsWith130();
+    void twoRunsOnOnePipeKeepTheirLinesWhole();
     void aClosedPipeEndsTheRunQuietly_data();
     void aClosedPipeEndsTheRunQuietly();
     void aFullDeviceIsAnError();
     void aFullDeviceIsAnErrorForTheHelpToo();
+    void aClosedOutputIsAnErrorOfTheResults_data();
+    void aClosedOutputIsAnErrorOfTheResults();
+    void aClosedErrorStreamLeavesTheOutputClean_data();
+    void aClosedErrorStreamLeavesTheOutputClean();
     void outputToASlowReaderIsWholeAndUnmixed();
     void progressIsShownOnATerminalAndRemoved();
     void noProgressWithoutATerminal();
@@ -186,7 +228,7 @@ void CliStreamsTest::ctrlCAbortsAndEndsWith130_data()
 void CliStreamsTest::ctrlCAbortsAndEndsWith130()
 {
     QFETCH(QStringList, options);
-    const NamedPipe pipe(m_scratch.filePath(QString::fromLatin1(QTest::currentDataTag())));
+    NamedPipe pipe(m_scratch.filePath(QString::fromLatin1(QTest::currentDataTag())));
     QProcess process;
     CliRun::prepare(process, options + QStringList{QStringLiteral("foo"), m_many.path()});
     process.setStandardOutputFile(pipe.path());
@@ -195,6 +237,55 @@ void CliStreamsTest::ctrlCAbortsAndEndsWith130()
     ::kill(static_cast<pid_t>(process.processId()), SIGINT);
     QCOMPARE(CliRun::waitForExit(process), 130);
     QCOMPARE(process.readAllStandardError(), QByteArray());
+    QVERIFY(pipe.readAll().endsWith('\n'));
+}
+
+void CliStreamsTest::ctrlCInTheMiddleOfALongLineFinishesTheLine()
+{
+    ScratchFolder tree;
+    for (int i = 0; i < 4; ++i)
+        tree.write(QStringLiteral("%1.txt").arg(i), "foo" + QByteArray(400000, 'x') + '\n');
+    NamedPipe pipe(m_scratch.filePath(QStringLiteral("long line")));
+    QProcess process;
+    CliRun::prepare(process, {QStringLiteral("foo"), tree.path()});
+    process.setStandardOutputFile(pipe.path());
+    process.start();
+    QVERIFY(pipe.waitUntilFull());
+    ::kill(static_cast<pid_t>(process.processId()), SIGINT);
+    letWritersWait();
+    const QByteArray output = pipe.readAll();
+    QCOMPARE(CliRun::waitForExit(process), 130);
+    QCOMPARE(output.right(10), QByteArray("xxxxxxxxx\n"));
+}
+
+void CliStreamsTest::twoRunsOnOnePipeKeepTheirLinesWhole()
+{
+    // Lines of many lengths, so that pieces that end anywhere would show.
+    ScratchFolder tree;
+    QByteArray text;
+    for (int i = 0; i < 300; ++i)
+        text += "foo" + QByteArray(i, 'x') + "end\n";
+    for (int i = 0; i < 20; ++i)
+        tree.write(QStringLiteral("%1.txt").arg(i), text);
+    NamedPipe pipe(m_scratch.filePath(QStringLiteral("shared")));
+    QProcess runs[2];
+    for (QProcess &run : runs) {
+        CliRun::prepare(run, {QStringLiteral("foo"), tree.path()});
+        run.setStandardOutputFile(pipe.path());
+        run.start();
+        QVERIFY(run.waitForStarted());
+    }
+    QVERIFY(pipe.waitUntilFull());
+    letWritersWait();
+    const QByteArray output = pipe.readAll();
+    const QRegularExpression whole(QStringLiteral("^(::.*\\d\\.txt|  [ \\d]{5}:    1:foox*end)$"));
+    QList<QByteArray> lines = output.split('\n');
+    QCOMPARE(lines.takeLast(), QByteArray());
+    for (const QByteArray &line : qAsConst(lines))
+        QVERIFY2(whole.match(QString::fromUtf8(line)).hasMatch(), line.constData());
+    QCOMPARE(lines.size(), 2 * 20 * 301);
+    for (QProcess &run : runs)
+        QCOMPARE(CliRun::waitForExit(run), 0);
 }
 
 void CliStreamsTest::ctrlCInALineCountEndsWith130()
@@ -254,6 +345,53 @@ void CliStreamsTest::aFullDeviceIsAnErrorForTheHelpToo()
     process.setStandardOutputFile(QStringLiteral("/dev/full"));
     process.start();
     QCOMPARE(CliRun::waitForExit(process), 2);
+}
+
+void CliStreamsTest::aClosedOutputIsAnErrorOfTheResults_data()
+{
+    QTest::addColumn<QString>("redirections");
+    QTest::newRow("output") << QStringLiteral(">&-");
+    QTest::newRow("input and output") << QStringLiteral("<&- >&-");
+}
+
+void CliStreamsTest::aClosedOutputIsAnErrorOfTheResults()
+{
+    QFETCH(QString, redirections);
+    QProcess hits;
+    prepareInShell(hits, QString(), redirections, {QStringLiteral("foo"), m_many.path()});
+    hits.start();
+    QCOMPARE(CliRun::waitForExit(hits), 2);
+    QCOMPARE(hits.readAllStandardError(),
+             QByteArray("sarvik-cli: cannot write the results: Bad file descriptor\n"));
+
+    QProcess noHits;
+    prepareInShell(noHits, QString(), redirections, {QStringLiteral("nowhere"), m_many.path()});
+    noHits.start();
+    QCOMPARE(CliRun::waitForExit(noHits), 1);
+    QCOMPARE(noHits.readAllStandardError(), QByteArray());
+}
+
+void CliStreamsTest::aClosedErrorStreamLeavesTheOutputClean_data()
+{
+    QTest::addColumn<QString>("redirections");
+    QTest::newRow("error") << QStringLiteral("2>&-");
+    QTest::newRow("input and error") << QStringLiteral("<&- 2>&-");
+}
+
+void CliStreamsTest::aClosedErrorStreamLeavesTheOutputClean()
+{
+    QFETCH(QString, redirections);
+    ScratchFolder tree;
+    tree.write(QStringLiteral("a.txt"), "foo\n");
+    tree.write(QStringLiteral("skipped.txt"), "foo\n");
+    tree.write(QStringLiteral("zeros.txt"), QByteArray(100, '\0'));
+    QProcess process;
+    prepareInShell(process, QString(), redirections,
+                   words("--format grep --stats --exclude-file skip foo")
+                       + QStringList(tree.path()));
+    process.start();
+    QCOMPARE(CliRun::waitForExit(process), 0);
+    QCOMPARE(process.readAllStandardOutput(), tree.path().toUtf8() + "a.txt:1:1:foo\n");
 }
 
 void CliStreamsTest::outputToASlowReaderIsWholeAndUnmixed()
