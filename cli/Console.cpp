@@ -71,7 +71,6 @@ void Console::start()
     m_clock.start();
     m_spoolThread.start();
     m_timer.start(kTickMilliseconds);
-    showProgress();
     m_spool->requestScan(m_condition);
     if (m_interrupted) // before there was anything to stop
         m_spool->abort();
@@ -167,7 +166,9 @@ void Console::showProgress()
     state.filesQueued = m_spool->fileQueueLength();
     state.hits = m_spool->hitLineCount();
     state.currentFile = m_spool->currentFile();
-    m_progress.show(state, StandardStreams::terminalColumns(Stream::Error));
+    m_progress.show(state, StandardStreams::terminalColumns(Stream::Error), m_clock.elapsed());
+    if (m_progress.isShown())
+        Interrupt::setFarewell(ProgressLine::removal());
 }
 
 void Console::writeStatistics()

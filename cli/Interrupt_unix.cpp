@@ -5,6 +5,7 @@
 #include <atomic>
 #include <cerrno>
 #include <csignal>
+#include <cstring>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -12,9 +13,12 @@ namespace {
 
 std::atomic<bool> g_pending{false};
 std::atomic<int> g_wakeUp{-1}; // written by the signal handler, read by the event loop
-static_assert(std::atomic<int>::is_always_lock_free, "the signal handler may take no lock");
+std::atomic<const char *> g_farewell{nullptr};
+static_assert(std::atomic<int>::is_always_lock_free
+                  && std::atomic<const char *>::is_always_lock_free,
+              "a signal handler may take no lock");
 
-void handleSignal(int)
+void handleInterrupt(int)
 {
     const int savedError = errno;
     g_pending = true;
@@ -25,20 +29,39 @@ void handleSignal(int)
     errno = savedError;
 }
 
-void listen(void (*handler)(int))
+/// The process ends by the signal, as if nobody listened; SA_RESETHAND has set
+/// the usual meaning again, and the signal is delivered on return.
+void handleEnd(int signalNumber)
 {
+    const char *const farewell = g_farewell;
+    if (farewell != nullptr) {
+        const ssize_t written = ::write(STDERR_FILENO, farewell, std::strlen(farewell));
+        static_cast<void>(written);
+    }
+    ::raise(signalNumber);
+}
+
+/// False where whoever started the program wants the signal ignored, as nohup
+/// and a shell's "&" do: it stays ignored.
+bool listen(int signalNumber, void (*handler)(int))
+{
+    struct sigaction before = {};
+    if (::sigaction(signalNumber, nullptr, &before) != 0 || before.sa_handler == SIG_IGN)
+        return false;
     struct sigaction action = {};
     action.sa_handler = handler;
     // Without SA_RESTART: a write to a pipe that nobody reads must end, too.
     action.sa_flags = static_cast<int>(SA_RESETHAND);
     sigemptyset(&action.sa_mask);
-    ::sigaction(SIGINT, &action, nullptr);
+    return ::sigaction(signalNumber, &action, nullptr) == 0;
 }
 
 } // namespace
 
 Interrupt::Interrupt(QObject *parent) : QObject(parent)
 {
+    for (const int signalNumber : {SIGTERM, SIGHUP})
+        listen(signalNumber, handleEnd);
     int ends[2];
     if (::pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0)
         return; // Ctrl+C keeps its usual meaning
@@ -48,16 +71,22 @@ Interrupt::Interrupt(QObject *parent) : QObject(parent)
         notifier->setEnabled(false);
         emit interrupted();
     });
-    listen(handleSignal);
+    listen(SIGINT, handleInterrupt);
 }
 
 Interrupt::~Interrupt()
 {
-    if (g_wakeUp >= 0)
-        listen(SIG_DFL);
+    g_farewell = nullptr;
+    for (const int signalNumber : {SIGINT, SIGTERM, SIGHUP})
+        listen(signalNumber, SIG_DFL);
 }
 
 bool Interrupt::isPending()
 {
     return g_pending;
+}
+
+void Interrupt::setFarewell(const char *bytes)
+{
+    g_farewell = bytes;
 }

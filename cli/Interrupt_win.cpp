@@ -36,3 +36,7 @@ bool Interrupt::isPending()
 {
     return g_pending;
 }
+
+void Interrupt::setFarewell(const char *)
+{
+}

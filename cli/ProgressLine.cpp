@@ -2,6 +2,8 @@
 
 namespace {
 
+constexpr int kQuietMilliseconds = 300;
+
 /// The columns a character takes, by the rule of the hit columns: one for
 /// ASCII, two for all others, which is never too few.
 int width(QChar c)
@@ -46,16 +48,18 @@ ProgressLine::ProgressLine(const Write &write) : m_write(write)
 {
 }
 
-void ProgressLine::show(const State &state, int columns)
+void ProgressLine::show(const State &state, int columns, qint64 milliseconds)
 {
-    m_write("\r\x1b[K" + text(state, columns).toUtf8());
+    if (milliseconds < kQuietMilliseconds)
+        return;
+    m_write(removal() + text(state, columns).toUtf8());
     m_shown = true;
 }
 
 void ProgressLine::clear()
 {
     if (m_shown)
-        m_write("\r\x1b[K");
+        m_write(removal());
     m_shown = false;
 }
 

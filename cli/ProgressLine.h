@@ -21,11 +21,17 @@ public:
 
     explicit ProgressLine(const Write &write);
 
-    /// columns: the terminal's width now.
-    void show(const State &state, int columns);
+    /// columns: the terminal's width now; milliseconds: since the start of the
+    /// search. Shows nothing in the first 300: what ends sooner need not flash.
+    void show(const State &state, int columns, qint64 milliseconds);
     /// Removes the line; to be called before anything else is written to a
     /// terminal.
     void clear();
+
+    bool isShown() const { return m_shown; }
+
+    /// The bytes that remove the line.
+    static const char *removal() { return "\r\x1b[K"; }
 
     /// The text for a terminal of columns columns: at least one column stays
     /// free, and a long path loses its beginning.

@@ -10,6 +10,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <functional>
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
@@ -99,16 +100,19 @@ public:
     /// All that is left until the writer's end is closed.
     QByteArray readAll()
     {
-        while (true) {
-            char buffer[4096]; // little at a time: the writer waits again and again
-            struct pollfd wait = {m_descriptor, POLLIN, 0};
-            const bool readable = ::poll(&wait, 1, 60000) > 0;
-            const ssize_t count = readable ? ::read(m_descriptor, buffer, sizeof buffer) : 0;
-            if (count <= 0)
-                break;
-            m_unread.append(buffer, static_cast<int>(count));
-        }
+        while (readSome()) { }
         return std::exchange(m_unread, QByteArray());
+    }
+    /// Takes the next bytes for readAll, few of them, so that the writer waits
+    /// again and again; false when no more comes.
+    bool readSome()
+    {
+        char buffer[4096];
+        struct pollfd wait = {m_descriptor, POLLIN, 0};
+        const bool readable = ::poll(&wait, 1, 60000) > 0;
+        const ssize_t count = readable ? ::read(m_descriptor, buffer, sizeof buffer) : 0;
+        m_unread.append(buffer, static_cast<int>(qMax<ssize_t>(count, 0)));
+        return count > 0;
     }
 
 private:
@@ -159,11 +163,11 @@ public:
     bool isThere() const { return m_other >= 0; }
 
     QString path() const { return QString::fromLocal8Bit(::ptsname(m_descriptor)); }
-    QByteArray written() const
+    QByteArray written(int msPatience = 200) const
     {
         QByteArray bytes;
         struct pollfd wait = {m_descriptor, POLLIN, 0};
-        while (::poll(&wait, 1, 200) > 0 && (wait.revents & POLLIN) != 0) {
+        while (::poll(&wait, 1, msPatience) > 0 && (wait.revents & POLLIN) != 0) {
             char buffer[4096];
             const ssize_t count = ::read(m_descriptor, buffer, sizeof buffer);
             if (count <= 0)
@@ -177,6 +181,18 @@ private:
     int m_descriptor;
     int m_other = -1;
 };
+
+/// What is written to terminal until the progress is on it; between goes on
+/// with the run meanwhile.
+QByteArray waitForProgress(const PseudoTerminal &terminal, const std::function<void()> &between)
+{
+    QByteArray written;
+    for (int i = 0; i < 3000 && !written.contains("searched "); ++i) {
+        between();
+        written += terminal.written(20);
+    }
+    return written;
+}
 
 } // namespace
 
@@ -201,6 +217,9 @@ private slots:
     void aClosedErrorStreamLeavesTheOutputClean();
     void outputToASlowReaderIsWholeAndUnmixed();
     void progressIsShownOnATerminalAndRemoved();
+    void aSignalFromOutsideRemovesTheProgress_data();
+    void aSignalFromOutsideRemovesTheProgress();
+    void anIgnoredCtrlCStaysIgnored();
     void noProgressWithoutATerminal();
     void oddEntriesNeitherStopNorHangARun();
     void namesThatAreNoUtf8AreSearchedAndPrintedAsTheyAre();
@@ -421,18 +440,68 @@ void CliStreamsTest::progressIsShownOnATerminalAndRemoved()
     const PseudoTerminal terminal;
     if (!terminal.isThere())
         QSKIP("no pseudo-terminals here");
+    // The results are read slowly, so that the run lasts until the line is seen.
+    NamedPipe pipe(m_scratch.filePath(QStringLiteral("progress")));
     QProcess process;
     CliRun::prepare(process, {QStringLiteral("foo"), m_many.path()});
+    process.setStandardOutputFile(pipe.path());
     process.setStandardErrorFile(terminal.path());
     process.start();
+    QVERIFY(pipe.waitUntilFull());
+    letWritersWait();
+    QByteArray written = waitForProgress(terminal, [&] { pipe.readSome(); });
+    QVERIFY(!pipe.readAll().isEmpty());
     QCOMPARE(CliRun::waitForExit(process), 0);
-    const QByteArray written = terminal.written();
-    QVERIFY2(written.startsWith("\r\x1b[Ksearched 0, hits 0, queued: folders 0, files 0 "),
-             written.constData());
+    written += terminal.written();
+    QVERIFY2(written.startsWith("\r\x1b[Ksearched "), written.constData());
     QVERIFY2(written.endsWith("\r\x1b[K"), written.constData());
     QVERIFY(!written.contains('\n'));
     for (const QByteArray &shown : written.split('\r'))
         QVERIFY2(QByteArray(shown).replace("\x1b[K", "").size() < 60, shown.constData());
+}
+
+void CliStreamsTest::aSignalFromOutsideRemovesTheProgress_data()
+{
+    QTest::addColumn<int>("signalNumber");
+    QTest::newRow("SIGTERM") << SIGTERM;
+    QTest::newRow("SIGHUP") << SIGHUP;
+}
+
+void CliStreamsTest::aSignalFromOutsideRemovesTheProgress()
+{
+    QFETCH(int, signalNumber);
+    const PseudoTerminal terminal;
+    if (!terminal.isThere())
+        QSKIP("no pseudo-terminals here");
+    // A pattern that tries every part of a long line takes minutes.
+    ScratchFolder tree;
+    tree.write(QStringLiteral("a.txt"), "y" + QByteArray(500000, 'x') + '\n');
+    QProcess process;
+    CliRun::prepare(process, {QStringLiteral("(x+)\\1y"), tree.path()});
+    process.setStandardErrorFile(terminal.path());
+    process.start();
+    QByteArray written = waitForProgress(terminal, [] {});
+    QVERIFY2(written.contains("searched "), written.constData());
+    ::kill(static_cast<pid_t>(process.processId()), signalNumber);
+    QCOMPARE(CliRun::waitForExit(process), -1);
+    QCOMPARE(process.exitCode(), signalNumber);
+    written += terminal.written();
+    QVERIFY2(written.endsWith("\r\x1b[K"), written.constData());
+}
+
+void CliStreamsTest::anIgnoredCtrlCStaysIgnored()
+{
+    NamedPipe pipe(m_scratch.filePath(QStringLiteral("ignored")));
+    QProcess process;
+    prepareInShell(process, QStringLiteral("trap '' INT;"), QString(),
+                   {QStringLiteral("foo"), m_many.path()});
+    process.setStandardOutputFile(pipe.path());
+    process.start();
+    QVERIFY(pipe.waitUntilFull());
+    ::kill(static_cast<pid_t>(process.processId()), SIGINT);
+    letWritersWait();
+    QCOMPARE(pipe.readAll().count('\n'), kManyFiles * 101);
+    QCOMPARE(CliRun::waitForExit(process), 0);
 }
 
 void CliStreamsTest::noProgressWithoutATerminal()

@@ -25,6 +25,7 @@ private slots:
     void controlCharactersOfANameAreNotPrinted();
     void showingWritesOverTheLineBefore();
     void clearingWritesOnlyWhenALineIsShown();
+    void nothingIsShownInTheFirst300Milliseconds();
 };
 
 void ProgressLineTest::theCountsStandBeforeTheFile()
@@ -75,7 +76,7 @@ void ProgressLineTest::showingWritesOverTheLineBefore()
 {
     QByteArray written;
     ProgressLine line([&](const QByteArray &bytes) { written += bytes; });
-    line.show(state(QStringLiteral("港")), 80);
+    line.show(state(QStringLiteral("港")), 80, 300);
     QCOMPARE(written, "\r\x1b[K" + (kCounts + QStringLiteral("港")).toUtf8());
 }
 
@@ -85,11 +86,23 @@ void ProgressLineTest::clearingWritesOnlyWhenALineIsShown()
     ProgressLine line([&](const QByteArray &bytes) { written += bytes; });
     line.clear();
     QCOMPARE(written, QByteArray());
-    line.show(state(QString()), 80);
+    line.show(state(QString()), 80, 300);
     written.clear();
     line.clear();
     line.clear();
     QCOMPARE(written, QByteArray("\r\x1b[K"));
+}
+
+void ProgressLineTest::nothingIsShownInTheFirst300Milliseconds()
+{
+    QByteArray written;
+    ProgressLine line([&](const QByteArray &bytes) { written += bytes; });
+    line.show(state(QString()), 80, 299);
+    QVERIFY(!line.isShown());
+    QCOMPARE(written, QByteArray());
+    line.show(state(QString()), 80, 300);
+    QVERIFY(line.isShown());
+    QVERIFY(!written.isEmpty());
 }
 
 QTEST_GUILESS_MAIN(ProgressLineTest)
