@@ -1,5 +1,6 @@
 #include "cli/HitPainter.h"
 
+#include "engine/LineMatcher.h"
 #include "engine/NativePath.h"
 
 namespace {
@@ -9,12 +10,14 @@ const QByteArray kNumber = QByteArrayLiteral("\x1b[32m");
 const QByteArray kMatch = QByteArrayLiteral("\x1b[1;31m");
 const QByteArray kPlain = QByteArrayLiteral("\x1b[m");
 
-QRegExp keywordExpression(const SearchCondition &condition)
+QRegExp keywordExpression(SearchCondition condition)
 {
-    QString pattern = condition.regExp() ? condition.keyword1 : QRegExp::escape(condition.keyword1);
-    if (condition.word())
-        pattern = QStringLiteral("\\b") + pattern + QStringLiteral("\\b");
-    return QRegExp(pattern, condition.caseSensitivity(), QRegExp::RegExp);
+    if (!condition.regExp()) {
+        condition.keyword1 = QRegExp::escape(condition.keyword1);
+        condition.flg |= SearchCondition::RegExpFlag;
+    }
+    return QRegExp(LineMatcher::effectiveKeyword1(condition), condition.caseSensitivity(),
+                   QRegExp::RegExp);
 }
 
 } // namespace

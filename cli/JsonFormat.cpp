@@ -1,6 +1,7 @@
 #include "cli/JsonFormat.h"
 
 #include "cli/HitLine.h"
+#include "cli/Message.h"
 #include "engine/NativePath.h"
 
 namespace {
@@ -8,13 +9,6 @@ namespace {
 QString unicodeEscape(QChar c)
 {
     return QStringLiteral("\\u%1").arg(c.unicode(), 4, 16, QLatin1Char('0'));
-}
-
-/// Control characters and what some readers take for the end of a line.
-bool needsUnicodeEscape(QChar c)
-{
-    const ushort code = c.unicode();
-    return code < 0x20 || (code >= 0x7F && code < 0xA0) || code == 0x2028 || code == 0x2029;
 }
 
 QString escaped(QChar c)
@@ -31,14 +25,8 @@ QString escaped(QChar c)
     case '\t':
         return QStringLiteral("\\t");
     default:
-        return needsUnicodeEscape(c) ? unicodeEscape(c) : QString(c);
+        return Message::isUnsafe(c) ? unicodeEscape(c) : QString(c);
     }
-}
-
-bool isPairAt(const QString &text, int index)
-{
-    return text.at(index).isHighSurrogate() && index + 1 < text.size()
-        && text.at(index + 1).isLowSurrogate();
 }
 
 /// The members that all objects of a file share.
@@ -78,7 +66,7 @@ QByteArray JsonFormat::quote(const QString &text)
 {
     QString quoted = QStringLiteral("\"");
     for (int i = 0; i < text.size(); ++i) {
-        if (isPairAt(text, i)) {
+        if (Message::isPairAt(text, i)) {
             quoted += text.midRef(i, 2);
             ++i;
         } else if (text.at(i).isSurrogate()) {

@@ -23,9 +23,9 @@ public:
 
     QByteArray format(const FileResult &file) const override;
 
-    /// text as a JSON string with its quotes. Control characters are escaped,
-    /// also those above 127, and the separators U+2028 and U+2029, so that an
-    /// object is one line to every reader; lone surrogates become U+FFFD.
+    /// text as a JSON string with its quotes. What Message::isUnsafe names is
+    /// escaped, so that an object is one line to every reader and shows as it
+    /// is; lone surrogates become U+FFFD.
     static QByteArray quote(const QString &text);
 
 private:

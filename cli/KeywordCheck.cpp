@@ -1,6 +1,8 @@
 #include "cli/KeywordCheck.h"
 
 #include "cli/Message.h"
+#include "cli/SearchRequest.h"
+#include "engine/LineMatcher.h"
 
 #include <QRegExp>
 
@@ -11,9 +13,7 @@ bool hasLoneSurrogate(const QString &text)
     for (int i = 0; i < text.size(); ++i) {
         if (!text.at(i).isSurrogate())
             continue;
-        const bool pair =
-            text.at(i).isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate();
-        if (!pair)
+        if (!Message::isPairAt(text, i))
             return true;
         ++i;
     }
@@ -33,6 +33,9 @@ QString keywordError(const QString &name, const QString &keyword, const Options 
 {
     if (hasLoneSurrogate(keyword))
         return name + QStringLiteral(" is not valid UTF-8: ") + Message::quoted(keyword);
+    if (keyword.contains(QLatin1Char('\n')))
+        return name + QStringLiteral(" holds a line feed, and no line does: ")
+            + Message::quoted(keyword);
     return options.fixedStrings ? QString() : patternError(name, keyword, keyword);
 }
 
@@ -48,7 +51,7 @@ QString KeywordCheck::error(const Options &options)
     // that is right alone.
     if (error.isEmpty() && options.word && !options.fixedStrings)
         error = patternError(keywordName, options.keyword,
-                             QStringLiteral("\\b") + options.keyword + QStringLiteral("\\b"));
+                             LineMatcher::effectiveKeyword1(SearchRequest::condition(options, {})));
     if (error.isEmpty())
         error = keywordError(QStringLiteral("--near"), options.nearKeyword, options);
     if (error.isEmpty())

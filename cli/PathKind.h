@@ -6,6 +6,9 @@
 enum class PathKind {
     Missing,
     Unreadable,
+    LinkLoop, ///< links that lead back to themselves
+    NameTooLong, ///< longer than the system takes
+    Broken, ///< the disk or the network does not answer as it should
     Folder,
     File,
     Special ///< FIFO, socket, device: never opened
@@ -14,3 +17,7 @@ enum class PathKind {
 /// path as in NativePath, with or without a "/" at the end of a folder.
 /// Re-entrant; never blocks on what the entry is.
 PathKind pathKind(const QString &path);
+
+/// A text that is the same for all paths to one entry, links followed; empty
+/// where there is none. Two names of one file (hard links) are two entries.
+QString canonicalPath(const QString &path);

@@ -13,3 +13,8 @@ PathKind pathKind(const QString &path)
         return PathKind::Folder;
     return info.isFile() ? PathKind::File : PathKind::Special;
 }
+
+QString canonicalPath(const QString &path)
+{
+    return QFileInfo(path).canonicalFilePath().toLower();
+}

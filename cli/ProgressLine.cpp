@@ -1,5 +1,7 @@
 #include "cli/ProgressLine.h"
 
+#include "cli/Message.h"
+
 namespace {
 
 constexpr int kQuietMilliseconds = 300;
@@ -32,11 +34,11 @@ QString tail(const QString &text, int columns)
     return text.mid(start);
 }
 
-/// Control characters of a file name would move the cursor.
+/// A file name must not move the cursor.
 QString harmless(QString text)
 {
     for (QChar &c : text) {
-        if (c.category() == QChar::Other_Control || c.isSurrogate())
+        if (Message::isUnsafe(c) || c.isSurrogate())
             c = QLatin1Char('?');
     }
     return text;

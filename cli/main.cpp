@@ -6,6 +6,7 @@
 #include "cli/StandardStreams.h"
 #include "engine/NativePath.h"
 #include "settings/AppSettings.h"
+#include "settings/ApplicationDirectory.h"
 #include "settings/CodecEnvironment.h"
 #include "settings/LocaleSetup.h"
 
@@ -29,12 +30,18 @@ int refuse(const QString &error)
                  Console::Failure);
 }
 
+void warn(const QString &warning)
+{
+    print(Stream::Error, QStringLiteral("sarvik-cli: ") + warning + QLatin1Char('\n'),
+          Console::HitsFound);
+}
+
 SearchLimits limitsFor(const Options &options)
 {
     if (!options.useSettings)
         return SearchLimits();
     AppSettings &settings = AppSettings::instance();
-    settings.load(QCoreApplication::applicationDirPath() + QLatin1Char('/'));
+    settings.load(ApplicationDirectory::path());
     return SearchLimits::fromSettings(settings);
 }
 
@@ -43,6 +50,8 @@ int run(const Options &options)
     const PathArguments::Result paths = PathArguments::resolve(options.paths);
     if (!paths.ok())
         return refuse(paths.error);
+    for (const QString &warning : paths.warnings)
+        warn(warning);
     Interrupt interrupt;
     Console console(options, paths.pathlist, limitsFor(options));
     QObject::connect(&interrupt, &Interrupt::interrupted, &console, &Console::interrupt);

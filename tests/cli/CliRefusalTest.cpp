@@ -16,6 +16,7 @@ private slots:
     void initTestCase();
     void badInputIsRefusedBeforeAnythingIsDone_data();
     void badInputIsRefusedBeforeAnythingIsDone();
+    void aListFileWithDeadEntriesWarnsAndIsSearched();
     void aKeywordOfBrokenUtf8IsRefused();
     void anUnreadablePathIsRefused_data();
     void anUnreadablePathIsRefused();
@@ -47,7 +48,14 @@ void CliRefusalTest::badInputIsRefusedBeforeAnythingIsDone_data()
     row("KEYWORD is empty: ''", {QString(), QStringLiteral("tree")});
     row("KEYWORD is not a valid pattern: '[灯' (unexpected end)", words("[灯 tree"));
     row("--near is not a valid pattern: '(a' (unexpected end)", words("--near (a foo tree"));
-    row("--not is not a valid pattern: 'a\\' (unexpected end)", words("--not a\\ foo tree"));
+    row("--not is not a valid pattern: 'a\\\\' (unexpected end)", words("--not a\\ foo tree"));
+    row("KEYWORD holds a line feed, and no line does: 'a\\x0ab'",
+        {QStringLiteral("a\nb"), QStringLiteral("tree")});
+    row("--near holds a line feed, and no line does: '\\x0a'",
+        {QStringLiteral("--near"), QStringLiteral("\n"), QStringLiteral("-F"),
+         QStringLiteral("foo"), QStringLiteral("tree")});
+    row("no such file or folder: 'a\\x9b\\u202e\\u2028b'",
+        {QStringLiteral("foo"), QStringLiteral("a\u009b\u202e\u2028b")});
     row("--mask is blank: ' '",
         {QStringLiteral("-m"), QStringLiteral(" "), QStringLiteral("foo"), QStringLiteral("tree")});
     row("--within takes a number from 0 to 1000000: '-1'", words("--near a --within -1 foo tree"));
@@ -73,6 +81,18 @@ void CliRefusalTest::badInputIsRefusedBeforeAnythingIsDone()
     QCOMPARE(QString::fromUtf8(run.errors()), QStringLiteral("sarvik-cli: %1\n").arg(error));
     QCOMPARE(run.output(), QByteArray());
     QCOMPARE(run.exitStatus(), 2);
+}
+
+void CliRefusalTest::aListFileWithDeadEntriesWarnsAndIsSearched()
+{
+    m_tree.write(QStringLiteral("old.ini"), "[General]\nfiles=tree/gone.txt, tree/a.txt\n");
+    const CliRun run({QStringLiteral("--format"), QStringLiteral("grep"), QStringLiteral("foo"),
+                      QStringLiteral("@old.ini")},
+                     m_tree.path());
+    QCOMPARE(run.errors(),
+             QByteArray("sarvik-cli: '@old.ini': no such file or folder: 'tree/gone.txt'\n"));
+    QCOMPARE(run.output(), QByteArray("tree/a.txt:1:1:foo\n"));
+    QCOMPARE(run.exitStatus(), 0);
 }
 
 void CliRefusalTest::aKeywordOfBrokenUtf8IsRefused()

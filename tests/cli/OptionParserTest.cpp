@@ -307,7 +307,7 @@ void OptionParserTest::aWrongCommandLineIsRefusedWithOneLineThatNamesTheValue_da
     row("whole word with an open group", words("-w (a p"),
         "KEYWORD is not a valid pattern: '(a' (unexpected end)");
     row("whole word with a backslash at the end", words("-w a\\ p"),
-        "KEYWORD is not a valid pattern: 'a\\' (unexpected end)");
+        "KEYWORD is not a valid pattern: 'a\\\\' (unexpected end)");
     row("invalid near", words("--near [b k p"),
         "--near is not a valid pattern: '[b' (unexpected end)");
     row("invalid not", words("--not (c k p"),

@@ -15,6 +15,8 @@ class PathArgumentsTest : public QObject {
 private slots:
     void aFolderGetsASlashAndAFileNone();
     void orderStaysAndDoublesGo();
+    void anotherPathToTheSameEntryGoes();
+    void slashesAtTheEndBecomeOne();
     void aRelativePathStaysRelative();
     void aNameOfBrokenUtf8IsFound();
     void linksAreFollowed();
@@ -23,6 +25,7 @@ private slots:
     void oneBadPathRefusesAll();
     void aListFileStandsAlone();
     void aListFileIsHandedOnAsItIs();
+    void entriesOfAListFileThatCannotBeSearchedAreNamed();
     void aFileWhoseNameBeginsWithAnAtIsReachedByItsFolder();
 
 private:
@@ -45,6 +48,29 @@ void PathArgumentsTest::orderStaysAndDoublesGo()
     const QString a = m_scratch.makeFolder(QStringLiteral("a"));
     const PathArguments::Result result = PathArguments::resolve({b, a, b.chopped(1), a});
     QCOMPARE(result.pathlist, QStringList({b, a}));
+}
+
+void PathArgumentsTest::anotherPathToTheSameEntryGoes()
+{
+    const QString folder = m_scratch.makeFolder(QStringLiteral("twice"));
+    const QString file = m_scratch.write(QStringLiteral("twice/a.txt"), "x");
+    const QString hardLink = m_scratch.filePath(QStringLiteral("twice/hard.txt"));
+    QCOMPARE(::link(file.toUtf8().constData(), hardLink.toUtf8().constData()), 0);
+    const QString link = m_scratch.filePath(QStringLiteral("toTwice"));
+    QVERIFY(QFile::link(QStringLiteral("twice"), link));
+    const PathArguments::Result result =
+        PathArguments::resolve({file, folder + QStringLiteral("./a.txt"), link,
+                                folder + QStringLiteral("../twice"), hardLink});
+    QCOMPARE(result.error, QString());
+    QCOMPARE(result.pathlist, QStringList({file, link + QLatin1Char('/'), hardLink}));
+}
+
+void PathArgumentsTest::slashesAtTheEndBecomeOne()
+{
+    const QString folder = m_scratch.makeFolder(QStringLiteral("slashes"));
+    QCOMPARE(PathArguments::resolve({folder + QStringLiteral("//")}).pathlist, QStringList{folder});
+    QCOMPARE(PathArguments::resolve({QStringLiteral("//")}).pathlist,
+             QStringList{QStringLiteral("/")});
 }
 
 void PathArgumentsTest::aRelativePathStaysRelative()
@@ -100,6 +126,11 @@ void PathArgumentsTest::whatCannotBeSearchedIsRefused_data()
     row("dangling link", m_scratch.filePath(QStringLiteral("dangling")), noSuch);
     row("below a file", m_scratch.filePath(QStringLiteral("plain.txt/x")), noSuch);
     row("file with a slash", m_scratch.filePath(QStringLiteral("plain.txt/")), noSuch);
+    QFile::link(QStringLiteral("itself"), m_scratch.filePath(QStringLiteral("itself")));
+    row("loop of links", m_scratch.filePath(QStringLiteral("itself")),
+        QStringLiteral("a loop of links: "));
+    row("long name", m_scratch.filePath(QString(300, QLatin1Char('n'))),
+        QStringLiteral("the name is too long: "));
     row("fifo", m_scratch.filePath(QStringLiteral("fifo")), special);
     row("device", QStringLiteral("/dev/null"), special);
     row("list file missing", at(m_scratch.filePath(QStringLiteral("missing"))), noSuch);
@@ -145,6 +176,24 @@ void PathArgumentsTest::aListFileIsHandedOnAsItIs()
     const PathArguments::Result result = PathArguments::resolve({list});
     QCOMPARE(result.error, QString());
     QCOMPARE(result.pathlist, QStringList{list});
+}
+
+void PathArgumentsTest::entriesOfAListFileThatCannotBeSearchedAreNamed()
+{
+    const QString folder = m_scratch.makeFolder(QStringLiteral("listed"));
+    const QString file = m_scratch.write(QStringLiteral("listed/a.txt"), "x");
+    const QString gone = m_scratch.filePath(QStringLiteral("gone.txt"));
+    const QStringList entries{file, gone, folder, folder.chopped(1)};
+    const QString list = QLatin1Char('@')
+        + m_scratch.write(QStringLiteral("old.ini"),
+                          "[General]\nfiles=" + entries.join(QStringLiteral(", ")).toUtf8() + "\n");
+    const PathArguments::Result result = PathArguments::resolve({list});
+    QCOMPARE(result.error, QString());
+    QCOMPARE(result.pathlist, QStringList{list});
+    QCOMPARE(result.warnings,
+             QStringList({QStringLiteral("'%1': no such file or folder: '%2'").arg(list, gone),
+                          QStringLiteral("'%1': a folder without \"/\" at its end: '%2'")
+                              .arg(list, folder.chopped(1))}));
 }
 
 void PathArgumentsTest::aFileWhoseNameBeginsWithAnAtIsReachedByItsFolder()
