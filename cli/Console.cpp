@@ -6,6 +6,7 @@
 #include "cli/StandardStreams.h"
 #include "engine/NativePath.h"
 #include "engine/SignalSpool.h"
+#include "engine/TextGrepCore.h"
 
 #include <utility>
 
@@ -133,6 +134,8 @@ void Console::connectSpool()
         spool, &SignalSpool::encodingAt, this,
         [this](const QString &path, int codeSet, int lineEnd, bool bom) {
             m_report->addEncoding(path, codeSet, lineEnd, bom);
+            if (codeSet < 0)
+                addRefusal(path, codeSet);
         },
         Qt::QueuedConnection);
 }
@@ -154,6 +157,16 @@ void Console::drainMessages()
     for (const QString &message : std::as_const(messages))
         m_messages.add(NativePath::toNative(message) + '\n');
     m_messages.flush();
+}
+
+/// Where encodings are listed the engine reports a refused file as a result and
+/// not as an error; the person is told the same as by a search.
+void Console::addRefusal(const QString &path, int codeSet)
+{
+    ++m_errors;
+    const int bigsize = m_engineOptions.limits.bigsize;
+    m_messages.add(NativePath::toNative(TextGrepCore::refusalMessage(codeSet, bigsize, path))
+                   + '\n');
 }
 
 void Console::showProgress()

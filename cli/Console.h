@@ -19,7 +19,8 @@ class SignalSpool;
 
 /// One run of the console program: starts the spool on a thread of its own,
 /// moves what it collects to the output while the run goes on, and ends with an
-/// exit status. Lives on the main thread and needs its event loop.
+/// exit status. Lives on the main thread and needs its event loop. One run an
+/// object: start() is called once.
 class Console : public QObject {
     Q_OBJECT
 
@@ -31,6 +32,7 @@ signals:
     void finished(int exitStatus);
 
 public slots:
+    /// To be called from inside the event loop: a run may end at once.
     void start();
     /// Aborts the run through the engine. What was found until then is still
     /// written; the exit status is Interrupted.
@@ -53,6 +55,7 @@ private:
     void limitQueue();
     void drain();
     void drainMessages();
+    void addRefusal(const QString &path, int codeSet);
     void showProgress();
     void writeStatistics();
     void writeOutputError();

@@ -2,6 +2,7 @@
 
 #include "cli/EncodingReport.h"
 #include "cli/GrepFormat.h"
+#include "cli/Interrupt.h"
 #include "cli/JsonFormat.h"
 #include "cli/LineCountOutput.h"
 #include "cli/PlainFormat.h"
@@ -12,11 +13,14 @@
 namespace {
 
 /// The search does not tell in which code set it read a file, so a file with
-/// hits is looked at once more. Null when it can no longer be read.
+/// hits is looked at once more. Null when it can no longer be read, and once
+/// Ctrl+C asks for the end: what is still to be written should not wait for it.
 JsonFormat::EncodingOf encodingsOfFiles(const SearchLimits &limits)
 {
     const auto loader = std::make_shared<FileLoader>(limits, FileReader::TypeCheck::BeforeOpen);
     return [loader](const QString &path) {
+        if (Interrupt::isPending())
+            return QString();
         const bool loaded = loader->load(path) == FileLoader::Outcome::Loaded;
         return loaded ? CodeSet::name(loader->codeSet()) : QString();
     };

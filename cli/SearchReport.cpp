@@ -1,7 +1,7 @@
 #include "cli/SearchReport.h"
 
 #include "cli/LineOutput.h"
-#include "cli/PathOrder.h"
+#include "engine/NativePath.h"
 
 #include <algorithm>
 #include <utility>
@@ -17,20 +17,22 @@ void SearchReport::addResults(const QStringList &entries)
     for (const FileResult &file : files) {
         m_hits += file.hits.size();
         m_matchedFiles += file.hits.isEmpty() ? 0 : 1;
-        if (m_sort)
-            m_kept.append(file);
-        else
-            m_output.add(m_format->format(file));
+        QByteArray lines = m_format->format(file);
+        if (!m_sort) {
+            m_output.add(lines);
+            continue;
+        }
+        lines.squeeze();
+        m_kept.append({NativePath::toNative(file.path), lines});
     }
 }
 
 void SearchReport::finish(bool)
 {
-    std::stable_sort(m_kept.begin(), m_kept.end(), [](const FileResult &a, const FileResult &b) {
-        return PathOrder::byBytes(a.path, b.path);
-    });
-    for (const FileResult &file : std::as_const(m_kept))
-        m_output.add(m_format->format(file));
+    std::stable_sort(m_kept.begin(), m_kept.end(),
+                     [](const auto &a, const auto &b) { return a.first < b.first; });
+    for (const auto &[path, lines] : std::as_const(m_kept))
+        m_output.add(lines);
     m_kept.clear();
 }
 

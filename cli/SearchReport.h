@@ -4,13 +4,16 @@
 #include "cli/ResultFormat.h"
 #include "cli/RunReport.h"
 
+#include <QByteArray>
+#include <QPair>
 #include <QVector>
 
 #include <memory>
 
 class LineOutput;
 
-/// The hits of a search.
+/// The hits of a search. Sorting keeps them as the bytes that are written: one
+/// block a file instead of a string a hit.
 class SearchReport : public RunReport {
 public:
     /// output must outlive the report.
@@ -25,7 +28,7 @@ private:
     LineOutput &m_output;
     const std::unique_ptr<ResultFormat> m_format;
     const bool m_sort;
-    QVector<FileResult> m_kept; // until the end, when sorting
+    QVector<QPair<QByteArray, QByteArray>> m_kept; // path and lines, until the end, when sorting
     qint64 m_hits = 0;
     qint64 m_matchedFiles = 0;
 };

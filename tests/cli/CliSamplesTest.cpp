@@ -195,7 +195,12 @@ void CliSamplesTest::aRefusedFileHasMinusTwoAndDashes()
              QByteArray("./binary\t-2\t-\t-\t-\n"
                         "./empty\t1\tShift-JIS\tCRLF\t0\n"
                         "./text\t4\tUTF-8\tLF\t0\n"));
-    QCOMPARE(run.errors(), QByteArray());
+    QCOMPARE(run.errors(), QByteArray("Error File size over 1 MByte:./binary\n"));
+    const CliRun counted({QStringLiteral("--encodings"), QStringLiteral("--stats"),
+                          QStringLiteral("--no-settings"), QStringLiteral(".")},
+                         scratch.path());
+    QVERIFY2(counted.errors().contains("files: 3\nrefused: 1\nskipped: 0\nerrors: 1\n"),
+             counted.errors().constData());
     QCOMPARE(run.exitStatus(), 0);
 }
 
