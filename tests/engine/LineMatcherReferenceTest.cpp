@@ -1,4 +1,5 @@
 #include "engine/LineMatcher.h"
+#include "tests/support/TestLength.h"
 
 #include <QRandomGenerator>
 #include <QTest>
@@ -243,7 +244,7 @@ private slots:
 void LineMatcherReferenceTest::generatedTextsGiveTheHitsOfThePlainRule()
 {
     QRandomGenerator random(20240601);
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < TestLength::rounds(20000, 400000); ++i) {
         const SearchCondition condition = randomCondition(random);
         const QString text = randomFile(random);
         const int tabWidth = 1 + random.bounded(8);
@@ -258,7 +259,7 @@ void LineMatcherReferenceTest::generatedTextsGiveTheHitsOfThePlainRule()
 void LineMatcherReferenceTest::linesThatCannotMatterMayBeLeftOut()
 {
     QRandomGenerator random(20240602);
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < TestLength::rounds(20000, 400000); ++i) {
         const SearchCondition condition = randomCondition(random);
         const QString text = randomFile(random);
         const PlainMatcher plain(condition, 4);
@@ -275,7 +276,7 @@ void LineMatcherReferenceTest::theGeneratorReachesTheCasesThatMatter()
     int severalHits = 0;
     int excluded = 0;
     int confirmedLater = 0;
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < TestLength::rounds(20000, 400000); ++i) {
         SearchCondition condition = randomCondition(random);
         const QString text = randomFile(random);
         const int tabWidth = 1 + random.bounded(8);
