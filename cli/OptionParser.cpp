@@ -162,7 +162,8 @@ QString OptionParser::helpText()
         "Searches text files in Shift-JIS, EUC-JP, ISO-2022-JP, UTF-8, UTF-16 and UTF-32,\n"
         "each by the code set it is found to be in. PATH is a folder or a file; a file\n"
         "named as PATH is searched whatever mask and exclusions say. \"@\" and the name of\n"
-        "a list file, alone, stands for what the list holds (an ini file: files=a.txt, b/).\n"
+        "a list file, alone, stands for what the list holds: an ini file with the key\n"
+        "files, as in files=a.txt, b/\n"
         "\n");
     for (const OptionTable::Option &option : OptionTable::all())
         text += helpLines(option);

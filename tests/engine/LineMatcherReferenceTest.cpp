@@ -179,6 +179,17 @@ QString randomPattern(QRandomGenerator &random)
     return pattern;
 }
 
+/// A keyword is typed, so it holds no half of a character of two code units;
+/// ignoring case, what half of one finds is the toolkit's secret.
+QString withWholeCharacters(const QString &text)
+{
+    const QString whole = QStringLiteral("𠮷");
+    QString result;
+    for (const QChar unit : text)
+        result += unit.isSurrogate() ? whole : QString(unit);
+    return result;
+}
+
 SearchCondition randomCondition(QRandomGenerator &random)
 {
     SearchCondition condition;
@@ -187,7 +198,8 @@ SearchCondition randomCondition(QRandomGenerator &random)
     const auto keyword = [&] {
         if (random.bounded(2))
             return QString(letters().at(random.bounded(9)));
-        return condition.regExp() ? randomPattern(random) : randomText(random, 2);
+        return withWholeCharacters(condition.regExp() ? randomPattern(random)
+                                                      : randomText(random, 2));
     };
     condition.keyword1 = keyword();
     if (random.bounded(3) != 0)
@@ -276,7 +288,8 @@ void LineMatcherReferenceTest::theGeneratorReachesTheCasesThatMatter()
     int severalHits = 0;
     int excluded = 0;
     int confirmedLater = 0;
-    for (int i = 0; i < TestLength::rounds(20000, 400000); ++i) {
+    const int cases = TestLength::rounds(20000, 400000);
+    for (int i = 0; i < cases; ++i) {
         SearchCondition condition = randomCondition(random);
         const QString text = randomFile(random);
         const int tabWidth = 1 + random.bounded(8);
@@ -292,7 +305,7 @@ void LineMatcherReferenceTest::theGeneratorReachesTheCasesThatMatter()
     }
     const QByteArray counts = QByteArray::number(withHits) + " " + QByteArray::number(severalHits)
         + " " + QByteArray::number(excluded) + " " + QByteArray::number(confirmedLater);
-    QVERIFY2(withHits > 2000 && withHits < 18000, counts.constData());
+    QVERIFY2(withHits > cases / 10 && withHits < cases / 10 * 9, counts.constData());
     QVERIFY2(severalHits > 1000 && excluded > 500 && confirmedLater > 500, counts.constData());
 }
 
