@@ -162,11 +162,16 @@ QString OptionParser::helpText()
         "Searches text files in Shift-JIS, EUC-JP, ISO-2022-JP, UTF-8, UTF-16 and UTF-32,\n"
         "each by the code set it is found to be in. PATH is a folder or a file; a file\n"
         "named as PATH is searched whatever mask and exclusions say. \"@\" and the name of\n"
-        "a list file, alone, stands for what the list holds.\n"
+        "a list file, alone, stands for what the list holds: an ini file with the key\n"
+        "files, as in files=a.txt, b/\n"
         "\n");
     for (const OptionTable::Option &option : OptionTable::all())
         text += helpLines(option);
     text += QStringLiteral(
+        "\n"
+        "A file or folder inside a tree that cannot be read is passed over in silence.\n"
+        "Files that are too large or binary, and all that is excluded, are named on the\n"
+        "standard error; none of this changes the exit status.\n"
         "\n"
         "Exit status: 0 with hits, 1 without, 2 on an error of use or an unreadable PATH,\n"
         "130 after Ctrl+C.\n");

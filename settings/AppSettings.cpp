@@ -39,7 +39,7 @@ QString settingsPath(const QString &appDir)
 QString colourSourcePath(const QString &appDir)
 {
     const QString editors = appDir + QStringLiteral("sarvedit.ini");
-    return QFileInfo::exists(editors) ? editors : settingsPath(appDir);
+    return QFileInfo(editors).isFile() ? editors : settingsPath(appDir);
 }
 
 IniFile utf8File(const QString &path)

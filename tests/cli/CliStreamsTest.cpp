@@ -187,9 +187,9 @@ private:
 QByteArray waitForProgress(const PseudoTerminal &terminal, const std::function<void()> &between)
 {
     QByteArray written;
-    for (int i = 0; i < 3000 && !written.contains("searched "); ++i) {
+    for (int i = 0; i < 60000 && !written.contains("searched "); ++i) {
         between();
-        written += terminal.written(20);
+        written += terminal.written(1);
     }
     return written;
 }
@@ -440,10 +440,14 @@ void CliStreamsTest::progressIsShownOnATerminalAndRemoved()
     const PseudoTerminal terminal;
     if (!terminal.isThere())
         QSKIP("no pseudo-terminals here");
-    // The results are read slowly, so that the run lasts until the line is seen.
+    // More lines than the program keeps, and read slowly: the run lasts until the
+    // progress is seen.
+    ScratchFolder tree;
+    for (int i = 0; i < 300; ++i)
+        tree.write(QString::number(i), QByteArray("foo\n").repeated(1000));
     NamedPipe pipe(m_scratch.filePath(QStringLiteral("progress")));
     QProcess process;
-    CliRun::prepare(process, {QStringLiteral("foo"), m_many.path()});
+    CliRun::prepare(process, {QStringLiteral("foo"), tree.path()});
     process.setStandardOutputFile(pipe.path());
     process.setStandardErrorFile(terminal.path());
     process.start();

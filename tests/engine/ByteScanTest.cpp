@@ -1,6 +1,7 @@
 #include "engine/ByteScan.h"
 
 #include "tests/support/EncodedTextGenerator.h"
+#include "tests/support/TestLength.h"
 
 #include <QTest>
 
@@ -89,7 +90,7 @@ void ByteScanTest::anUnsteadyByteIsSeenAtEachPlace()
 void ByteScanTest::theSummaryIsThatOfAPlainLoop()
 {
     EncodedTextGenerator random(31);
-    for (int i = 0; i < 5000; ++i) {
+    for (int i = 0; i < TestLength::rounds(5000, 500000); ++i) {
         const QByteArray bytes = random.randomBytes(random.number(1000));
         const ByteScan::Summary summary = ByteScan::summarise(bytes.constData(), bytes.size());
         const bool high =

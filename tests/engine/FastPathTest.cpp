@@ -1,6 +1,7 @@
 #include "engine/FileSearcher.h"
 #include "engine/SearchPlan.h"
 #include "tests/engine_support/SearchCaseGenerator.h"
+#include "tests/support/TestLength.h"
 
 #include <QTest>
 
@@ -9,14 +10,6 @@
 namespace {
 
 constexpr quint32 kSeed = 20150401;
-constexpr int kCases = 30000;
-constexpr int kLongCases = 400000;
-
-int caseCount()
-{
-    return qEnvironmentVariableIsSet("SARVIK_TEST_LONG") ? kLongCases : kCases;
-}
-
 QStringList search(const SearchCase &made, bool visitEveryLine)
 {
     EngineOptions options;
@@ -41,7 +34,7 @@ void FastPathTest::theHitsAreThoseOfThePlainPath()
 {
     SearchCaseGenerator generator(kSeed);
     int withHits = 0;
-    for (int i = 0; i < caseCount(); ++i) {
+    for (int i = 0; i < TestLength::rounds(30000, 400000); ++i) {
         const SearchCase made = generator.next();
         const QStringList expected = search(made, true);
         const QStringList actual = search(made, false);
@@ -51,7 +44,8 @@ void FastPathTest::theHitsAreThoseOfThePlainPath()
         withHits += expected.isEmpty() ? 0 : 1;
     }
     // A generator that never hits would compare nothing.
-    QVERIFY2(withHits > caseCount() / 5, qPrintable(QString::number(withHits)));
+    QVERIFY2(withHits > TestLength::rounds(30000, 400000) / 5,
+             qPrintable(QString::number(withHits)));
 }
 
 int main(int argc, char *argv[])

@@ -2,6 +2,7 @@
 
 #include "engine/CodeSet.h"
 #include "tests/support/EncodedTextGenerator.h"
+#include "tests/support/TestLength.h"
 
 #include <QTest>
 #include <QTextCodec>
@@ -233,7 +234,7 @@ void GeneratedDetectionTest::theAnswerIsThatOfThePlainRule()
 {
     EncodedTextGenerator random(4711);
     std::array<int, CodeSet::kCount> answers = {};
-    for (int i = 0; i < 40000; ++i) {
+    for (int i = 0; i < TestLength::rounds(40000, 1000000); ++i) {
         QTextCodec *codec = CodeSet::codec(1 + random.number(CodeSet::kCount - 1));
         const int length = i % 20 == 0 ? 4200 : 60;
         QByteArray sample;

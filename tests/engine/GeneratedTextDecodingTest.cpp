@@ -2,6 +2,7 @@
 #include "engine/TextDecoder.h"
 #include "tests/support/EncodedTextGenerator.h"
 #include "tests/support/StreamedText.h"
+#include "tests/support/TestLength.h"
 
 #include <QTest>
 #include <QTextCodec>
@@ -88,25 +89,25 @@ void GeneratedTextDecodingTest::compare(const QByteArray &content)
 
 void GeneratedTextDecodingTest::textsAreReadAsTheStreamReadsThem()
 {
-    for (int i = 0; i < 4000 && !QTest::currentTestFailed(); ++i)
+    for (int i = 0; i < TestLength::rounds(4000, 32000) && !QTest::currentTestFailed(); ++i)
         compare(smallText());
 }
 
 void GeneratedTextDecodingTest::textsWithMarksAreReadAsTheStreamReadsThem()
 {
-    for (int i = 0; i < 2000 && !QTest::currentTestFailed(); ++i)
+    for (int i = 0; i < TestLength::rounds(2000, 16000) && !QTest::currentTestFailed(); ++i)
         compare(m_random.mark() + smallText());
 }
 
 void GeneratedTextDecodingTest::brokenTextsAreReadAsTheStreamReadsThem()
 {
-    for (int i = 0; i < 5000 && !QTest::currentTestFailed(); ++i)
+    for (int i = 0; i < TestLength::rounds(5000, 40000) && !QTest::currentTestFailed(); ++i)
         compare(m_random.broken(smallText()));
 }
 
 void GeneratedTextDecodingTest::cutTextsAreReadAsTheStreamReadsThem()
 {
-    for (int i = 0; i < 2000 && !QTest::currentTestFailed(); ++i) {
+    for (int i = 0; i < TestLength::rounds(2000, 16000) && !QTest::currentTestFailed(); ++i) {
         const QByteArray content = smallText();
         const int first = m_random.number(4);
         compare(content.mid(first, content.size() - first - m_random.number(4)));
@@ -115,19 +116,19 @@ void GeneratedTextDecodingTest::cutTextsAreReadAsTheStreamReadsThem()
 
 void GeneratedTextDecodingTest::randomBytesAreReadAsTheStreamReadsThem()
 {
-    for (int i = 0; i < 4000 && !QTest::currentTestFailed(); ++i)
+    for (int i = 0; i < TestLength::rounds(4000, 32000) && !QTest::currentTestFailed(); ++i)
         compare(m_random.randomBytes(m_random.number(60)));
 }
 
 void GeneratedTextDecodingTest::difficultSequencesAreReadAsTheStreamReadsThem()
 {
-    for (int i = 0; i < 4000 && !QTest::currentTestFailed(); ++i)
+    for (int i = 0; i < TestLength::rounds(4000, 32000) && !QTest::currentTestFailed(); ++i)
         compare(m_random.fragments(m_random.number(30)));
 }
 
 void GeneratedTextDecodingTest::largeTextsAreReadAsTheStreamReadsThem()
 {
-    for (int i = 0; i < 160 && !QTest::currentTestFailed(); ++i) {
+    for (int i = 0; i < TestLength::rounds(160, 1280) && !QTest::currentTestFailed(); ++i) {
         const int size = kPieceSize * (1 + m_random.number(3)) - 4 + m_random.number(9);
         QByteArray content = m_random.encoded(m_random.text(size), anyCodec()).left(size);
         if (m_random.oneIn(3))
@@ -138,7 +139,7 @@ void GeneratedTextDecodingTest::largeTextsAreReadAsTheStreamReadsThem()
 
 void GeneratedTextDecodingTest::sequencesBetweenPiecesAreReadAsTheStreamReadsThem()
 {
-    for (int i = 0; i < 600 && !QTest::currentTestFailed(); ++i) {
+    for (int i = 0; i < TestLength::rounds(600, 4800) && !QTest::currentTestFailed(); ++i) {
         QByteArray content;
         for (int pieces = 1 + m_random.number(2); pieces > 0; --pieces) {
             const int end = content.size() / kPieceSize * kPieceSize + kPieceSize;
@@ -155,7 +156,7 @@ void GeneratedTextDecodingTest::sequencesBetweenPiecesAreReadAsTheStreamReadsThe
 
 void GeneratedTextDecodingTest::textPassedThroughUtf8IsTheSearchableText()
 {
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < TestLength::rounds(20000, 200000); ++i) {
         const QString text = m_random.units(m_random.number(i % 50 == 0 ? 3000 : 30));
         QString searchable = text;
         replaceLoneSurrogates(&searchable);

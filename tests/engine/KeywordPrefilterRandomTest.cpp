@@ -1,6 +1,7 @@
 #include "engine/KeywordPrefilter.h"
 
 #include "tests/support/FileText.h"
+#include "tests/support/TestLength.h"
 
 #include <QHash>
 #include <QRandomGenerator>
@@ -325,7 +326,7 @@ void KeywordPrefilterRandomTest::noMatchingFileIsRefused_data()
 void KeywordPrefilterRandomTest::noMatchingFileIsRefused()
 {
     QFETCH(int, codeSet);
-    constexpr int Searches = 1500;
+    const int Searches = TestLength::rounds(1500, 15000);
     constexpr int FilesPerSearch = 12;
     FileSource source(codeSet, 4711);
     int matching = 0;

@@ -1,4 +1,5 @@
 #include "engine/LineMatcher.h"
+#include "tests/support/TestLength.h"
 
 #include <QRandomGenerator>
 #include <QTest>
@@ -178,6 +179,17 @@ QString randomPattern(QRandomGenerator &random)
     return pattern;
 }
 
+/// A keyword is typed, so it holds no half of a character of two code units;
+/// ignoring case, what half of one finds is the toolkit's secret.
+QString withWholeCharacters(const QString &text)
+{
+    const QString whole = QStringLiteral("𠮷");
+    QString result;
+    for (const QChar unit : text)
+        result += unit.isSurrogate() ? whole : QString(unit);
+    return result;
+}
+
 SearchCondition randomCondition(QRandomGenerator &random)
 {
     SearchCondition condition;
@@ -186,7 +198,8 @@ SearchCondition randomCondition(QRandomGenerator &random)
     const auto keyword = [&] {
         if (random.bounded(2))
             return QString(letters().at(random.bounded(9)));
-        return condition.regExp() ? randomPattern(random) : randomText(random, 2);
+        return withWholeCharacters(condition.regExp() ? randomPattern(random)
+                                                      : randomText(random, 2));
     };
     condition.keyword1 = keyword();
     if (random.bounded(3) != 0)
@@ -243,7 +256,7 @@ private slots:
 void LineMatcherReferenceTest::generatedTextsGiveTheHitsOfThePlainRule()
 {
     QRandomGenerator random(20240601);
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < TestLength::rounds(20000, 400000); ++i) {
         const SearchCondition condition = randomCondition(random);
         const QString text = randomFile(random);
         const int tabWidth = 1 + random.bounded(8);
@@ -258,7 +271,7 @@ void LineMatcherReferenceTest::generatedTextsGiveTheHitsOfThePlainRule()
 void LineMatcherReferenceTest::linesThatCannotMatterMayBeLeftOut()
 {
     QRandomGenerator random(20240602);
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < TestLength::rounds(20000, 400000); ++i) {
         const SearchCondition condition = randomCondition(random);
         const QString text = randomFile(random);
         const PlainMatcher plain(condition, 4);
@@ -275,7 +288,8 @@ void LineMatcherReferenceTest::theGeneratorReachesTheCasesThatMatter()
     int severalHits = 0;
     int excluded = 0;
     int confirmedLater = 0;
-    for (int i = 0; i < 20000; ++i) {
+    const int cases = TestLength::rounds(20000, 400000);
+    for (int i = 0; i < cases; ++i) {
         SearchCondition condition = randomCondition(random);
         const QString text = randomFile(random);
         const int tabWidth = 1 + random.bounded(8);
@@ -291,7 +305,7 @@ void LineMatcherReferenceTest::theGeneratorReachesTheCasesThatMatter()
     }
     const QByteArray counts = QByteArray::number(withHits) + " " + QByteArray::number(severalHits)
         + " " + QByteArray::number(excluded) + " " + QByteArray::number(confirmedLater);
-    QVERIFY2(withHits > 2000 && withHits < 18000, counts.constData());
+    QVERIFY2(withHits > cases / 10 && withHits < cases / 10 * 9, counts.constData());
     QVERIFY2(severalHits > 1000 && excluded > 500 && confirmedLater > 500, counts.constData());
 }
 

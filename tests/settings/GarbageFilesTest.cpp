@@ -5,6 +5,7 @@
 #include "settings/SettingsTable.h"
 #include "settings/StyleSheet.h"
 #include "tests/support/ScratchFolder.h"
+#include "tests/support/TestLength.h"
 
 #include <QTest>
 
@@ -193,7 +194,7 @@ void GarbageFilesTest::anySettingMayHaveAnyValue()
 
 void GarbageFilesTest::randomBytesAreReadAndSaved()
 {
-    for (int i = 0; i < 20; ++i) {
+    for (int i = 0; i < TestLength::rounds(20, 400); ++i) {
         QByteArray content;
         for (size_t n = m_random() % 3000; n > 0; --n)
             content += static_cast<char>(m_random());
@@ -205,7 +206,7 @@ void GarbageFilesTest::randomBytesAreReadAndSaved()
 
 void GarbageFilesTest::randomPiecesAreReadAndSaved()
 {
-    for (int i = 0; i < 40; ++i) {
+    for (int i = 0; i < TestLength::rounds(40, 800); ++i) {
         QByteArray content;
         for (size_t n = m_random() % 200; n > 0; --n)
             content +=

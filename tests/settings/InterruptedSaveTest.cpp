@@ -2,6 +2,7 @@
 
 #include "tests/support/FileTime.h"
 #include "tests/support/ScratchFolder.h"
+#include "tests/support/TestLength.h"
 
 #include <QDate>
 #include <QDir>
@@ -244,7 +245,7 @@ void InterruptedSaveTest::aKillAtAnyMomentLeavesAWholeFile()
     QFETCH(QString, kind);
     const ScratchFolder folder;
     prepare(folder.path());
-    for (int i = 0; i < 20; ++i) {
+    for (int i = 0; i < TestLength::rounds(20, 200); ++i) {
         QProcess process;
         const QStringList command = saveCommand(kind, folder.path(), i % 2 ? kNew : kOther, 100000);
         process.start(command.first(), command.mid(1));
