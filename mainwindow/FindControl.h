@@ -33,6 +33,9 @@ public:
     void find(TextFind::Direction direction);
 
 private:
+    GrepEditor &currentView() const;
+    void findIn(GrepEditor &view, TextFind::Direction direction);
+
     const Views m_views;
     QString m_text;
 };

@@ -16,6 +16,8 @@ FormKeys::FormKeys(const Widgets &widgets, QObject *parent)
             combo->lineEdit()->installEventFilter(this);
     }
     m_widgets.resultView->installEventFilter(this);
+    if (m_widgets.preview)
+        m_widgets.preview->installEventFilter(this);
 }
 
 QWidget *FormKeys::fieldOf(QWidget *widget) const

@@ -18,7 +18,7 @@ QT_END_NAMESPACE
 /// | Escape | anywhere here, while busy | abortRequested() |
 /// | Escape | keyword 1, idle | quitRequested() |
 /// | Ctrl+K | input field | focus to the result view |
-/// | Ctrl+K | result view | focus to the input field that had it last |
+/// | Ctrl+K | result view, preview | focus to the input field that had it last |
 ///
 /// Where the last input field is hidden or disabled, or none had the focus yet,
 /// keyword 1 gets it. Every other key goes on to its widget. While an input
@@ -37,6 +37,7 @@ public:
         QWidget *pathEdit = nullptr; ///< one of the input fields
         QWidget *keyword1 = nullptr; ///< another
         QWidget *resultView = nullptr;
+        QWidget *preview = nullptr; ///< may be missing
     };
 
     FormKeys(const Widgets &widgets, QObject *parent);

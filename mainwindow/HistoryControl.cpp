@@ -1,7 +1,6 @@
 #include "mainwindow/HistoryControl.h"
 
 #include "mainwindow/BackgroundTask.h"
-#include "mainwindow/PiecewiseText.h"
 #include "mainwindow/SearchForm.h"
 #include "mainwindow/history/ResultLogFile.h"
 #include "settings/AppSettings.h"
@@ -9,7 +8,6 @@
 
 #include <QAction>
 #include <QMenu>
-#include <QSignalBlocker>
 #include <QTextDocument>
 #include <QToolButton>
 
@@ -23,9 +21,14 @@ template <typename Value> void assign(const std::optional<Value> &value, Value &
         target = *value;
 }
 
+/// UTF-16 code units of a label that a menu shows; a keyword may be a page long.
+constexpr int kLongestLabel = 120;
+
 /// In a menu an "&" would vanish and underline what follows it.
 QString menuText(QString label)
 {
+    if (label.size() > kLongestLabel)
+        label = label.left(kLongestLabel - 1) + QChar(0x2026);
     return label.replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
@@ -37,6 +40,7 @@ HistoryControl::HistoryControl(const QString &appDir, const Views &views, QObjec
     , m_logDirectory(appDir + QStringLiteral("sarviklog"))
     , m_views(views)
     , m_history(m_logDirectory)
+    , m_text(views.resultView, this)
 {
 }
 
@@ -126,14 +130,7 @@ void HistoryControl::apply(const LogRestore &log)
         form.setKeyword3Group(true);
     if (log.keyword3)
         form.setKeyword3(*log.keyword3);
-    showText(log.text);
-}
-
-void HistoryControl::showText(const QString &text)
-{
-    const int showing = ++m_showing;
-    const QSignalBlocker blocker(m_views.resultView);
-    PiecewiseText::show(*m_views.resultView, text, [&] { return showing != m_showing; });
+    m_text.show(log.text);
 }
 
 void HistoryControl::rebuildMenu()
@@ -142,8 +139,12 @@ void HistoryControl::rebuildMenu()
     QMenu *menu = m_views.buttons.arrowBackBtn->menu();
     menu->clear();
     const QVector<LogHistory::Entry> &entries = m_history.entries();
-    for (int index = 0; index < entries.size(); ++index)
-        menu->addAction(menuText(entries.at(index).label))->setData(index);
+    menu->setToolTipsVisible(true);
+    for (int index = 0; index < entries.size(); ++index) {
+        QAction *action = menu->addAction(menuText(entries.at(index).label));
+        action->setData(index);
+        action->setToolTip(entries.at(index).name);
+    }
     updateButtons();
 }
 
@@ -174,7 +175,7 @@ void HistoryControl::restoreRemembered()
     form.setPathLines(m_remembered.pathText.split(QLatin1Char('\n')));
     form.setMask(m_remembered.mask);
     form.setKeyword1(m_remembered.keyword1);
-    ++m_showing;
+    m_text.cancel();
     m_views.resultView->clear();
 }
 

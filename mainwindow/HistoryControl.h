@@ -1,6 +1,7 @@
 #pragma once
 
 #include "mainwindow/FormState.h"
+#include "mainwindow/PiecewiseText.h"
 #include "mainwindow/ToolButtons.h"
 #include "mainwindow/history/LogHistory.h"
 #include "mainwindow/history/LogRestore.h"
@@ -12,15 +13,13 @@ class GrepEditor;
 class SearchForm;
 
 /// Past searches in the window: saves what the result view shows, lists the
-/// logs in the back menu, and brings a log back into the form and the view.
-///
-/// While the text of a large log is listed the window answers, and whoever wants
-/// another log then gets it: the listing in progress is given up.
+/// logs in the back menu, and brings a log back into the form and the view. The
+/// text of a large log comes piece by piece; see PiecewiseText.
 class HistoryControl : public QObject {
     Q_OBJECT
 
 signals:
-    /// Form and result view show another log.
+    /// Form and result view show another log; the rest of its text may follow.
     void loaded();
 
 public:
@@ -57,12 +56,15 @@ public:
     void goBack();
     void goForward();
 
-    /// The form as it is for the newest search.
+    /// The form as it is for the newest search; that of the start until then.
     void remember(const FormState &form) { m_remembered = form; }
+
+    /// The result view is for something else now: gives up the rest of a log.
+    void cancelLoading() { m_text.cancel(); }
+    bool isLoading() const { return !m_text.isFinished(); }
 
 private:
     void apply(const LogRestore &log);
-    void showText(const QString &text);
     void restoreRemembered();
     void updateButtons();
 
@@ -71,6 +73,5 @@ private:
     const Views m_views;
     LogHistory m_history;
     FormState m_remembered;
-    /// Grows with each text that is shown.
-    int m_showing = 0;
+    PiecewiseText m_text; // of the log in the result view
 };

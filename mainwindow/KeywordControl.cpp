@@ -5,6 +5,7 @@
 #include "settings/HistoryList.h"
 #include "settings/KeywordHistory.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QCompleter>
 
@@ -20,7 +21,11 @@ void KeywordControl::setCompleter(QComboBox *combo, QCompleter *completer)
     completer->setCompletionMode(QCompleter::PopupCompletion);
     completer->setCaseSensitivity(Qt::CaseInsensitive);
     combo->setCompleter(completer);
-    delete former;
+    // Later: it may be the one that is bringing the key that led here.
+    if (former) {
+        former->popup()->hide();
+        former->deleteLater();
+    }
 }
 
 void KeywordControl::fillKeywords1()
@@ -42,7 +47,8 @@ void KeywordControl::reload()
     const QString typed = m_form->state().keyword1;
     AppSettings::instance().keywordHistory->load();
     fillKeywords1();
-    m_form->setKeyword1(typed);
+    if (m_form->state().keyword1 != typed)
+        m_form->setKeyword1(typed);
 }
 
 void KeywordControl::remember(const SearchCondition &condition)

@@ -30,6 +30,8 @@
 #include <QComboBox>
 #include <QDebug>
 #include <QDesktopServices>
+#include <QDir>
+#include <QFileInfo>
 #include <QLoggingCategory>
 #include <QShortcut>
 #include <QSignalBlocker>
@@ -80,6 +82,7 @@ MainWindow::MainWindow(const QStringList &pathlist, const QString &mask, const Q
     fillHistories();
     buildHistory();
     showRequest(pathlist, mask, findword);
+    m_history->remember(m_ui->searchForm->state());
 }
 
 MainWindow::~MainWindow()
@@ -113,6 +116,9 @@ void MainWindow::buildViews()
     m_preview->setObjectName(QStringLiteral("preview"));
     m_preview->setAccessibleName(QStringLiteral("プレビュー"));
     m_preview->setReadOnly(true);
+    m_preview->setTabChangesFocus(true);
+    m_preview->setToolTip(
+        QStringLiteral("Ctrl+S: 保存　Ctrl+Tab: タブを入力　Shift+Enter: エディタで開く"));
     m_find = new FindControl({m_resultView, m_preview, statusBar()}, this);
     m_ui->viewSplitter->addWidget(m_resultView);
     m_ui->viewSplitter->addWidget(m_preview);
@@ -129,6 +135,13 @@ void MainWindow::buildPreview()
     auto *save = new QShortcut(QKeySequence::Save, m_preview);
     save->setContext(Qt::WidgetShortcut);
     connect(save, &QShortcut::activated, m_previewControl, &PreviewControl::save);
+    // Tab itself goes on to the next widget, as everywhere in the window.
+    auto *tab = new QShortcut(QKeySequence(QStringLiteral("Ctrl+Tab")), m_preview);
+    tab->setContext(Qt::WidgetShortcut);
+    connect(tab, &QShortcut::activated, m_preview, [this] {
+        if (!m_preview->isReadOnly())
+            m_preview->insertPlainText(QStringLiteral("\t"));
+    });
 }
 
 void MainWindow::buildToolBar()
@@ -173,7 +186,11 @@ void MainWindow::connectForm()
     connect(keyword1, &LineEdit::RegexpChange, this, &MainWindow::onClick_btn_regexp);
     // The field's keys are taken by FormKeys, except those that a completer passes on.
     connect(keyword1, &LineEdit::lineEditReturn, this, &MainWindow::GrepDummy);
-    connect(keyword1, &LineEdit::returnPressed, this, &MainWindow::GrepDummy);
+    // The clear button; it is no button to abort a run by.
+    connect(keyword1, &LineEdit::returnPressed, this, [this] {
+        if (!m_run->isRunning())
+            GrepDummy();
+    });
 }
 
 void MainWindow::connectKeys()
@@ -184,10 +201,13 @@ void MainWindow::connectKeys()
     widgets.pathEdit = form->pathEdit();
     widgets.keyword1 = form->keyword1Combo();
     widgets.resultView = m_resultView;
+    widgets.preview = m_preview;
     m_formKeys = new FormKeys(widgets, this);
     connect(m_formKeys, &FormKeys::searchRequested, this, &MainWindow::GrepDummy);
     connect(m_formKeys, &FormKeys::abortRequested, this, &MainWindow::abortRun);
     connect(m_formKeys, &FormKeys::quitRequested, this, &MainWindow::confirmQuit);
+    const auto *menu = new QShortcut(QKeySequence(QStringLiteral("Ctrl+H")), this);
+    connect(menu, &QShortcut::activated, this, &MainWindow::historyBackMenuPopup);
 }
 
 void MainWindow::connectRun()
@@ -345,6 +365,15 @@ void MainWindow::setKeyword1(const QString &word)
 void MainWindow::setKeyword2(const QString &word)
 {
     m_ui->searchForm->setKeyword2(word);
+    // A word that was picked into a field that nobody sees would be lost.
+    m_ui->searchForm->showExtraConditions(true);
+}
+
+/// Before the first search, those of the form.
+QStringList MainWindow::searchPaths() const
+{
+    return m_pathlist.isEmpty() ? SearchPaths::fromText(m_ui->searchForm->state().pathText)
+                                : m_pathlist;
 }
 
 void MainWindow::refreshForm()
@@ -394,8 +423,10 @@ void MainWindow::start(FormRequest::Mode mode, const FormState &form)
     m_resultView->setFocus();
     m_previewControl->setResultShown(mode == FormRequest::Mode::Search);
     m_previewControl->forgetSelection();
+    m_history->cancelLoading();
     m_request = form;
-    m_history->remember(form);
+    if (mode == FormRequest::Mode::Search)
+        m_history->remember(form);
     const SearchCondition condition = FormRequest::condition(mode, form);
     m_pathlist = condition.pathlist;
     ParameterFile(m_applicationDirectory).write({m_pathlist, form.mask, form.keyword1});
@@ -443,8 +474,10 @@ void MainWindow::searchFinished(bool aborted)
 {
     if (!m_run->listSearchEnd(aborted, m_ui->searchForm->state()))
         return;
-    m_history->save(m_request, m_pathlist, QDateTime::currentDateTime());
-    statusBar()->showMessage(QStringLiteral("セーブしました"), kSavedMilliseconds);
+    if (m_history->save(m_request, m_pathlist, QDateTime::currentDateTime()))
+        statusBar()->showMessage(QStringLiteral("セーブしました"), kSavedMilliseconds);
+    else
+        statusBar()->clearMessage();
     makeBackMenu();
     m_keywords->rememberMask(m_request.mask);
     endRun();
@@ -518,7 +551,10 @@ void MainWindow::about()
 
 void MainWindow::showDocument(const QString &relativePath)
 {
-    QDesktopServices::openUrl(QUrl::fromLocalFile(m_applicationDirectory + relativePath));
+    const QString path = m_applicationDirectory + relativePath;
+    const bool opened = QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+    if (!opened || !QFileInfo::exists(path))
+        refuse(QStringLiteral("%1 を開けません").arg(QDir::cleanPath(path)));
 }
 
 void MainWindow::help()

@@ -81,7 +81,7 @@ public:
     void setKeyword1(const QString &word) override;
     void setKeyword2(const QString &word) override;
     void refreshForm() override;
-    QStringList searchPaths() const override { return m_pathlist; }
+    QStringList searchPaths() const override;
 
     static QString versionString();
 

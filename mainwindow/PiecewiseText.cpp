@@ -2,13 +2,11 @@
 
 #include "view/TextAppender.h"
 
-#include <QCoreApplication>
 #include <QPlainTextEdit>
+#include <QSignalBlocker>
 #include <QTextDocument>
 
 #include <algorithm>
-
-namespace PiecewiseText {
 
 namespace {
 
@@ -25,21 +23,48 @@ int endOfPiece(const QString &text, int start)
 
 } // namespace
 
-bool show(QPlainTextEdit &view, const QString &text, const std::function<bool()> &isCancelled)
+PiecewiseText::PiecewiseText(QPlainTextEdit *view, QObject *parent) : QObject(parent), m_view(view)
 {
-    int end = endOfPiece(text, 0);
-    view.setPlainText(text.left(end));
-    while (end < text.size()) {
-        QCoreApplication::processEvents();
-        if (isCancelled())
-            return false;
-        const int start = end + 1;
-        end = endOfPiece(text, start);
-        TextAppender::append(view, text.mid(start, end - start).split(QLatin1Char('\n')));
-    }
-    view.document()->setModified(false);
-    view.document()->clearUndoRedoStacks();
-    return true;
+    connect(&m_timer, &QTimer::timeout, this, &PiecewiseText::showNextPiece);
 }
 
-} // namespace PiecewiseText
+void PiecewiseText::show(const QString &text)
+{
+    cancel();
+    m_text = text;
+    const int end = endOfPiece(m_text, 0);
+    {
+        const QSignalBlocker blocker(m_view);
+        m_view->setPlainText(m_text.left(end));
+    }
+    m_timer.start(0);
+    finishPiece(end);
+}
+
+void PiecewiseText::showNextPiece()
+{
+    const int end = endOfPiece(m_text, m_start);
+    {
+        const QSignalBlocker blocker(m_view);
+        TextAppender::append(*m_view, m_text.mid(m_start, end - m_start).split(QLatin1Char('\n')));
+    }
+    finishPiece(end);
+}
+
+void PiecewiseText::finishPiece(int end)
+{
+    m_view->document()->setModified(false);
+    m_view->document()->clearUndoRedoStacks();
+    m_start = end + 1;
+    if (end < m_text.size())
+        return;
+    cancel();
+    emit finished();
+}
+
+void PiecewiseText::cancel()
+{
+    m_timer.stop();
+    m_text.clear();
+    m_start = -1;
+}

@@ -1,7 +1,6 @@
 #include "mainwindow/PreviewControl.h"
 
 #include "engine/CodeSet.h"
-#include "mainwindow/PiecewiseText.h"
 #include "mainwindow/Questions.h"
 #include "mainwindow/SearchForm.h"
 #include "mainwindow/preview/PreviewSaver.h"
@@ -16,9 +15,10 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QSaveFile>
-#include <QSignalBlocker>
 #include <QStatusBar>
 #include <QTextBlock>
+
+#include <utility>
 
 namespace {
 
@@ -42,9 +42,15 @@ PreviewControl::PreviewControl(const Views &views, const QString &rescueDirector
     : QObject(parent)
     , m_views(views)
     , m_rescueDirectory(rescueDirectory)
-    , m_formLabel(new QLabel(views.statusBar))
+    , m_text(views.preview, this)
+    , m_codeSetLabel(new QLabel(views.statusBar))
+    , m_lineEndLabel(new QLabel(views.statusBar))
 {
-    m_views.statusBar->addPermanentWidget(m_formLabel);
+    m_views.statusBar->addPermanentWidget(m_codeSetLabel);
+    m_views.statusBar->addPermanentWidget(m_lineEndLabel);
+    connect(&m_text, &PiecewiseText::finished, this, &PreviewControl::onTextShown);
+    connect(m_views.preview->document(), &QTextDocument::modificationChanged, this,
+            &PreviewControl::showLabels);
 }
 
 QWidget *PreviewControl::window() const
@@ -54,8 +60,9 @@ QWidget *PreviewControl::window() const
 
 void PreviewControl::follow()
 {
-    GrepEditor &results = *m_views.resultView;
-    if (!m_resultShown || !results.hasFocus())
+    const GrepEditor &results = *m_views.resultView;
+    // Not hasFocus(): the window may just be getting the focus back from a dialog.
+    if (!m_resultShown || results.window()->focusWidget() != &results)
         return;
     m_views.statusBar->clearMessage();
     const QString line = results.currentLineText();
@@ -68,47 +75,69 @@ void PreviewControl::follow()
     m_lastResultBlock = block;
     const ResultLine::Place place = ResultLine::placeOf(line);
     const bool isHit = kind == ResultLine::Kind::Hit;
-    const QString path = ResultLine::pathOf(isHit ? results.fileLineText() : line);
+    m_place = {ResultLine::pathOf(isHit ? results.fileLineText() : line), place.line, place.column};
     m_views.statusBar->showMessage(
-        path + QStringLiteral("  ---- %1:%2").arg(place.line).arg(place.column));
-    if (path != m_file.path && !showFile(path))
-        return;
-    results.setLocation(path, place.line, place.column);
-    m_views.preview->setLocation(path, place.line, place.column);
-    moveCursorToLine(place.line);
-    markKeywords();
+        m_place.path + QStringLiteral("  ---- %1:%2").arg(place.line).arg(place.column));
+    if (isShown(m_place.path) || showFile(m_place.path))
+        showPlace();
+}
+
+/// Hits of one result do not have their file read again; a new result may tell
+/// of a file that has changed.
+bool PreviewControl::isShown(const QString &path)
+{
+    const bool mayBeOutdated = std::exchange(m_mayBeOutdated, false);
+    if (path != m_file.path)
+        return false;
+    return !mayBeOutdated || isModified() || !PreviewSaver::changedOnDisk(m_file);
 }
 
 bool PreviewControl::showFile(const QString &path)
 {
     if (!leaveFile())
         return false;
-    const int showing = ++m_showing;
-    m_file = PreviewFile::load(
-        path, detectionSettings(), [this](const QString &title, const QString &text) {
-            UserPrompt::current().message(
-                window(), {QMessageBox::Critical, title, text, QMessageBox::Ok, QMessageBox::Ok});
-        });
-    GrepEditor &preview = *m_views.preview;
-    preview.setReadOnly(true);
-    preview.highlighter().setLanguage(QFileInfo(path).suffix());
-    const auto isOutdated = [&] {
-        return showing != m_showing;
+    const auto tell = [this](const QString &title, const QString &text) {
+        UserPrompt::current().message(
+            window(), {QMessageBox::Critical, title, text, QMessageBox::Ok, QMessageBox::Ok});
     };
-    if (!PiecewiseText::show(preview, PreviewText::asEdited(m_file.text), isOutdated))
-        return false;
+    m_file = PreviewFile::load(path, detectionSettings(), tell);
+    m_views.preview->setReadOnly(true);
+    m_views.preview->highlighter().setLanguage(QFileInfo(path).suffix());
+    m_text.show(PreviewText::asEdited(m_file.text));
     // The view holds the text now.
     m_file.text.clear();
-    preview.setReadOnly(!m_file.readable);
-    showFormLabel();
+    showLabels();
     return true;
+}
+
+void PreviewControl::onTextShown()
+{
+    // Not before: what is not there yet would be missing from a saved file.
+    m_views.preview->setReadOnly(!m_file.readable);
+    if (m_place.path == m_file.path)
+        moveCursorToLine(m_place.line);
+}
+
+/// A line that is not there yet is gone to when it is.
+void PreviewControl::showPlace()
+{
+    m_views.resultView->setLocation(m_place.path, m_place.line, m_place.column);
+    m_views.preview->setLocation(m_place.path, m_place.line, m_place.column);
+    moveCursorToLine(m_place.line);
+    markKeywords();
+}
+
+bool PreviewControl::isModified() const
+{
+    return !m_file.path.isEmpty() && m_text.isFinished()
+        && m_views.preview->document()->isModified();
 }
 
 /// Another file comes, whatever is answered; but a text that was to be saved and
 /// could not be goes only when it is kept elsewhere.
 bool PreviewControl::leaveFile()
 {
-    if (m_file.path.isEmpty() || !m_views.preview->document()->isModified())
+    if (!isModified())
         return true;
     const QMessageBox::StandardButton answer = Questions::saveModified(window(), m_file.path);
     return answer != QMessageBox::Yes || save() || rescue();
@@ -116,7 +145,7 @@ bool PreviewControl::leaveFile()
 
 bool PreviewControl::saveIfModified()
 {
-    if (m_file.path.isEmpty() || !m_views.preview->document()->isModified())
+    if (!isModified())
         return true;
     switch (Questions::saveModified(window(), m_file.path)) {
     case QMessageBox::Yes:
@@ -158,7 +187,7 @@ bool PreviewControl::mayBeSaved(const QString &text)
 
 bool PreviewControl::save()
 {
-    if (m_file.path.isEmpty() || !m_file.readable)
+    if (m_file.path.isEmpty() || !m_file.readable || !m_text.isFinished())
         return false;
     const QString text = this->text();
     if (!mayBeSaved(text))
@@ -222,15 +251,18 @@ void PreviewControl::markKeywords()
         preview.highlighter().setFind(pattern1);
 }
 
-void PreviewControl::showFormLabel()
+void PreviewControl::showLabels()
 {
     if (!m_file.readable) {
-        m_formLabel->clear();
+        m_codeSetLabel->clear();
+        m_lineEndLabel->clear();
         return;
     }
-    QString label = CodeSet::name(m_file.form.codeSet) + QStringLiteral("  ")
-        + CodeSet::lineEndName(m_file.form.lineEnd);
+    QString codeSet = CodeSet::name(m_file.form.codeSet);
     if (m_file.form.bom)
-        label += QStringLiteral("  BOM");
-    m_formLabel->setText(label);
+        codeSet += QStringLiteral(" BOM");
+    if (isModified())
+        codeSet.prepend(QStringLiteral("＊修正あり  "));
+    m_codeSetLabel->setText(codeSet);
+    m_lineEndLabel->setText(CodeSet::lineEndName(m_file.form.lineEnd));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "mainwindow/PiecewiseText.h"
 #include "mainwindow/preview/PreviewFile.h"
 
 #include <QObject>
@@ -32,8 +33,13 @@ public:
 
     /// The result view shows hits, or lines counted, which are nothing to preview.
     void setResultShown(bool shown) { m_resultShown = shown; }
-    /// A run begins: nobody has selected a hit of it yet.
-    void forgetSelection() { m_lastResultBlock = -1; }
+    /// A run begins, or a log is shown: nobody has selected a hit of it yet. A
+    /// file that was changed meanwhile is then read again.
+    void forgetSelection()
+    {
+        m_lastResultBlock = -1;
+        m_mayBeOutdated = true;
+    }
     /// The user has selected a hit since then.
     bool hasSelection() const { return m_lastResultBlock >= 0; }
 
@@ -48,24 +54,36 @@ public:
     bool save();
 
 private:
-    /// False when the file is not in the preview in the end: a text could not be
-    /// kept, or another file was selected meanwhile.
+    struct Place {
+        QString path;
+        int line = 1; ///< from 1
+        int column = 1;
+    };
+
+    bool isShown(const QString &path);
+    /// False when the file before stays, because its text could not be kept.
     bool showFile(const QString &path);
+    void showPlace();
+    void onTextShown();
+    bool isModified() const;
     bool leaveFile();
     bool rescue();
     bool mayBeSaved(const QString &text);
     void moveCursorToLine(int line);
     void markKeywords();
-    void showFormLabel();
+    void showLabels();
     QString text() const;
     QWidget *window() const;
 
     const Views m_views;
     const QString m_rescueDirectory;
     PreviewFile m_file; // its path is empty before the first preview
+    PiecewiseText m_text; // of m_file
+    Place m_place; // of the hit selected last
     int m_lastResultBlock = -1;
     bool m_resultShown = false;
-    /// Grows with each file that is shown.
-    int m_showing = 0;
-    QLabel *m_formLabel = nullptr; // of the status bar
+    bool m_mayBeOutdated = false;
+    // Of the status bar.
+    QLabel *m_codeSetLabel = nullptr;
+    QLabel *m_lineEndLabel = nullptr;
 };

@@ -20,6 +20,11 @@ ProgressPanel::ProgressPanel(QWidget *parent)
     : QWidget(parent), m_ui(std::make_unique<Ui::ProgressPanel>())
 {
     m_ui->setupUi(this);
+    // The part of a text that is over the bar's filled part, which ends anywhere.
+    QPalette colours = palette();
+    colours.setColor(QPalette::HighlightedText, colours.color(QPalette::Text));
+    for (QProgressBar *bar : {m_ui->dirBar, m_ui->fileBar, m_ui->spoolBar})
+        bar->setPalette(colours);
     setShown(false);
 }
 
@@ -63,5 +68,7 @@ void ProgressPanel::showDisplayed(int count)
 
 void ProgressPanel::showThreads(const QMap<int, int> &counts)
 {
-    m_ui->threadLabel->setText(SearchSummary::threadTable(counts));
+    const QString table = SearchSummary::threadTable(counts);
+    m_ui->threadLabel->setText(table);
+    m_ui->threadLabel->setToolTip(table.trimmed());
 }

@@ -268,9 +268,13 @@ void SearchForm::showHiddenConditions()
     m_ui->btnKeyword2->setIcon(QIcon(inForce && hidden
                                          ? QStringLiteral(":/icon/conditionsInForce.png")
                                          : QStringLiteral(":/icon/conditions.png")));
-    m_ui->btnKeyword2->setToolTip(
-        inForce && hidden ? QStringLiteral("追加条件が有効です。クリックすると表示します")
-                          : QStringLiteral("追加条件を表示します"));
+    if (hidden && inForce)
+        m_ui->btnKeyword2->setToolTip(
+            QStringLiteral("追加条件が有効です。クリックすると表示します"));
+    else if (hidden)
+        m_ui->btnKeyword2->setToolTip(QStringLiteral("追加条件を表示します"));
+    else
+        m_ui->btnKeyword2->setToolTip(QStringLiteral("追加条件を隠します"));
 }
 
 void SearchForm::setButton(Button button)

@@ -94,7 +94,9 @@ QRegExp pattern(const QString &text, const Options &options)
 Result find(QPlainTextEdit &view, const QString &text, const Options &options, Direction direction)
 {
     QRegExp wanted = pattern(text, options);
-    if (text.isEmpty() || !wanted.isValid())
+    if (!wanted.isValid())
+        return Result::InvalidPattern;
+    if (text.isEmpty())
         return Result::NotFound;
     const bool forward = direction == Direction::Forward;
     const QTextDocument &document = *view.document();

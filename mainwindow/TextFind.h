@@ -21,7 +21,8 @@ enum class Direction { Forward, Backward };
 enum class Result {
     Found,
     FoundAfterWrap, ///< only on the other side of the text's end
-    NotFound
+    NotFound,
+    InvalidPattern
 };
 
 /// What is looked for; invalid when text is no valid pattern.

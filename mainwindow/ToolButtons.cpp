@@ -38,12 +38,13 @@ ToolButtons ToolButtons::addTo(QToolBar *toolBar)
     ToolButtons buttons;
     buttons.arrowBackBtn = addButton(toolBar,
                                      {"arrowBackBtn", "arrow-back", QStringLiteral("前の検索結果"),
-                                      QStringLiteral("前に検索結果を表示します"), ""});
+                                      QStringLiteral("前に検索結果を表示します"), "Alt+Left"});
+    buttons.arrowBackBtn->setToolTip(QStringLiteral("前に検索結果を表示します"));
     buttons.arrowBackBtn->setPopupMode(QToolButton::MenuButtonPopup);
     buttons.arrowForwardBtn =
         addButton(toolBar,
                   {"arrowForwardBtn", "arrow-forward", QStringLiteral("次の検索結果"),
-                   QStringLiteral("次の検索結果を表示します"), ""});
+                   QStringLiteral("次の検索結果を表示します"), "Alt+Right"});
     toolBar->addSeparator();
     buttons.findBtn = addButton(toolBar,
                                 {"findBtn", "edit-find-4", QStringLiteral("検索"),

@@ -8,6 +8,8 @@
 #include <QScreen>
 #include <QSplitter>
 
+#include <algorithm>
+
 namespace WindowLayout {
 
 namespace {
@@ -23,6 +25,26 @@ QSize desktopSize()
     return screen ? screen->size() : QSize();
 }
 
+/// A window that is larger than its screen gets the screen's size; one that fits
+/// stays where it is.
+void fitIntoScreen(QMainWindow &window)
+{
+    const QScreen *screen = QGuiApplication::screenAt(window.pos());
+    if (!screen)
+        screen = QGuiApplication::primaryScreen();
+    if (!screen || window.isMaximized() || window.isFullScreen())
+        return;
+    const QRect available = screen->availableGeometry();
+    const QSize fitting = window.size().boundedTo(available.size());
+    if (fitting == window.size())
+        return;
+    window.resize(fitting);
+    QRect place(window.pos(), fitting);
+    place.moveRight(std::min(place.right(), available.right()));
+    place.moveBottom(std::min(place.bottom(), available.bottom()));
+    window.move(place.topLeft());
+}
+
 } // namespace
 
 void restore(const Parts &parts)
@@ -34,6 +56,7 @@ void restore(const Parts &parts)
         parts.window->restoreGeometry(settings.geometry);
     if (isStored(settings.layouttoolbar))
         parts.window->restoreState(settings.layouttoolbar);
+    fitIntoScreen(*parts.window);
     if (isStored(settings.layoutsplitter))
         parts.splitter->restoreState(settings.layoutsplitter);
     else

@@ -66,9 +66,12 @@ private slots:
     void aRunIsNotDisturbedByPaging();
     void aSearchWhoseLogCannotBeWrittenIsWhole();
     void aTextOfManyPiecesIsShownLetterByLetter();
+    void aSearchDropsTheRestOfALog();
+    void forwardAtTheStartLeavesTheForm();
 
 private:
     bool search(const QString &keyword);
+    QString writeLargeLog(const QString &name);
     QAbstractButton *back() const { return m_fixture->child<QToolButton>("arrowBackBtn"); }
     QAbstractButton *forward() const { return m_fixture->child<QToolButton>("arrowForwardBtn"); }
 
@@ -341,28 +344,59 @@ void MainWindowHistoryTest::aSearchWhoseLogCannotBeWrittenIsWhole()
     QVERIFY(search(text("one")));
     QVERIFY(m_fixture->resultText().contains(text("該当行数 1")));
     QVERIFY(m_fixture->prompt.messages.isEmpty());
+    QCOMPARE(m_fixture->statusText(), QString());
     QVERIFY(file.remove());
+}
+
+/// Lines that take several pieces to show; returns their text.
+QString MainWindowHistoryTest::writeLargeLog(const QString &name)
+{
+    QString listed = text("\n");
+    for (int line = 0; line < 60000; ++line)
+        listed += text("%1: 灯\u00a0台\n").arg(line);
+    QFile file(logDirectory().filePath(name));
+    if (!file.open(QIODevice::ReadWrite))
+        qFatal("cannot open the log");
+    QByteArray header;
+    for (int line = 0; line < 15; ++line)
+        header += file.readLine();
+    if (!file.resize(0) || !file.seek(0) || file.write(header + listed.toUtf8()) < 0)
+        qFatal("cannot write the log");
+    return listed;
 }
 
 void MainWindowHistoryTest::aTextOfManyPiecesIsShownLetterByLetter()
 {
     QVERIFY(search(text("one")));
-    QString listed = text("\n");
-    for (int line = 0; line < 60000; ++line)
-        listed += text("%1: 灯\u00a0台\n").arg(line);
-    const QString name = logNames().first();
-    QFile file(logDirectory().filePath(name));
-    QVERIFY(file.open(QIODevice::ReadWrite));
-    QByteArray header;
-    for (int line = 0; line < 15; ++line)
-        header += file.readLine();
-    QVERIFY(file.resize(0) && file.seek(0));
-    file.write(header + listed.toUtf8());
-    file.close();
+    const QString listed = writeLargeLog(logNames().first());
     m_fixture->child<QToolButton>("arrowBackBtn")->menu()->actions().at(0)->trigger();
+    QTRY_COMPARE(m_fixture->resultView()->blockCount(), 60002);
     QString shown = m_fixture->resultView()->document()->toRawText();
     QVERIFY(shown.replace(QChar::ParagraphSeparator, QLatin1Char('\n')) == listed);
     QCOMPARE(m_fixture->resultView()->textCursor().position(), 0);
+}
+
+void MainWindowHistoryTest::aSearchDropsTheRestOfALog()
+{
+    QVERIFY(search(text("one")));
+    writeLargeLog(logNames().first());
+    m_fixture->child<QToolButton>("arrowBackBtn")->menu()->actions().at(0)->trigger();
+    m_fixture->fill(m_tree, text("*.txt"), text("two"));
+    m_fixture->searchButton()->click();
+    QVERIFY(m_fixture->waitUntilIdle());
+    QTest::qWait(50);
+    QVERIFY(m_fixture->resultText().startsWith(text("::%1a.txt\n").arg(m_tree)));
+    QVERIFY(m_fixture->resultView()->blockCount() < 20);
+}
+
+void MainWindowHistoryTest::forwardAtTheStartLeavesTheForm()
+{
+    m_fixture->open({m_tree}, text("*.c"), text("word"));
+    m_fixture->window().arrowForward();
+    QCOMPARE(m_fixture->pathEdit()->toPlainText(), m_tree);
+    QCOMPARE(m_fixture->mask()->currentText(), text("*.c"));
+    QCOMPARE(m_fixture->keyword1()->currentText(), text("word"));
+    QVERIFY(AppSettings::instance().regexp);
 }
 
 QTEST_MAIN(MainWindowHistoryTest)

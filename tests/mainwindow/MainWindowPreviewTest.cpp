@@ -12,6 +12,8 @@
 #include <QTextBlock>
 #include <QTextCodec>
 
+#include <algorithm>
+
 namespace {
 
 QString text(const char *utf8)
@@ -55,6 +57,10 @@ private slots:
     void charactersThatWouldBeLostAreAskedFor();
     void bytesThatNobodyTouchedAreAskedFor();
     void aTextThatCannotBeSavedIsKeptElsewhere();
+    void aLargeFileIsNeverModifiedWhileItIsShown();
+    void aHitFarDownALargeFileIsGoneTo();
+    void anotherResultReadsAChangedFileAgain();
+    void aModificationIsSeen();
     void closingAsksForAModifiedFile();
     void closingIsCancelled();
 
@@ -219,9 +225,9 @@ void MainWindowPreviewTest::theCodeSetIsDetected_data()
 {
     QTest::addColumn<QByteArray>("codec");
     QTest::addColumn<QString>("label");
-    QTest::newRow("Shift-JIS") << QByteArray("Shift-JIS") << text("Shift-JIS  CRLF");
-    QTest::newRow("EUC-JP") << QByteArray("EUC-JP") << text("EUC-JP  CRLF");
-    QTest::newRow("UTF-8") << QByteArray("UTF-8") << text("UTF-8  CRLF");
+    QTest::newRow("Shift-JIS") << QByteArray("Shift-JIS") << text("Shift-JIS");
+    QTest::newRow("EUC-JP") << QByteArray("EUC-JP") << text("EUC-JP");
+    QTest::newRow("UTF-8") << QByteArray("UTF-8") << text("UTF-8");
 }
 
 void MainWindowPreviewTest::theCodeSetIsDetected()
@@ -236,12 +242,12 @@ void MainWindowPreviewTest::theCodeSetIsDetected()
                           QTextCodec::codecForName(codec)->fromUnicode(lines));
     searchAndSelect(text("灯を消した"));
     QCOMPARE(previewText(), content);
-    bool shown = false;
+    QStringList shown;
     const auto labels = m_fixture->window().statusBar()->findChildren<QLabel *>();
+    for (const QLabel *label : labels)
+        shown += label->text();
     QFETCH(QString, label);
-    for (const QLabel *shownLabel : labels)
-        shown = shown || shownLabel->text() == label;
-    QVERIFY(shown);
+    QCOMPARE(shown, QStringList({label, text("CRLF")}));
 }
 
 void MainWindowPreviewTest::bothViewsKnowThePlace()
@@ -368,6 +374,59 @@ void MainWindowPreviewTest::aTextThatCannotBeSavedIsKeptElsewhere()
     QVERIFY(kept.open(QIODevice::ReadOnly));
     QCOMPARE(kept.readAll(), QByteArray("new rare apple\n"));
     QVERIFY(m_fixture->prompt.messages.last().text.contains(names.first()));
+}
+
+void MainWindowPreviewTest::aLargeFileIsNeverModifiedWhileItIsShown()
+{
+    const QByteArray large = QByteArray("an apple a day\n").repeated(60000);
+    m_fixture->tree.write(QStringLiteral("a.txt"), large);
+    searchAndSelect(text("an apple"));
+    m_fixture->preview()->setFocus();
+    QTest::keyClick(m_fixture->preview(), Qt::Key_S, Qt::ControlModifier);
+    QTest::keyClicks(m_fixture->preview(), text("x"));
+    select(text("the apple"));
+    QVERIFY(m_fixture->prompt.messages.isEmpty());
+    QCOMPARE(previewText(), text("the apple\n"));
+    QTest::qWait(100);
+    QCOMPARE(previewText(), text("the apple\n"));
+    QCOMPARE(m_fixture->tree.read(QStringLiteral("a.txt")), large);
+}
+
+void MainWindowPreviewTest::aHitFarDownALargeFileIsGoneTo()
+{
+    m_fixture->tree.write(QStringLiteral("a.txt"),
+                          QByteArray("nothing here\n").repeated(60000) + "an apple\nand more\n");
+    searchAndSelect(file("a.txt"));
+    // Before the file is there, as with a key held down.
+    select(text("an apple"));
+    QTRY_COMPARE(previewLine(), 60001);
+    QVERIFY(!m_fixture->preview()->isReadOnly());
+    QCOMPARE(m_fixture->preview()->line(), 60001);
+}
+
+void MainWindowPreviewTest::anotherResultReadsAChangedFileAgain()
+{
+    searchAndSelect(text("three apple"));
+    m_fixture->tree.write(QStringLiteral("a.txt"), "first\nsecond apple\n");
+    searchAndSelect(text("second apple"));
+    QCOMPARE(previewText(), text("first\nsecond apple\n"));
+    QCOMPARE(previewLine(), 2);
+}
+
+void MainWindowPreviewTest::aModificationIsSeen()
+{
+    searchAndSelect(text("three apple"));
+    const auto isMarked = [this] {
+        const auto labels = m_fixture->window().statusBar()->findChildren<QLabel *>();
+        return std::any_of(labels.begin(), labels.end(), [](const QLabel *label) {
+            return label->text().contains(text("修正あり"));
+        });
+    };
+    QVERIFY(!isMarked());
+    edit();
+    QVERIFY(isMarked());
+    m_fixture->preview()->undo();
+    QVERIFY(!isMarked());
 }
 
 void MainWindowPreviewTest::closingAsksForAModifiedFile()

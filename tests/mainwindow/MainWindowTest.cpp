@@ -5,9 +5,11 @@
 #include "settings/ParameterFile.h"
 #include "settings/dialogs/InputFolderDialog.h"
 
+#include <QAbstractItemModel>
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QCompleter>
 #include <QDesktopServices>
 #include <QGroupBox>
 #include <QLineEdit>
@@ -95,6 +97,12 @@ private slots:
     void aListedPathIsNotAddedAgain();
     void theExtraConditionsFold();
     void keyword1IsPutBackUnlessItHoldsABackslash();
+    void returnInTheCompletersPopupSearches_data();
+    void returnInTheCompletersPopupSearches();
+    void theClearButtonSearchesButNeverAborts();
+    void aPickedSecondKeywordIsSeen();
+    void theFormsPathsServeBeforeTheFirstSearch();
+    void aBroadcastLeavesTypingAlone();
 
     void findingGoesAroundTheEnd();
     void documentsAreOpened();
@@ -205,8 +213,8 @@ void MainWindowTest::actionsCarryTheirTexts()
 void MainWindowTest::toolButtonsCarryTheirTexts_data()
 {
     QTest::addColumn<QString>("shortcut");
-    QTest::newRow("arrowBackBtn") << QString();
-    QTest::newRow("arrowForwardBtn") << QString();
+    QTest::newRow("arrowBackBtn") << text("Alt+Left");
+    QTest::newRow("arrowForwardBtn") << text("Alt+Right");
     QTest::newRow("findBtn") << text("Ctrl+F");
     QTest::newRow("findNextBtn") << text("Ctrl+Down");
     QTest::newRow("findPrevBtn") << text("Ctrl+Up");
@@ -697,6 +705,77 @@ void MainWindowTest::keyword1IsPutBackUnlessItHoldsABackslash()
         m_fixture->child<QAbstractButton>("btnKeyword1")->click();
         QCOMPARE(m_fixture->keyword1()->currentText(), keyword);
     }
+}
+
+void MainWindowTest::returnInTheCompletersPopupSearches_data()
+{
+    QTest::addColumn<bool>("choosesEntry");
+    QTest::newRow("as typed") << false;
+    QTest::newRow("with an entry chosen") << true;
+}
+
+void MainWindowTest::returnInTheCompletersPopupSearches()
+{
+    QFETCH(bool, choosesEntry);
+    QVERIFY(m_fixture->search(m_tree, text("*.txt"), text("apple")));
+    m_fixture->keyword1()->setFocus();
+    m_fixture->keyword1()->lineEdit()->selectAll();
+    QTest::keyClicks(m_fixture->keyword1(), text("app"));
+    QWidget *popup = m_fixture->keyword1()->completer()->popup();
+    QTRY_VERIFY(popup->isVisible());
+    if (choosesEntry)
+        QTest::keyClick(popup, Qt::Key_Down);
+    QTest::keyClick(popup, Qt::Key_Return);
+    QVERIFY(m_fixture->isRunning());
+    QVERIFY(m_fixture->waitUntilIdle());
+    QCOMPARE(m_fixture->window().windowTitle(),
+             choosesEntry ? text("apple -- sarvik") : text("app -- sarvik"));
+    QVERIFY(!m_fixture->keyword1()->completer()->popup()->isVisible());
+}
+
+void MainWindowTest::theClearButtonSearchesButNeverAborts()
+{
+    m_fixture->fill(m_tree, text("*.txt"), text("apple"));
+    auto *clear = m_fixture->keyword1()->lineEdit()->findChild<QToolButton *>();
+    clear->click();
+    QCOMPARE(m_fixture->statusText(), text("キーワード１を指定してください"));
+    m_fixture->fill(text("/usr/"), text("*"), text("no such text anywhere"));
+    m_fixture->searchButton()->click();
+    clear->click();
+    QVERIFY(m_fixture->isRunning());
+    QVERIFY(m_fixture->searchButton()->isEnabled());
+    m_fixture->searchButton()->click();
+    QVERIFY(m_fixture->waitUntilIdle());
+}
+
+void MainWindowTest::aPickedSecondKeywordIsSeen()
+{
+    m_fixture->window().setKeyword2(text("picked"));
+    QVERIFY(m_fixture->keyword2()->isVisible());
+    QCOMPARE(m_fixture->keyword2()->currentText(), text("picked"));
+}
+
+void MainWindowTest::theFormsPathsServeBeforeTheFirstSearch()
+{
+    m_fixture->fill(m_tree, text("*.txt"), text("apple"));
+    QCOMPARE(m_fixture->window().searchPaths(), QStringList(m_tree));
+    QVERIFY(m_fixture->search(m_tree, text("*.txt"), text("apple")));
+    m_fixture->fill(text("/elsewhere/"), text("*.txt"), text("apple"));
+    QCOMPARE(m_fixture->window().searchPaths(), QStringList(m_tree));
+}
+
+void MainWindowTest::aBroadcastLeavesTypingAlone()
+{
+    QVERIFY(m_fixture->search(m_tree, text("*.txt"), text("apple")));
+    AppSettings::instance().keywordHistory->save();
+    QLineEdit *field = m_fixture->keyword1()->lineEdit();
+    field->setText(text("being typed"));
+    field->setCursorPosition(3);
+    m_fixture->window().onBoradCastMessage(1, 2);
+    QCOMPARE(field->text(), text("being typed"));
+    QCOMPARE(field->cursorPosition(), 3);
+    QCOMPARE(m_fixture->keyword1()->itemText(0), text("apple"));
+    QCOMPARE(m_fixture->keyword1()->completer()->model()->rowCount(), 1);
 }
 
 void MainWindowTest::findingGoesAroundTheEnd()
