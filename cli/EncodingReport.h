@@ -8,7 +8,9 @@ class LineOutput;
 
 /// The lines of --encodings: path, code-set number, name, line end and
 /// byte-order mark (0 or 1), tab-separated. A file that a search refuses has
-/// "-2" as its number and "-" for what follows.
+/// "-2" as its number and "-" for what follows; one that cannot be opened has no
+/// line. In completion order, or by the bytes of the path. A run with any line,
+/// refused files included, is one with hits.
 class EncodingReport : public RunReport {
 public:
     /// output must outlive the report.

@@ -86,7 +86,7 @@ QString Reader::readShort(const QString &argument, Options &options)
             value = i + 1 < argument.size() ? argument.mid(i + 1) : m_arguments.at(m_next++);
             i = argument.size();
         }
-        const QString error = apply(*option, value, options);
+        QString error = apply(*option, value, options);
         if (!error.isEmpty())
             return error;
     }
@@ -112,7 +112,7 @@ QString Reader::assignOperands(Options &options) const
         return QStringLiteral("KEYWORD and PATH are missing (-h shows the options)");
     options.keyword = search ? m_operands.first() : QString();
     options.paths = m_operands.mid(search ? 1 : 0);
-    const QString error = search ? KeywordCheck::error(options) : QString();
+    QString error = search ? KeywordCheck::error(options) : QString();
     if (!error.isEmpty())
         return error;
     if (options.paths.isEmpty())

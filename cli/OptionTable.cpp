@@ -38,7 +38,7 @@ QString readText(const char *name, const QString &value, QString &text)
 QString addText(const char *name, const QString &value, QStringList &list)
 {
     QString text;
-    const QString error = readText(name, value, text);
+    QString error = readText(name, value, text);
     if (error.isEmpty())
         list += text;
     return error;
@@ -111,7 +111,7 @@ QVector<OptionTable::Option> searchOptions()
         {0, "within", "N", "KEYWORD2 may stand up to N lines later (default 0)", true,
          [](Options &options, const QString &value) {
              int lines = 0;
-             const QString error = readNumber("within", value, 0, Options::kMaxWithin, lines);
+             QString error = readNumber("within", value, 0, Options::kMaxWithin, lines);
              options.within = lines;
              return error;
          }},
@@ -124,7 +124,7 @@ QVector<OptionTable::Option> searchOptions()
         {0, "tab", "WIDTH", "columns of a tab (default 4, or the settings)", true,
          [](Options &options, const QString &value) {
              int width = 0;
-             const QString error = readNumber("tab", value, 1, Options::kMaxTabWidth, width);
+             QString error = readNumber("tab", value, 1, Options::kMaxTabWidth, width);
              options.tabWidth = width;
              return error;
          }},
@@ -156,8 +156,7 @@ QVector<OptionTable::Option> fileOptions()
         {0, "max-size", "MIB", "leave out larger files (default 1, or the settings)", false,
          [](Options &options, const QString &value) {
              int mebibytes = 0;
-             const QString error =
-                 readNumber("max-size", value, 1, Options::kMaxSizeMiB, mebibytes);
+             QString error = readNumber("max-size", value, 1, Options::kMaxSizeMiB, mebibytes);
              options.maxSize = mebibytes;
              return error;
          }},

@@ -60,9 +60,13 @@ const std::vector<Setting> &settings();
 /// The colours, which may come from the companion editor's file.
 const std::vector<ColourSetting> &colours();
 
+/// Sets the members of target. A missing key gives its default, a value of
+/// another type what the conversion makes of it: ranges are the caller's.
 void read(AppSettings &target, const IniDocument &file);
+/// A name that is no colour gives an invalid colour.
 void readColours(AppSettings &target, const IniDocument &file);
-/// Writes the settings and then the colours.
+/// Writes the settings and then the colours, as #rrggbb; what the tables do not
+/// name stays in file as it is.
 void write(const AppSettings &source, IniDocument &file);
 
 } // namespace SettingsTable
