@@ -6,6 +6,7 @@
 #include "settings/dialogs/InputFolderDialog.h"
 
 #include <QAbstractItemModel>
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
