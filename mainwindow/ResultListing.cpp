@@ -8,6 +8,23 @@
 #include <QSignalBlocker>
 
 #include <algorithm>
+#include <utility>
+
+namespace {
+
+/// Moves a block out of lines: freed together at the end, a million lines would
+/// block the window.
+QStringList takeBlock(QStringList &lines, int start)
+{
+    const int end = std::min(start + ResultListing::kLinesPerBlock, lines.size());
+    QStringList block;
+    block.reserve(end - start);
+    for (int index = start; index < end; ++index)
+        block += std::move(lines[index]);
+    return block;
+}
+
+} // namespace
 
 ResultListing::ResultListing(GrepEditor &view, ProgressPanel &panel) : m_view(view), m_panel(panel)
 {
@@ -46,7 +63,7 @@ void ResultListing::drain(SignalSpool &spool, const std::function<bool()> &isCan
         QCoreApplication::processEvents();
         if (isCancelled())
             return;
-        append(lines.mid(shown, kLinesPerBlock));
+        append(takeBlock(lines, shown));
         m_panel.showDisplayed(std::min(shown + kLinesPerBlock, count));
     }
 }

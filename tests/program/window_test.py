@@ -259,6 +259,58 @@ class WindowTest(unittest.TestCase):
         self.assertIn("該当行数 0\n", text)
         self.assertEqual(program.quit(), 0)
 
+    def test_a_hit_is_edited_and_saved(self):
+        program = self.program
+        program.hand_over(str(self.tree) + "/", "sjis.txt utf-8.txt", "灯台守")
+        program.start()
+        program.search()
+        program.keys("Down")
+        # To the preview, whose cursor is at the start of the hit's line.
+        program.keys("Tab")
+        program.type("new ")
+        program.keys("ctrl+s")
+        saved = self.tree / "sjis.txt"
+        wait_for("the backup", (self.tree / "sjis.txt.bak").exists)
+        wait_for("the saved file", lambda: saved.exists() and saved.read_bytes().startswith(b"new "))
+        self.assertEqual(saved.read_bytes().decode("cp932"), "new 灯台守\r\n何もない\r\n")
+        self.assertEqual((self.tree / "sjis.txt.bak").read_bytes().decode("cp932"),
+                         "灯台守\r\n何もない\r\n")
+        self.assertEqual(program.quit(), 0)
+
+    def test_a_past_search_comes_back(self):
+        program = self.program
+        program.hand_over(str(self.tree) + "/", "*.txt", "灯台")
+        program.start()
+        program.search()
+        # A log that is older by its time, not only by its name.
+        time.sleep(1.1)
+        program.keys("ctrl+k", "ctrl+a")
+        program.type("nowhere")
+        self.assertIn("該当行数 0\n", program.search())
+        program.keys("alt+Left")
+        time.sleep(1.1)
+        program.keys("ctrl+k")
+        self.assertIn("該当行数 4\n", program.search())
+        self.assertTrue(program.log().splitlines()[1] == "keyword1:灯台", program.log())
+
+    def test_counting_and_dialogs_leave_the_window_well(self):
+        program = self.program
+        program.hand_over(str(self.tree) + "/", "*.txt", "灯台")
+        program.start()
+        program.keys("alt+t", "l")
+        program.keys("alt+t", "o")
+        options = wait_for("the options", lambda: program.screen.tool(
+            "search", "--onlyvisible", "--pid", program.process.pid, "--name", "^Option$"))
+        program.screen.tool("windowactivate", "--sync", options)
+        program.keys("Escape")
+        program.screen.tool("windowactivate", "--sync", program.window)
+        program.keys("ctrl+k")
+        self.assertIn("該当行数 4\n", program.search())
+        self.assertEqual(program.quit(), 0)
+        # What was there is there again; nothing of it was lost by a dialog.
+        program.start()
+        self.assertIn("該当行数 4\n", program.search())
+
 
 if __name__ == "__main__":
     PORTABLE_FOLDER = pathlib.Path(sys.argv.pop(1))
