@@ -99,6 +99,12 @@ class Program:
     def keys(self, *names):
         self.screen.tool("key", "--clearmodifiers", *names)
 
+    def choose(self, menu, entry):
+        """From a menu, which needs a moment to open."""
+        self.keys(menu)
+        time.sleep(0.5)
+        self.keys(entry)
+
     def type(self, text):
         self.screen.tool("type", "--clearmodifiers", text)
 
@@ -297,8 +303,10 @@ class WindowTest(unittest.TestCase):
         program = self.program
         program.hand_over(str(self.tree) + "/", "*.txt", "灯台")
         program.start()
-        program.keys("alt+t", "l")
-        program.keys("alt+t", "o")
+        program.choose("alt+t", "l")
+        wait_for("the line count", lambda: program.title() == "灯台 -- sarvik")
+        time.sleep(1)
+        program.choose("alt+t", "o")
         options = wait_for("the options", lambda: program.screen.tool(
             "search", "--onlyvisible", "--pid", program.process.pid, "--name", "^Option$"))
         program.screen.tool("windowactivate", "--sync", options)
