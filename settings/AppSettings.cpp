@@ -35,11 +35,9 @@ QString settingsPath(const QString &appDir)
     return appDir + QStringLiteral("sarvik.ini");
 }
 
-/// The companion editor's colours are everybody's.
-QString colourSourcePath(const QString &appDir)
+QString editorsPath(const QString &appDir)
 {
-    const QString editors = appDir + QStringLiteral("sarvedit.ini");
-    return QFileInfo(editors).isFile() ? editors : settingsPath(appDir);
+    return appDir + QStringLiteral("sarvedit.ini");
 }
 
 IniFile utf8File(const QString &path)
@@ -63,7 +61,10 @@ void AppSettings::load(const QString &appDir)
     inputFontCopy = inputFont;
     readLanguages(file);
 
-    SettingsTable::readColours(*this, utf8File(colourSourcePath(appDir)).read());
+    // The companion editor's colours are everybody's.
+    m_coloursAreEditors = QFileInfo(editorsPath(appDir)).isFile();
+    const QString colours = m_coloursAreEditors ? editorsPath(appDir) : settingsPath(appDir);
+    SettingsTable::readColours(*this, utf8File(colours).read());
     markercolor = QColor(Qt::darkYellow);
 
     keywordHistory = std::make_unique<KeywordHistory>(searchHistorymax, appDir);

@@ -56,6 +56,10 @@ public:
     /// The directory of the last load(), ending in "/"; empty before it.
     const QString &applicationDirectory() const { return m_applicationDirectory; }
 
+    /// Whether the last load() took the colours from the companion editor's file:
+    /// colours set here are then those of this run only.
+    bool coloursAreEditors() const { return m_coloursAreEditors; }
+
     /// Files of more bytes than this are not searched: bigsize as bytes. Not
     /// positive when bigsize is not, and then no file with content passes.
     qint64 sizeLimitBytes() const { return bigsize * Q_INT64_C(1048576); }
@@ -192,4 +196,5 @@ private:
 
     QString m_applicationDirectory;
     bool m_mayBeSaved = true;
+    bool m_coloursAreEditors = false;
 };

@@ -51,7 +51,11 @@ InputHistoryFile::Content InputHistoryFile::read() const
     content.cursorLast = file.value(key(kCursorLast), content.cursorLast).toBool();
     content.history = file.list(key(kList));
     content.learn = file.value(key(kLearn), content.learn).toBool();
-    content.max = file.value(key(kMax), content.max).toInt();
+    // Not a limit that nobody meant: it would cost the history at the next entry.
+    bool isNumber = false;
+    const int max = file.text(key(kMax)).toInt(&isNumber);
+    if (isNumber && max >= 1)
+        content.max = max;
     const QString family = file.text(key(kFontFamily));
     if (!family.isEmpty())
         content.font = fontOf(file, family);

@@ -21,7 +21,7 @@ public:
         /// Newest first; may hold duplicates when somebody typed them.
         QStringList history;
         bool learn = true;
-        /// Entries that learning keeps. Typed by hand, never written.
+        /// Entries that learning keeps, 1 or more. Typed by hand, never written.
         int max = 50;
         /// False when there is a file that could not be read: what it holds is
         /// then not to be replaced by these defaults.
@@ -33,8 +33,9 @@ public:
 
     const QString &path() const { return m_path; }
 
-    /// A missing or unreadable file, a missing key, and a size or font that no dialog could be
-    /// shown with, gives the default.
+    /// A missing or unreadable file, a missing key, a size or font that no dialog
+    /// could be shown with, and a max that is not a number or below 1, gives the
+    /// default.
     Content read() const;
 
     /// Writes the size, cursorLast, the history and learn; other keys stay. False

@@ -7,6 +7,8 @@
 
 #include <QPointer>
 
+#include <algorithm>
+
 namespace {
 
 const QString kSeparator = QStringLiteral(", ");
@@ -68,43 +70,61 @@ void optionDialog::showMarks()
                                                                : Qt::Unchecked);
 }
 
+std::vector<optionDialog::ColourRow> optionDialog::colourRows() const
+{
+    const char *const thisRunOnly = "次回起動時に元に戻ります";
+    const char *const unused = "このプログラムでは表示に使いません";
+    return {
+        {OptionColours::PaletteWindow, m_ui->sample_base, m_ui->pb_base, nullptr},
+        {OptionColours::PaletteWindowText, m_ui->sample_text, m_ui->pb_text, nullptr},
+        {OptionColours::Background, m_ui->sample_c01, m_ui->pb_c01, nullptr},
+        {OptionColours::Text, m_ui->sample_c02, m_ui->pb_c02, nullptr},
+        {OptionColours::Cursor, m_ui->sample_c03, m_ui->pb_c03, nullptr},
+        {OptionColours::SelectionBackground, m_ui->sample_c04, m_ui->pb_c04, nullptr},
+        {OptionColours::SelectionText, m_ui->sample_c05, m_ui->pb_c05, nullptr},
+        {OptionColours::Comment, m_ui->sample_c06, m_ui->pb_c06, nullptr},
+        {OptionColours::Find1, m_ui->sample_c07, m_ui->pb_c07, "検索したキーワードの目印の色です"},
+        {OptionColours::ReservedWord, m_ui->sample_c08, m_ui->pb_c08, nullptr},
+        {OptionColours::Literal, m_ui->sample_c09, m_ui->pb_c09, nullptr},
+        {OptionColours::LineNumberText, m_ui->sample_c10, m_ui->pb_c10, unused},
+        {OptionColours::Value, m_ui->sample_c11, m_ui->pb_c11, nullptr},
+        {OptionColours::Class, m_ui->sample_c13, m_ui->pb_c13,
+         "このプログラムでは表示に使わず、次回起動時に元に戻ります"},
+        {OptionColours::Control, m_ui->sample_c14, m_ui->pb_c14, nullptr},
+        {OptionColours::FileName, m_ui->sample_c15, m_ui->pb_c15, thisRunOnly},
+        {OptionColours::LineNumberBackground, m_ui->sample_c17, m_ui->pb_c17, unused},
+    };
+}
+
 void optionDialog::showColours()
 {
-    const struct {
-        QFrame *sample;
-        QPushButton *button;
-        OptionColours::Index index;
-    } rows[] = {
-        {m_ui->sample_base, m_ui->pb_base, OptionColours::PaletteWindow},
-        {m_ui->sample_text, m_ui->pb_text, OptionColours::PaletteWindowText},
-        {m_ui->sample_c01, m_ui->pb_c01, OptionColours::Background},
-        {m_ui->sample_c02, m_ui->pb_c02, OptionColours::Text},
-        {m_ui->sample_c03, m_ui->pb_c03, OptionColours::Cursor},
-        {m_ui->sample_c04, m_ui->pb_c04, OptionColours::SelectionBackground},
-        {m_ui->sample_c05, m_ui->pb_c05, OptionColours::SelectionText},
-        {m_ui->sample_c06, m_ui->pb_c06, OptionColours::Comment},
-        {m_ui->sample_c07, m_ui->pb_c07, OptionColours::Find1},
-        {m_ui->sample_c08, m_ui->pb_c08, OptionColours::ReservedWord},
-        {m_ui->sample_c09, m_ui->pb_c09, OptionColours::Literal},
-        {m_ui->sample_c10, m_ui->pb_c10, OptionColours::LineNumberText},
-        {m_ui->sample_c11, m_ui->pb_c11, OptionColours::Value},
-        {m_ui->sample_c13, m_ui->pb_c13, OptionColours::Class},
-        {m_ui->sample_c14, m_ui->pb_c14, OptionColours::Control},
-        {m_ui->sample_c15, m_ui->pb_c15, OptionColours::FileName},
-        {m_ui->sample_c17, m_ui->pb_c17, OptionColours::LineNumberBackground},
-    };
-    for (const auto &row : rows) {
+    for (const ColourRow &row : colourRows()) {
         const QString name = m_colours[row.index].name();
         row.sample->setStyleSheet(QStringLiteral("QWidget {background-color: %1;}").arg(name));
+        QStringList tip{name};
+        if (row.note)
+            tip.append(QString::fromUtf8(row.note));
+        if (AppSettings::instance().coloursAreEditors())
+            tip.append(QStringLiteral("sarvedit の色が優先され、次回起動時に元に戻ります"));
+        row.button->setToolTip(tip.join(QLatin1Char('\n')));
         // A sample says nothing to those who do not see it.
-        row.button->setToolTip(name);
-        row.button->setAccessibleDescription(name);
+        row.button->setAccessibleDescription(tip.join(QLatin1Char(' ')));
     }
+}
+
+QColor optionDialog::askForColour(OptionColours::Index index)
+{
+    const auto rows = colourRows();
+    const auto row = std::find_if(rows.begin(), rows.end(),
+                                  [index](const ColourRow &each) { return each.index == index; });
+    // The button's own text is the same on every row.
+    const QString title = row == rows.end() ? QString() : row->button->accessibleName();
+    return UserPrompt::current().chooseColour(this, title, m_colours[index]);
 }
 
 void optionDialog::chooseColour(OptionColours::Index index)
 {
-    const QColor chosen = UserPrompt::current().chooseColour(this, m_colours[index]);
+    const QColor chosen = askForColour(index);
     if (!chosen.isValid())
         return;
     m_colours[index] = chosen;
@@ -198,8 +218,7 @@ void optionDialog::on_pb_c15_clicked()
 
 void optionDialog::on_pb_base_clicked()
 {
-    const QColor chosen =
-        UserPrompt::current().chooseColour(this, m_colours[OptionColours::PaletteWindow]);
+    const QColor chosen = askForColour(OptionColours::PaletteWindow);
     if (!chosen.isValid())
         return;
     m_colours.setPaletteBackground(chosen);
@@ -208,8 +227,7 @@ void optionDialog::on_pb_base_clicked()
 
 void optionDialog::on_pb_text_clicked()
 {
-    const QColor chosen =
-        UserPrompt::current().chooseColour(this, m_colours[OptionColours::PaletteWindowText]);
+    const QColor chosen = askForColour(OptionColours::PaletteWindowText);
     if (!chosen.isValid())
         return;
     m_colours.setPaletteText(chosen);

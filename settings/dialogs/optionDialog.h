@@ -9,6 +9,8 @@
 #include <vector>
 
 QT_BEGIN_NAMESPACE
+class QFrame;
+class QPushButton;
 namespace Ui {
 class optionDialog;
 }
@@ -54,9 +56,21 @@ public:
     void accept() override;
 
 private:
+    /// One colour on the form.
+    struct ColourRow {
+        OptionColours::Index index;
+        QFrame *sample;
+        QPushButton *button;
+        /// What the label does not tell; may be null.
+        const char *note;
+    };
+
+    std::vector<ColourRow> colourRows() const;
     void showMarks();
     void showEditorAndExclusions();
     void showColours();
+    /// Invalid when nothing was chosen.
+    QColor askForColour(OptionColours::Index index);
     void chooseColour(OptionColours::Index index);
     void storeFonts() const;
     void storeMarks() const;

@@ -30,8 +30,9 @@ QString AnsweringPrompt::chooseFolder(QWidget *parent, const QString &title, con
     return folders.isEmpty() ? QString() : folders.takeFirst();
 }
 
-QColor AnsweringPrompt::chooseColour(QWidget *, const QColor &initial)
+QColor AnsweringPrompt::chooseColour(QWidget *, const QString &title, const QColor &initial)
 {
+    colourTitles.append(title);
     colourQuestions.append(initial);
     return colours.isEmpty() ? QColor() : colours.takeFirst();
 }

@@ -24,7 +24,7 @@ public:
     QString chooseFile(QWidget *parent, const QString &title, const QString &start,
                        const QString &filter) override;
     QString chooseFolder(QWidget *parent, const QString &title, const QString &start) override;
-    QColor chooseColour(QWidget *parent, const QColor &initial) override;
+    QColor chooseColour(QWidget *parent, const QString &title, const QColor &initial) override;
 
     // Answers, used up from the front.
     QList<QMessageBox::StandardButton> buttons;
@@ -37,6 +37,7 @@ public:
     QList<Asked> fileQuestions;
     QList<Asked> folderQuestions;
     QList<QColor> colourQuestions;
+    QStringList colourTitles;
 
 private:
     UserPrompt *m_former;

@@ -46,7 +46,7 @@ QString UserPrompt::chooseFolder(QWidget *parent, const QString &title, const QS
     return QFileDialog::getExistingDirectory(parent, title, start, QFileDialog::ShowDirsOnly);
 }
 
-QColor UserPrompt::chooseColour(QWidget *parent, const QColor &initial)
+QColor UserPrompt::chooseColour(QWidget *parent, const QString &title, const QColor &initial)
 {
-    return QColorDialog::getColor(initial, parent);
+    return QColorDialog::getColor(initial, parent, title);
 }

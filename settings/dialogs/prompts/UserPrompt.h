@@ -41,6 +41,7 @@ public:
     /// An existing folder, of which only folders were shown; or an empty text.
     virtual QString chooseFolder(QWidget *parent, const QString &title, const QString &start);
 
-    /// An invalid colour when nothing was chosen.
-    virtual QColor chooseColour(QWidget *parent, const QColor &initial);
+    /// An invalid colour when nothing was chosen. The title tells which colour it
+    /// is; an empty one is the toolkit's.
+    virtual QColor chooseColour(QWidget *parent, const QString &title, const QColor &initial);
 };

@@ -35,6 +35,8 @@ private slots:
     void aFontSizeThatCannotBeDrawnBecomesTheDefault_data();
     void aFontSizeThatCannotBeDrawnBecomesTheDefault();
     void aBrokenSizeBecomesTheDefault();
+    void aMostThatIsNoneBecomesTheDefault_data();
+    void aMostThatIsNoneBecomesTheDefault();
     void whatIsSavedIsReadAgain();
     void japaneseIsWrittenEscaped();
     void keysTypedByHandAreKeptAndNeverAdded();
@@ -114,6 +116,24 @@ void InputHistoryFileTest::aBrokenSizeBecomesTheDefault()
 {
     QCOMPARE(contentOf("[General]\nsize=@Size(-5 400)\n").size, QSize(300, 300));
     QCOMPARE(contentOf("[General]\nsize=wide\n").size, QSize(300, 300));
+}
+
+void InputHistoryFileTest::aMostThatIsNoneBecomesTheDefault_data()
+{
+    QTest::addColumn<QByteArray>("max");
+    QTest::addColumn<int>("expected");
+    for (const char *none :
+         {"many", "", "0", "-1", "5O", "7,8", "1.5", "99999999999", "@Size(3 4)"})
+        QTest::newRow(none) << QByteArray(none) << 50;
+    QTest::newRow("1") << QByteArray("1") << 1;
+    QTest::newRow("blanks around") << QByteArray(" 70 ") << 70;
+}
+
+void InputHistoryFileTest::aMostThatIsNoneBecomesTheDefault()
+{
+    QFETCH(QByteArray, max);
+    QFETCH(int, expected);
+    QCOMPARE(contentOf("[history]\nmax=" + max + '\n').max, expected);
 }
 
 void InputHistoryFileTest::whatIsSavedIsReadAgain()
@@ -196,6 +216,7 @@ void InputHistoryFileTest::anyBytesAreRead()
         const auto content = contentOf(bytes);
         QVERIFY(content.size.isValid());
         QVERIFY(!content.font || content.font->pointSize() > 0);
+        QVERIFY(content.max >= 1);
     }
 }
 

@@ -52,7 +52,7 @@ private slots:
     void aCancelledFileIsEmpty();
     void aFolderIsChosenAmongFoldersOnly();
     void aCancelledFolderIsEmpty();
-    void theColourChooserStartsOnTheGivenColour();
+    void theColourChooserHasTheTitleAndStartsOnTheColour();
     void aChosenColourIsOpaque();
     void aCancelledColourIsInvalid();
 };
@@ -160,27 +160,30 @@ void UserPromptTest::aCancelledFolderIsEmpty()
     QCOMPARE(UserPrompt::current().chooseFolder(nullptr, QString(), folder.path()), QString());
 }
 
-void UserPromptTest::theColourChooserStartsOnTheGivenColour()
+void UserPromptTest::theColourChooserHasTheTitleAndStartsOnTheColour()
 {
     whenShown<QColorDialog>([](QColorDialog *dialog) {
         QCOMPARE(dialog->currentColor().name(), QStringLiteral("#123456"));
+        QCOMPARE(dialog->windowTitle(), QStringLiteral("文字色"));
         dialog->accept();
     });
-    const QColor chosen = UserPrompt::current().chooseColour(nullptr, QColor(0x12, 0x34, 0x56));
+    const QColor chosen = UserPrompt::current().chooseColour(nullptr, QStringLiteral("文字色"),
+                                                             QColor(0x12, 0x34, 0x56));
     QCOMPARE(chosen.name(), QStringLiteral("#123456"));
 }
 
 void UserPromptTest::aChosenColourIsOpaque()
 {
     whenShown<QColorDialog>([](QColorDialog *dialog) { dialog->accept(); });
-    const QColor chosen = UserPrompt::current().chooseColour(nullptr, QColor(1, 2, 3, 170));
+    const QColor chosen =
+        UserPrompt::current().chooseColour(nullptr, QString(), QColor(1, 2, 3, 170));
     QCOMPARE(chosen.alpha(), 255);
 }
 
 void UserPromptTest::aCancelledColourIsInvalid()
 {
     whenShown<QColorDialog>([](QColorDialog *dialog) { dialog->reject(); });
-    QVERIFY(!UserPrompt::current().chooseColour(nullptr, QColor(1, 2, 3)).isValid());
+    QVERIFY(!UserPrompt::current().chooseColour(nullptr, QString(), QColor(1, 2, 3)).isValid());
 }
 
 QTEST_MAIN(UserPromptTest)

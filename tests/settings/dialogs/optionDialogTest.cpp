@@ -130,6 +130,11 @@ private slots:
     void theExclusionsAreShownJoined();
     void theColoursAreShown();
 
+    void aColourThatDoesNotLastSaysSo_data();
+    void aColourThatDoesNotLastSaysSo();
+    void withTheEditorsColoursEachSaysThatItDoesNotLast();
+    void theColourChooserIsTitledAfterItsRow_data();
+    void theColourChooserIsTitledAfterItsRow();
     void aColourButtonEditsItsColour_data();
     void aColourButtonEditsItsColour();
     void aCancelledColourChangesNothing();
@@ -433,6 +438,66 @@ void optionDialogTest::theColoursAreShown()
     // Unset until somebody sets it here.
     QCOMPARE(shown.sample("c13"), sheet("#000000"));
     QCOMPARE(shown.child("pb_c01")->accessibleDescription(), QStringLiteral("#0a1b34"));
+}
+
+void optionDialogTest::aColourThatDoesNotLastSaysSo_data()
+{
+    QTest::addColumn<QString>("expected");
+    const auto row = [](const char *button, const char *tip) {
+        QTest::newRow(button) << QString::fromUtf8(tip);
+    };
+    row("pb_c15", "#ffff00\n次回起動時に元に戻ります");
+    row("pb_c13", "#000000\nこのプログラムでは表示に使わず、次回起動時に元に戻ります");
+    row("pb_c10", "#aaff7f\nこのプログラムでは表示に使いません");
+    row("pb_c17", "#535353\nこのプログラムでは表示に使いません");
+    row("pb_c07", "#ff0000\n検索したキーワードの目印の色です");
+    row("pb_c01", "#0a1b34");
+}
+
+void optionDialogTest::aColourThatDoesNotLastSaysSo()
+{
+    QFETCH(QString, expected);
+    const Shown shown;
+    const QWidget *button = shown.child(QTest::currentDataTag());
+    QCOMPARE(button->toolTip(), expected);
+    QCOMPARE(button->accessibleDescription(),
+             QString(expected).replace(QLatin1Char('\n'), QLatin1Char(' ')));
+}
+
+void optionDialogTest::withTheEditorsColoursEachSaysThatItDoesNotLast()
+{
+    const ScratchFolder folder;
+    folder.write(QStringLiteral("sarvedit.ini"), "[color]\nbackcolor=#010203\n");
+    settings().load(folder.path());
+    const Shown shown;
+    const QString told = QStringLiteral("\nsarvedit の色が優先され、次回起動時に元に戻ります");
+    QCOMPARE(shown.child("pb_c01")->toolTip(), QStringLiteral("#010203") + told);
+    QCOMPARE(shown.child("pb_base")->toolTip(), QStringLiteral("#353535") + told);
+}
+
+void optionDialogTest::theColourChooserIsTitledAfterItsRow_data()
+{
+    QTest::addColumn<QString>("title");
+    const auto row = [](const char *button, const char *title) {
+        QTest::newRow(button) << QString::fromUtf8(title);
+    };
+    row("pb_base", "ウインドウの背景色");
+    row("pb_text", "ウインドウの文字色");
+    row("pb_c01", "エディタの背景色");
+    row("pb_c02", "エディタの文字色");
+    row("pb_c03", "カーソル行のアンダーライン色");
+    row("pb_c10", "行番号欄の文字色");
+    row("pb_c17", "行番号欄の背景色");
+    row("pb_c15", "ファイル名文字色");
+}
+
+void optionDialogTest::theColourChooserIsTitledAfterItsRow()
+{
+    QFETCH(QString, title);
+    const Shown shown;
+    const AnsweringPrompt user;
+    shown.click(QTest::currentDataTag());
+    QCOMPARE(user.colourTitles, QStringList{title});
 }
 
 void optionDialogTest::aColourButtonEditsItsColour_data()
