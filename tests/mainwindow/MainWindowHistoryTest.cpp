@@ -45,6 +45,7 @@ class MainWindowHistoryTest : public QObject {
 
 private slots:
     void initTestCase();
+    void cleanupTestCase() { WindowFixture::waitForFading(); }
     void init();
     void cleanup();
 

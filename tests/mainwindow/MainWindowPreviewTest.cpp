@@ -31,6 +31,7 @@ class MainWindowPreviewTest : public QObject {
 
 private slots:
     void initTestCase();
+    void cleanupTestCase() { WindowFixture::waitForFading(); }
     void init();
     void cleanup();
 

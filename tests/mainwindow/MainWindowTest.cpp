@@ -42,6 +42,7 @@ public slots:
 
 private slots:
     void initTestCase();
+    void cleanupTestCase() { WindowFixture::waitForFading(); }
     void init();
     void cleanup();
 

@@ -418,7 +418,7 @@ void SearchFormTest::hiddenConditionsInForceAreToldOnTheButton()
              imageOf(extra || keyword3 ? QStringLiteral(":/icon/conditionsInForce.png")
                                        : QStringLiteral(":/icon/conditions.png")));
     m_form->showExtraConditions(true);
-    QCOMPARE(button->toolTip(), plainConditionsTip());
+    QCOMPARE(button->toolTip(), QStringLiteral("追加条件を隠します"));
     QCOMPARE(iconOf(button->objectName()), imageOf(QStringLiteral(":/icon/conditions.png")));
     m_form->showExtraConditions(false);
     QCOMPARE(button->toolTip(), extra || keyword3 ? hiddenTip : plainConditionsTip());

@@ -28,6 +28,7 @@ private slots:
     void aPlaceBehindTheCursorIsFoundBackAroundTheStart();
     void withoutAPlaceTheCursorStays_data();
     void withoutAPlaceTheCursorStays();
+    void aPatternThatIsNoneIsToldApart();
     void anEmptyMatchIsNone();
     void aLineStartMatchesOnlyThere();
     void placesThatAreFoundInTurnDoNotOverlap();
@@ -184,7 +185,17 @@ void TextFindTest::withoutAPlaceTheCursorStays_data()
     QTest::addColumn<QString>("text");
     QTest::newRow("not there") << QStringLiteral("zz");
     QTest::newRow("empty") << QString();
-    QTest::newRow("no valid pattern") << QStringLiteral("a(");
+}
+
+void TextFindTest::aPatternThatIsNoneIsToldApart()
+{
+    QPlainTextEdit view(QStringLiteral("a( ab\na( ab"));
+    putCursor(view, 2, 4);
+    for (const Direction direction : {Direction::Forward, Direction::Backward})
+        QCOMPARE(TextFind::find(view, QStringLiteral("a("), regexp(), direction),
+                 Result::InvalidPattern);
+    QCOMPARE(view.textCursor().anchor(), 2);
+    QCOMPARE(view.textCursor().position(), 4);
 }
 
 void TextFindTest::withoutAPlaceTheCursorStays()

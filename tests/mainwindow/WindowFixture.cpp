@@ -78,6 +78,11 @@ QString WindowFixture::resultText() const
     return text.replace(seconds, QStringLiteral("処理時間: T 秒"));
 }
 
+void WindowFixture::waitForFading()
+{
+    QTest::qWait(500);
+}
+
 QString WindowFixture::applicationFile(const QString &name)
 {
     return QCoreApplication::applicationDirPath() + QLatin1Char('/') + name;

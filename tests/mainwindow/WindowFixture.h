@@ -50,6 +50,10 @@ public:
     /// The result view's text with the seconds of the time replaced by "T".
     QString resultText() const;
 
+    /// For the end of a test program: the fading of a clear button outlives its
+    /// field and deletes itself in the event loop.
+    static void waitForFading();
+
     static QString applicationFile(const QString &name);
     static QByteArray readApplicationFile(const QString &name);
 
