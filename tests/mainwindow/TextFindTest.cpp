@@ -185,6 +185,7 @@ void TextFindTest::withoutAPlaceTheCursorStays_data()
     QTest::newRow("not there") << QStringLiteral("zz");
     QTest::newRow("empty") << QString();
     QTest::newRow("no valid pattern") << QStringLiteral("a(");
+    QTest::newRow("too complex a pattern") << QStringLiteral("(((a{999}){999}){999})");
 }
 
 void TextFindTest::withoutAPlaceTheCursorStays()
