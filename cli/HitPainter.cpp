@@ -2,6 +2,7 @@
 
 #include "engine/LineMatcher.h"
 #include "engine/NativePath.h"
+#include "engine/PatternLimits.h"
 
 namespace {
 
@@ -15,9 +16,10 @@ QRegExp keywordExpression(SearchCondition condition)
     if (!condition.regExp()) {
         condition.keyword1 = QRegExp::escape(condition.keyword1);
         condition.flg |= SearchCondition::RegExpFlag;
+        return QRegExp(LineMatcher::effectiveKeyword1(condition), condition.caseSensitivity());
     }
-    return QRegExp(LineMatcher::effectiveKeyword1(condition), condition.caseSensitivity(),
-                   QRegExp::RegExp);
+    return PatternLimits::compiled(LineMatcher::effectiveKeyword1(condition),
+                                   condition.caseSensitivity());
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "cli/Message.h"
 #include "cli/SearchRequest.h"
 #include "engine/LineMatcher.h"
+#include "engine/PatternLimits.h"
 
 #include <QRegExp>
 
@@ -22,6 +23,8 @@ bool hasLoneSurrogate(const QString &text)
 
 QString patternError(const QString &name, const QString &keyword, const QString &pattern)
 {
+    if (!PatternLimits::isReasonable(pattern))
+        return name + QStringLiteral(" is too complex a pattern: ") + Message::quoted(keyword);
     const QRegExp expression(pattern, Qt::CaseSensitive, QRegExp::RegExp);
     if (expression.isValid())
         return QString();

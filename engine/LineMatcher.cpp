@@ -1,6 +1,7 @@
 #include "engine/LineMatcher.h"
 
 #include "engine/HitString.h"
+#include "engine/PatternLimits.h"
 
 #include <QThread>
 
@@ -30,9 +31,9 @@ LineMatcher::LineMatcher(const SearchCondition &condition, int tabWidth)
     if (!condition.regExp()) // building a pattern of a long text takes its time and memory
         return;
     const Qt::CaseSensitivity sensitivity = condition.caseSensitivity();
-    m_pattern1 = QRegExp(m_condition.keyword1, sensitivity);
-    m_pattern2 = QRegExp(m_condition.keyword2, sensitivity);
-    m_pattern3 = QRegExp(m_condition.keyword3, sensitivity);
+    m_pattern1 = PatternLimits::compiled(m_condition.keyword1, sensitivity);
+    m_pattern2 = PatternLimits::compiled(m_condition.keyword2, sensitivity);
+    m_pattern3 = PatternLimits::compiled(m_condition.keyword3, sensitivity);
 }
 
 QString LineMatcher::effectiveKeyword1(const SearchCondition &condition)

@@ -18,6 +18,8 @@
 /// 4. A confirmed hit is reported with its own line's text and the display
 ///    column of where keyword1 was found. A hit on an empty line is not.
 ///
+/// A pattern that is invalid, or beyond PatternLimits, never matches.
+///
 /// Whole words in plain mode: the line's pieces between word boundaries are
 /// compared with keyword1, while the column stays that of the first plain
 /// occurrence, even when the whole word stands later on the line.

@@ -1,8 +1,7 @@
 #include "engine/RequiredLiteral.h"
 
+#include "engine/PatternLimits.h"
 #include "engine/RegExpLiteralParser.h"
-
-#include <QRegExp>
 
 RequiredLiteral::RequiredLiteral(const QString &keyword, bool regExp,
                                  Qt::CaseSensitivity sensitivity)
@@ -20,7 +19,7 @@ RequiredLiteral::RequiredLiteral(const QString &keyword, bool regExp,
 
 void RequiredLiteral::readPattern(const QString &pattern)
 {
-    if (!QRegExp(pattern, m_sensitivity).isValid()) {
+    if (!PatternLimits::compiled(pattern, m_sensitivity).isValid()) {
         m_neverMatches = true;
         return;
     }

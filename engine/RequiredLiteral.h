@@ -17,7 +17,7 @@ public:
     /// There is one alternative, and every line that holds it matches.
     bool isWholePattern() const { return m_wholePattern; }
 
-    /// The keyword is an invalid pattern, which never matches.
+    /// The keyword is an invalid pattern or beyond PatternLimits: it never matches.
     bool neverMatches() const { return m_neverMatches; }
 
     Qt::CaseSensitivity caseSensitivity() const { return m_sensitivity; }

@@ -1,5 +1,7 @@
 #include "mainwindow/KeywordValidity.h"
 
+#include "engine/PatternLimits.h"
+
 #include <QLineEdit>
 #include <QRegExp>
 
@@ -22,6 +24,8 @@ QColor reddened(const QColor &background)
 
 QString patternError(const QString &keyword)
 {
+    if (!PatternLimits::isReasonable(keyword))
+        return QStringLiteral("パターンが複雑すぎます");
     const QRegExp pattern(keyword);
     if (pattern.isValid())
         return QString();

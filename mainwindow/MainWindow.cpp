@@ -2,6 +2,7 @@
 
 #include "app/broadcast/NativeEventFilter.h"
 #include "icon/Icons.h"
+#include "mainwindow/AssistNotes.h"
 #include "mainwindow/FindControl.h"
 #include "mainwindow/FormKeys.h"
 #include "mainwindow/HistoryControl.h"
@@ -99,6 +100,7 @@ void MainWindow::setUpEnvironment()
     CodecEnvironment::applyUnicodeMap();
     AppSettings::instance().load(m_applicationDirectory);
     Icons::load();
+    AssistNotes::install();
 }
 
 void MainWindow::buildViews()

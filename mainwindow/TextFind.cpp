@@ -1,5 +1,7 @@
 #include "mainwindow/TextFind.h"
 
+#include "engine/PatternLimits.h"
+
 #include <QPlainTextEdit>
 #include <QTextBlock>
 
@@ -88,7 +90,10 @@ QRegExp pattern(const QString &text, const Options &options)
     QString expression = options.regexp ? text : QRegExp::escape(text);
     if (options.word)
         expression = QStringLiteral("\\b(?:%1)\\b").arg(expression);
-    return QRegExp(expression, options.ignoreCase ? Qt::CaseInsensitive : Qt::CaseSensitive);
+    const Qt::CaseSensitivity sensitivity =
+        options.ignoreCase ? Qt::CaseInsensitive : Qt::CaseSensitive;
+    return options.regexp ? PatternLimits::compiled(expression, sensitivity)
+                          : QRegExp(expression, sensitivity);
 }
 
 Result find(QPlainTextEdit &view, const QString &text, const Options &options, Direction direction)

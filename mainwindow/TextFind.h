@@ -25,7 +25,8 @@ enum class Result {
     InvalidPattern
 };
 
-/// What is looked for; invalid when text is no valid pattern.
+/// What is looked for; invalid when text is no valid pattern or beyond
+/// PatternLimits.
 QRegExp pattern(const QString &text, const Options &options);
 
 /// Selects the next place that matches and scrolls to it. An empty match is

@@ -68,8 +68,7 @@ TextSpan CommentScanner::findEnd(Line &line, int from) const
     return find(m_markers.multiLineEnd, line, from, StringLiterals::Context::Comment);
 }
 
-std::vector<TextSpan> CommentScanner::blockComments(const QString &text, int lineNumber,
-                                                    OpenComments &open) const
+std::vector<TextSpan> CommentScanner::blockComments(const QString &text, OpenComments &open) const
 {
     Line line{text};
     std::vector<TextSpan> spans;
@@ -77,7 +76,7 @@ std::vector<TextSpan> CommentScanner::blockComments(const QString &text, int lin
     TextSpan start = findStart(line, 0);
     TextSpan end = findEnd(line, found(start) && !continued ? start.end : 0);
     if (found(start) && !found(end))
-        open.append(lineNumber + 1);
+        open.open();
 
     bool inside = continued || found(start);
     int spanStart = continued ? 0 : start.start;
@@ -87,14 +86,14 @@ std::vector<TextSpan> CommentScanner::blockComments(const QString &text, int lin
             break;
         }
         if (!open.isEmpty())
-            open.removeLast();
+            open.close();
         int from = end.end;
         if (open.isEmpty()) {
             spans.push_back({spanStart, from});
             start = findStart(line, from);
             inside = found(start);
             if (inside) {
-                open.append(lineNumber + 1);
+                open.open();
                 spanStart = start.start;
                 from = start.end;
             }

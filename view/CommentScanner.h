@@ -4,7 +4,6 @@
 
 #include <QRegExp>
 #include <QString>
-#include <QVector>
 
 #include <vector>
 
@@ -31,18 +30,26 @@ struct CommentMarkers {
 ///    follows is still comment.
 class CommentScanner {
 public:
-    /// The block comments still open: of each the number of the line it began
-    /// in, counted from 1; the innermost last.
-    using OpenComments = QVector<int>;
+    /// How many block comments are open. Only their number decides about a line;
+    /// which ones they are would make each line cost as much as it is deep.
+    struct OpenComments {
+        int before = 0; ///< of those that earlier lines opened
+        int here = 0; ///< of those that the line opened, inside the others
+
+        int count() const { return before + here; }
+        bool isEmpty() const { return count() == 0; }
+        void open() { ++here; }
+        /// Closes the innermost one; there has to be one.
+        void close() { --(here > 0 ? here : before); }
+    };
 
     CommentScanner(const CommentMarkers &markers, const StringLiterals &literals);
 
     /// The parts of the line that belong to comments of the start and end
     /// markers, those that began in earlier lines included, from left to right.
-    /// lineNumber counts from 0; open is what the lines before left open, and
-    /// afterwards what this one leaves open.
-    std::vector<TextSpan> blockComments(const QString &text, int lineNumber,
-                                        OpenComments &open) const;
+    /// open is what the lines before left open, and afterwards what this one
+    /// leaves open.
+    std::vector<TextSpan> blockComments(const QString &text, OpenComments &open) const;
 
     /// Where the line's single-line comment begins, -1 without one; blocks are
     /// the line's block comments, in which none begins.

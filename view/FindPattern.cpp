@@ -1,5 +1,6 @@
 #include "view/FindPattern.h"
 
+#include "engine/PatternLimits.h"
 #include "engine/RegExpEscape.h"
 
 QRegExp FindPattern::forKeyword(const QString &keyword, const Options &options)
@@ -13,5 +14,7 @@ QRegExp FindPattern::forKeyword(const QString &keyword, const Options &options)
         escapeRegExpMetaChars(pattern);
     if (options.word)
         pattern = QLatin1String("\\b") + pattern + QLatin1String("\\b");
+    if (options.regexp && !PatternLimits::isReasonable(pattern))
+        return QRegExp();
     return QRegExp(pattern, options.ignoreCase ? Qt::CaseInsensitive : Qt::CaseSensitive);
 }

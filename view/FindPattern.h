@@ -14,7 +14,7 @@ struct Options {
 
 /// An empty keyword gives an empty pattern, whatever the options are. A "|" is
 /// marked as that character even when the keyword is a pattern: alternatives
-/// of a search are not marked.
+/// of a search are not marked. A pattern beyond PatternLimits gives an empty one.
 QRegExp forKeyword(const QString &keyword, const Options &options);
 
 } // namespace FindPattern

@@ -23,6 +23,7 @@
 #include <QWheelEvent>
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace {
 
@@ -296,8 +297,10 @@ void GrepEditor::wheelEvent(QWheelEvent *event)
 void GrepEditor::zoomByWheel(const QWheelEvent &event)
 {
     int delta = event.angleDelta().y();
-    if (!event.pixelDelta().isNull()) {
-        // A touch pad moves in pieces of a notch; none of them asks for a reset.
+    const bool isPart = delta != 0 && std::abs(delta) < kNotch;
+    if (isPart || !event.pixelDelta().isNull()) {
+        // A touch pad or a fine wheel moves in parts of a notch, not all of them
+        // with pixels; none asks for a reset.
         m_zoomRest += delta;
         delta = m_zoomRest / kNotch * kNotch;
         m_zoomRest -= delta;

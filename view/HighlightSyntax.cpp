@@ -141,8 +141,8 @@ TextSpan HighlightSyntax::visitColours(const Line &line,
     std::vector<TextSpan> blocks;
     TextSpan lineComment = {-1, text.size()};
     if (m_multiLine) {
-        CommentScanner::OpenComments open = line.open;
-        blocks = m_comments.blockComments(text, line.number, open);
+        CommentScanner::OpenComments open = {line.openBefore};
+        blocks = m_comments.blockComments(text, open);
         lineComment.start = m_comments.lineComment(text, blocks);
     }
     m_rules.visitMatches(text, HighlightRules::Group::Language, line.limit, visitor);

@@ -54,10 +54,8 @@ public:
 
     struct Line {
         const QString &text;
-        /// From 0.
-        int number = 0;
-        /// The block comments that the lines before leave open.
-        CommentScanner::OpenComments open;
+        /// How many block comments the lines before leave open.
+        int openBefore = 0;
         /// Parts that begin here or behind are left out.
         int limit = std::numeric_limits<int>::max();
     };

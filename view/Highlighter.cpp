@@ -122,11 +122,11 @@ void Highlighter::highlightBlock(const QString &text)
         return;
     }
     const int line = currentBlock().blockNumber();
-    HighlightSyntax::Line parts = {text, line, {}, m_units};
+    HighlightSyntax::Line parts = {text, 0, m_units};
     if (m_syntax.hasBlockComments()) {
         m_chain.extendTo(*document(), m_syntax.comments(), line);
-        parts.open = m_chain.openBefore(line);
-        setCurrentBlockState(m_chain.openAfter(line).isEmpty() ? -1 : 1);
+        parts.openBefore = m_chain.depthBefore(line);
+        setCurrentBlockState(m_chain.depthAfter(line) == 0 ? -1 : 1);
     } else {
         setCurrentBlockState(-1);
     }
@@ -134,7 +134,7 @@ void Highlighter::highlightBlock(const QString &text)
     BlockData *data = currentData();
     data->colouring = m_colouring;
     data->colouredUnits = m_units;
-    data->openBefore = parts.open.size();
+    data->openBefore = parts.openBefore;
     data->colours.clear();
     const bool apart = m_longLinesApart && text.size() >= kLongLine;
     const auto colourPart = [&](int start, int length, HighlightColour colour) {
@@ -179,7 +179,7 @@ void Highlighter::recolourLaterLines()
 
 int Highlighter::openBefore(int line) const
 {
-    return m_syntax.hasBlockComments() ? m_chain.openBefore(line).size() : 0;
+    return m_syntax.hasBlockComments() ? m_chain.depthBefore(line) : 0;
 }
 
 bool Highlighter::isOutdated(const QTextBlock &block, int units) const
@@ -228,10 +228,10 @@ int Highlighter::commentBlocks()
     return m_chain.linesInside();
 }
 
-CommentScanner::OpenComments Highlighter::openComments(int line)
+QVector<int> Highlighter::openComments(int line)
 {
     if (!m_active || !m_syntax.hasBlockComments() || line < 0)
-        return CommentScanner::OpenComments();
+        return QVector<int>();
     line = std::min(line, document()->blockCount() - 1);
     m_chain.extendTo(*document(), m_syntax.comments(), line);
     return m_chain.openAfter(line);

@@ -7,6 +7,7 @@
 #include <QRegExp>
 #include <QString>
 #include <QSyntaxHighlighter>
+#include <QVector>
 
 #include <limits>
 
@@ -70,8 +71,9 @@ public:
 
     /// Lines that end inside a block comment.
     int commentBlocks();
-    /// The block comments that line, counted from 0, leaves open.
-    CommentScanner::OpenComments openComments(int line);
+    /// The block comments that line, counted from 0, leaves open: of each the
+    /// number of the line it began in, counted from 1; the innermost last.
+    QVector<int> openComments(int line);
 
 protected:
     void highlightBlock(const QString &text) override;

@@ -49,6 +49,10 @@ void CliRefusalTest::badInputIsRefusedBeforeAnythingIsDone_data()
     row("KEYWORD is not a valid pattern: '[灯' (unexpected end)", words("[灯 tree"));
     row("--near is not a valid pattern: '(a' (unexpected end)", words("--near (a foo tree"));
     row("--not is not a valid pattern: 'a\\\\' (unexpected end)", words("--not a\\ foo tree"));
+    row("KEYWORD is too complex a pattern: '(((a{999}){999}){999})'",
+        words("(((a{999}){999}){999}) tree"));
+    row("--not is too complex a pattern: '((a{999}){999})'",
+        words("--not ((a{999}){999}) foo tree"));
     row("KEYWORD holds a line feed, and no line does: 'a\\x0ab'",
         {QStringLiteral("a\nb"), QStringLiteral("tree")});
     row("--near holds a line feed, and no line does: '\\x0a'",

@@ -1,5 +1,6 @@
 #include "engine/LineMatcher.h"
 
+#include "engine/PatternLimits.h"
 #include "tests/engine/MatcherText.h"
 
 #include <QTest>
@@ -244,12 +245,15 @@ void LineMatcherTest::anInvalidPatternNeverMatches_data()
     QTest::newRow("unclosed set") << "[a";
     QTest::newRow("quantifier without an item") << "*a";
     QTest::newRow("repetition upside down") << "a{3,1}";
+    QTest::newRow("deep groups") << QString(12000, QLatin1Char('(')) + QLatin1Char('a')
+            + QString(12000, QLatin1Char(')'));
+    QTest::newRow("counts of counts") << "(((a{999}){999}){999})";
 }
 
 void LineMatcherTest::anInvalidPatternNeverMatches()
 {
     QFETCH(QString, pattern);
-    QVERIFY(!QRegExp(pattern).isValid());
+    QVERIFY(!PatternLimits::compiled(pattern, Qt::CaseSensitive).isValid());
     const QString text = pattern + QStringLiteral("\na\n(a\naaa");
     QCOMPARE(hitsOf(pattern, kRegExp, text), QStringList());
     QCOMPARE(hitsOf(pattern, kRegExp | kIgnoreCase, text), QStringList());

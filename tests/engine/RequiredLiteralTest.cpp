@@ -1,5 +1,7 @@
 #include "engine/RequiredLiteral.h"
 
+#include "engine/RegExpLiteralParser.h"
+
 #include <QRandomGenerator>
 #include <QRegExp>
 #include <QTest>
@@ -151,6 +153,9 @@ void RequiredLiteralTest::anInvalidPatternNeverMatches_data()
     QTest::newRow("repeated twice") << QStringLiteral("foo**");
     QTest::newRow("lookbehind") << QStringLiteral("(?<=foo)bar");
     QTest::newRow("backslash at the end") << QStringLiteral("foo\\");
+    QTest::newRow("deep groups") << QString(12000, QLatin1Char('(')) + QStringLiteral("foo")
+            + QString(12000, QLatin1Char(')'));
+    QTest::newRow("counts of counts") << QStringLiteral("(((foo{999}){999}){999})");
     QTest::newRow("octal number too large") << QStringLiteral("foo\\0777");
 }
 
@@ -270,9 +275,9 @@ void RequiredLiteralTest::deepNestingEndsInNoLiteral()
     const int depth = 500;
     const QString pattern =
         QString(depth, QLatin1Char('(')) + QStringLiteral("foo") + QString(depth, QLatin1Char(')'));
-    const RequiredLiteral literal(pattern, true, Qt::CaseSensitive);
-    QVERIFY(literal.alternatives().isEmpty());
-    QVERIFY(!literal.neverMatches());
+    RegExpLiteralParser parser(pattern, Qt::CaseSensitive);
+    QVERIFY(parser.parse().required().isEmpty());
+    QVERIFY(!parser.isPlain());
 }
 
 void RequiredLiteralTest::everyMatchOfARandomPatternHoldsTheLiteral_data()

@@ -41,6 +41,10 @@ void KeywordValidityTest::aPatternIsValidOrHasAnError_data()
     QTest::newRow("a closing bracket") << QStringLiteral("a)") << false;
     QTest::newRow("an open set") << QStringLiteral("[a-") << false;
     QTest::newRow("nothing to repeat") << QStringLiteral("*a") << false;
+    QTest::newRow("deep groups") << QString(12000, QLatin1Char('('))
+            + QString(12000, QLatin1Char(')'))
+                                 << false;
+    QTest::newRow("counts of counts") << QStringLiteral("(((a{999}){999}){999})") << false;
 }
 
 void KeywordValidityTest::aPatternIsValidOrHasAnError()
@@ -55,6 +59,8 @@ void KeywordValidityTest::theErrorSaysWhatIsWrong()
     const QString error = KeywordValidity::patternError(QStringLiteral("a("));
     QVERIFY(error.startsWith(QStringLiteral("正規表現として正しくありません: ")));
     QVERIFY(error.endsWith(QRegExp(QStringLiteral("a(")).errorString()));
+    QCOMPARE(KeywordValidity::patternError(QStringLiteral("((a{999}){999})")),
+             QStringLiteral("パターンが複雑すぎます"));
     // A keyword that looks like a placeholder is none of the message's.
     QVERIFY(KeywordValidity::patternError(QStringLiteral("%1(")).startsWith(error.left(10)));
 }

@@ -97,6 +97,7 @@ private slots:
     void theTogglesFlipTheSettings();
     void aPathIsAddedThroughTheDialog();
     void aListedPathIsNotAddedAgain();
+    void f1ShowsAndHidesTheNotesOfThePathDialog();
     void theExtraConditionsFold();
     void keyword1IsPutBackUnlessItHoldsABackslash();
     void returnInTheCompletersPopupSearches_data();
@@ -686,6 +687,32 @@ void MainWindowTest::aListedPathIsNotAddedAgain()
     m_fixture->child<QAbstractButton>("btnPlus")->click();
     QCOMPARE(m_fixture->pathEdit()->toPlainText(), text("/a\n/b/"));
     QCOMPARE(m_fixture->statusText(), text("既に登録されています"));
+}
+
+void MainWindowTest::f1ShowsAndHidesTheNotesOfThePathDialog()
+{
+    QFile notes(WindowFixture::applicationFile(text("input_追加する検索パス.help")));
+    QVERIFY(notes.open(QIODevice::WriteOnly));
+    notes.write("[a]\nwindow=0, 0, 200, 100\nline1=one\n[b]\nwindow=0, 110, 200, 100\nline1=two\n");
+    notes.close();
+    QVector<int> counts;
+    QTimer::singleShot(0, this, [&counts] {
+        QWidget *dialog = QApplication::activeModalWidget();
+        auto *field = dialog->findChild<QLineEdit *>(text("lineEdit"));
+        for (int press = 0; press < 2; ++press) {
+            QTest::keyClick(dialog, Qt::Key_F1);
+            QTest::qWait(50);
+            int visible = 0;
+            const QWidgetList windows = QApplication::topLevelWidgets();
+            for (const QWidget *window : windows)
+                visible += window->inherits("UserAssistWindow") && window->isVisible() ? 1 : 0;
+            counts += visible;
+        }
+        QTest::keyClick(field, Qt::Key_Escape);
+    });
+    m_fixture->child<QAbstractButton>("btnPlus")->click();
+    QCOMPARE(counts, QVector<int>({2, 0}));
+    QVERIFY(notes.remove());
 }
 
 void MainWindowTest::theExtraConditionsFold()

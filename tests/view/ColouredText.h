@@ -21,16 +21,17 @@ inline QStringList lettersOf(const HighlightSyntax &syntax, const QStringList &l
 {
     QStringList result;
     CommentScanner::OpenComments open;
-    for (int number = 0; number < lines.size(); ++number) {
-        const QString &text = lines.at(number);
+    for (const QString &text : lines) {
         QString letters(text.size(), QLatin1Char('.'));
-        HighlightSyntax::Line line = {text, number, open};
+        HighlightSyntax::Line line = {text, open.count()};
         syntax.visitColours(line, [&letters](int start, int length, HighlightColour colour) {
             for (int i = start; i < start + length; ++i)
                 letters[i] = letterOf(colour);
         });
-        if (syntax.hasBlockComments())
-            syntax.comments().blockComments(text, number, open);
+        if (syntax.hasBlockComments()) {
+            syntax.comments().blockComments(text, open);
+            open = {open.count()};
+        }
         result.append(letters);
     }
     return result;

@@ -11,7 +11,7 @@ class CommentScannerTest : public QObject {
 private slots:
     void commentsOfLines_data();
     void commentsOfLines();
-    void whatIsOpenIsTheLineItBeganIn();
+    void aLineTellsItsOwnFromThoseOfLinesBefore();
     void linesThatOpenAgainAreInnermost();
     void aSecondCommentOfALineIsOpenToo();
     void aStartMarkerBehindAClosedCommentCounts();
@@ -44,9 +44,10 @@ QStringList commentsOf(const CommentScanner &scanner, const QStringList &lines,
                        CommentScanner::OpenComments &open)
 {
     QStringList result;
-    for (int number = 0; number < lines.size(); ++number) {
-        QString letters(lines.at(number).size(), QLatin1Char('.'));
-        for (const TextSpan &span : scanner.blockComments(lines.at(number), number, open)) {
+    for (const QString &line : lines) {
+        QString letters(line.size(), QLatin1Char('.'));
+        open = {open.count()};
+        for (const TextSpan &span : scanner.blockComments(line, open)) {
             for (int i = span.start; i < span.end; ++i)
                 letters[i] = QLatin1Char('b');
         }
@@ -55,11 +56,12 @@ QStringList commentsOf(const CommentScanner &scanner, const QStringList &lines,
     return result;
 }
 
-CommentScanner::OpenComments openAfter(const QStringList &lines)
+/// The comments that are still open: those of the lines before, those of the last.
+QPair<int, int> openAfter(const QStringList &lines)
 {
     CommentScanner::OpenComments open;
     commentsOf(scanner(), lines, open);
-    return open;
+    return {open.before, open.here};
 }
 
 QStringList split(const QString &lines)
@@ -117,27 +119,28 @@ void CommentScannerTest::commentsOfLines()
     QCOMPARE(commentsOf(scanner(), split(lines), open), split(comments));
 }
 
-void CommentScannerTest::whatIsOpenIsTheLineItBeganIn()
+void CommentScannerTest::aLineTellsItsOwnFromThoseOfLinesBefore()
 {
-    QCOMPARE(openAfter(split(text("a\n/*\nb"))), CommentScanner::OpenComments{2});
-    QCOMPARE(openAfter(split(text("a\n/*\nb*/"))), CommentScanner::OpenComments());
+    QCOMPARE(openAfter(split(text("a\n/*"))), qMakePair(0, 1));
+    QCOMPARE(openAfter(split(text("a\n/*\nb"))), qMakePair(1, 0));
+    QCOMPARE(openAfter(split(text("a\n/*\nb*/"))), qMakePair(0, 0));
 }
 
 void CommentScannerTest::linesThatOpenAgainAreInnermost()
 {
-    QCOMPARE(openAfter(split(text("/*\n\n/*\n/*"))), (CommentScanner::OpenComments{1, 3, 4}));
-    QCOMPARE(openAfter(split(text("/*\n\n/*\n/*\n*/"))), (CommentScanner::OpenComments{1, 3}));
+    QCOMPARE(openAfter(split(text("/*\n\n/*\n/*"))), qMakePair(2, 1));
+    QCOMPARE(openAfter(split(text("/*\n\n/*\n/*\n*/"))), qMakePair(2, 0));
 }
 
 void CommentScannerTest::aSecondCommentOfALineIsOpenToo()
 {
-    QCOMPARE(openAfter(split(text("/**/ /*"))), CommentScanner::OpenComments{1});
-    QCOMPARE(openAfter(split(text("/**/ /**/"))), CommentScanner::OpenComments());
+    QCOMPARE(openAfter(split(text("/**/ /*"))), qMakePair(0, 1));
+    QCOMPARE(openAfter(split(text("/**/ /**/"))), qMakePair(0, 0));
 }
 
 void CommentScannerTest::aStartMarkerBehindAClosedCommentCounts()
 {
-    QCOMPARE(openAfter(split(text("/*\n*/ /*"))), CommentScanner::OpenComments{2});
+    QCOMPARE(openAfter(split(text("/*\n*/ /*"))), qMakePair(0, 1));
 }
 
 void CommentScannerTest::aLineCommentBeginsOutsideBlockComments()
@@ -198,7 +201,7 @@ void CommentScannerTest::aLongLineIsWalkedOnce()
     const int count = 100000;
     CommentScanner::OpenComments open;
     const QString line = text("/*a*/ \"b\" ").repeated(count);
-    const std::vector<TextSpan> comments = scanner().blockComments(line, 0, open);
+    const std::vector<TextSpan> comments = scanner().blockComments(line, open);
     QCOMPARE(comments.size(), std::size_t(count));
     QCOMPARE(scanner().lineComment(line, comments), -1);
 }
@@ -216,7 +219,8 @@ void CommentScannerTest::anyLinesAreSurvived()
             for (int length = static_cast<int>(random() % 20); length > 0; --length)
                 line += text(pieces[random() % std::size(pieces)]);
             int end = 0;
-            for (const TextSpan &span : each.blockComments(line, number, open)) {
+            open = {open.count()};
+            for (const TextSpan &span : each.blockComments(line, open)) {
                 QVERIFY(span.start >= end && span.start <= span.end);
                 end = span.end;
             }

@@ -11,6 +11,7 @@ private slots:
     void thePatternIsMadeFromTheKeyword();
     void caseCountsUnlessIgnored();
     void alternativesAreNotMarked();
+    void aPatternBeyondTheLimitsMarksNothing();
 };
 
 namespace {
@@ -78,6 +79,19 @@ void FindPatternTest::alternativesAreNotMarked()
         FindPattern::forKeyword(QStringLiteral("foo|bar"), options(true, false, false));
     QCOMPARE(pattern.indexIn(QStringLiteral("foo bar")), -1);
     QCOMPARE(pattern.indexIn(QStringLiteral("a foo|bar")), 2);
+}
+
+void FindPatternTest::aPatternBeyondTheLimitsMarksNothing()
+{
+    const QString deep = QString(12000, QLatin1Char('(')) + QString(12000, QLatin1Char(')'));
+    const QString counts = QStringLiteral("(((a{999}){999}){999})");
+    for (const QString &keyword : {deep, counts}) {
+        QVERIFY(FindPattern::forKeyword(keyword, options(true, false, false)).isEmpty());
+        QVERIFY(FindPattern::forKeyword(keyword, options(true, true, true)).isEmpty());
+        // As text it is no pattern.
+        const QRegExp plain = FindPattern::forKeyword(keyword, options(false, false, false));
+        QCOMPARE(plain.indexIn(QLatin1Char('x') + keyword), 1);
+    }
 }
 
 QTEST_GUILESS_MAIN(FindPatternTest)

@@ -23,7 +23,9 @@ private slots:
     void onlyASmallerFontIsReported();
     void aStepOfZeroReturnsToTheRememberedFont();
     void aResetIsReportedOnlyWhenTheFontBecomesSmaller();
-    void partsOfANotchFromATouchPadAddUp();
+    void partsOfANotchAddUp_data();
+    void partsOfANotchAddUp();
+    void aSidewaysSwipeOfATouchPadDoesNotReset();
     void aWildEventIsIgnored_data();
     void aWildEventIsIgnored();
     void aNotchWithShiftIsOneLine();
@@ -166,10 +168,10 @@ void GrepEditorWheelTest::aStepOfZeroReturnsToTheRememberedFont()
 {
     GrepEditor view(true);
     wheel(view, 240, ctrl);
-    wheel(view, 119, ctrl);
+    wheel(view, 0, ctrl);
     QCOMPARE(view.font().pointSize(), 14);
     wheel(view, -240, ctrl);
-    wheel(view, -119, ctrl);
+    wheel(view, 0, ctrl);
     QCOMPARE(view.font().pointSize(), 14);
     wheel(view, 240, ctrl);
     wheel(view, QPoint(120, 0), ctrl);
@@ -202,10 +204,17 @@ void GrepEditorWheelTest::aResetIsReportedOnlyWhenTheFontBecomesSmaller()
     QCOMPARE(view.font().pointSize(), 14);
 }
 
-void GrepEditorWheelTest::partsOfANotchFromATouchPadAddUp()
+void GrepEditorWheelTest::partsOfANotchAddUp_data()
 {
+    QTest::addColumn<QPoint>("pixels");
+    QTest::newRow("a touch pad") << QPoint(0, 5);
+    QTest::newRow("a fine wheel, or a touch pad that tells no pixels") << QPoint();
+}
+
+void GrepEditorWheelTest::partsOfANotchAddUp()
+{
+    QFETCH(QPoint, pixels);
     GrepEditor view(true);
-    const QPoint pixels(0, 5);
     const QPoint third(0, 40);
     view.zoom(2);
     wheel(view, third, ctrl, pixels);
@@ -216,6 +225,23 @@ void GrepEditorWheelTest::partsOfANotchFromATouchPadAddUp()
     for (int i = 0; i < 6; ++i)
         wheel(view, -third, ctrl, -pixels);
     QCOMPARE(view.font().pointSize(), 15);
+    for (int i = 0; i < 119; ++i)
+        wheel(view, QPoint(0, 1), ctrl, pixels);
+    QCOMPARE(view.font().pointSize(), 15);
+    wheel(view, QPoint(0, 1), ctrl, pixels);
+    QCOMPARE(view.font().pointSize(), 16);
+    wheel(view, QPoint(0, 119), ctrl, pixels);
+    QCOMPARE(view.font().pointSize(), 16);
+    wheel(view, QPoint(0, -119), ctrl, pixels);
+    QCOMPARE(view.font().pointSize(), 16);
+}
+
+void GrepEditorWheelTest::aSidewaysSwipeOfATouchPadDoesNotReset()
+{
+    GrepEditor view(true);
+    view.zoom(2);
+    wheel(view, QPoint(40, 0), ctrl, QPoint(5, 0));
+    QCOMPARE(view.font().pointSize(), 16);
 }
 
 void GrepEditorWheelTest::aWildEventIsIgnored_data()

@@ -381,7 +381,7 @@ void HighlightSyntaxTest::ruleTenComesBeforeRuleTwo()
     QCOMPARE(syntax.rules().names().indexOf(text("Reserve_10")),
              syntax.rules().names().indexOf(text("Reserve_2")) - 1);
     QStringList order;
-    syntax.visitColours({text("abcd"), 0, {}}, [&](int start, int, HighlightColour) {
+    syntax.visitColours({text("abcd")}, [&](int start, int, HighlightColour) {
         order.append(QString::number(start));
     });
     QCOMPARE(order, (QStringList{text("1"), text("0")}));
@@ -475,7 +475,7 @@ void HighlightSyntaxTest::theLastCommentIsToldOf()
 {
     const HighlightSyntax syntax = preview("c");
     const auto commentOf = [&syntax](const char *line) {
-        return syntax.visitColours({text(line), 0, {}}, [](int, int, HighlightColour) {});
+        return syntax.visitColours({text(line)}, [](int, int, HighlightColour) {});
     };
     QCOMPARE(commentOf("a b"), (TextSpan{-1, -1}));
     QCOMPARE(commentOf("a //b"), (TextSpan{2, 5}));
@@ -491,7 +491,7 @@ void HighlightSyntaxTest::colouredPartsBeginBeforeTheLimit()
     const QString all = ColouredText::lettersOf(syntax, {line}).constFirst();
     for (int limit = 0; limit <= line.size(); ++limit) {
         QString letters(line.size(), QLatin1Char('.'));
-        syntax.visitColours({line, 0, {}, limit}, [&](int start, int length, HighlightColour part) {
+        syntax.visitColours({line, 0, limit}, [&](int start, int length, HighlightColour part) {
             QVERIFY(start < limit);
             letters.replace(start, length, QString(length, ColouredText::letterOf(part)));
         });

@@ -359,13 +359,13 @@ void HighlighterTest::commentBlocksAreCounted()
 void HighlighterTest::openCommentsAreKnownByTheirLines()
 {
     make("a\n/*\n/*\n*/", "c");
-    QCOMPARE(m_highlighter->openComments(0), CommentScanner::OpenComments());
-    QCOMPARE(m_highlighter->openComments(2), (CommentScanner::OpenComments{2, 3}));
-    QCOMPARE(m_highlighter->openComments(3), CommentScanner::OpenComments{2});
-    QCOMPARE(m_highlighter->openComments(99), CommentScanner::OpenComments{2});
-    QCOMPARE(m_highlighter->openComments(-1), CommentScanner::OpenComments());
+    QCOMPARE(m_highlighter->openComments(0), QVector<int>());
+    QCOMPARE(m_highlighter->openComments(2), (QVector<int>{2, 3}));
+    QCOMPARE(m_highlighter->openComments(3), QVector<int>{2});
+    QCOMPARE(m_highlighter->openComments(99), QVector<int>{2});
+    QCOMPARE(m_highlighter->openComments(-1), QVector<int>());
     insert(0, "\n");
-    QCOMPARE(m_highlighter->openComments(3), (CommentScanner::OpenComments{3, 4}));
+    QCOMPARE(m_highlighter->openComments(3), (QVector<int>{3, 4}));
 }
 
 void HighlighterTest::nestedCommentsThatChangeColourTheLinesBehind()
