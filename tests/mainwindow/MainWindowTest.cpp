@@ -97,7 +97,7 @@ private slots:
     void theTogglesFlipTheSettings();
     void aPathIsAddedThroughTheDialog();
     void aListedPathIsNotAddedAgain();
-    void f1ShowsAndHidesTheNotesOfThePathDialog();
+    void theNotesOfThePathDialogAreShownAndHidden();
     void theExtraConditionsFold();
     void keyword1IsPutBackUnlessItHoldsABackslash();
     void returnInTheCompletersPopupSearches_data();
@@ -689,7 +689,7 @@ void MainWindowTest::aListedPathIsNotAddedAgain()
     QCOMPARE(m_fixture->statusText(), text("既に登録されています"));
 }
 
-void MainWindowTest::f1ShowsAndHidesTheNotesOfThePathDialog()
+void MainWindowTest::theNotesOfThePathDialogAreShownAndHidden()
 {
     QFile notes(WindowFixture::applicationFile(text("input_追加する検索パス.help")));
     QVERIFY(notes.open(QIODevice::WriteOnly));
@@ -700,8 +700,7 @@ void MainWindowTest::f1ShowsAndHidesTheNotesOfThePathDialog()
         QWidget *dialog = QApplication::activeModalWidget();
         auto *field = dialog->findChild<QLineEdit *>(text("lineEdit"));
         for (int press = 0; press < 2; ++press) {
-            QTest::keyClick(dialog, Qt::Key_F1);
-            QTest::qWait(50);
+            dialog->findChild<QToolButton *>(text("btnHelp"))->click();
             int visible = 0;
             const QWidgetList windows = QApplication::topLevelWidgets();
             for (const QWidget *window : windows)
