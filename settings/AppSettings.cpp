@@ -42,6 +42,12 @@ QString colourSourcePath(const QString &appDir)
     return QFileInfo(editors).isFile() ? editors : settingsPath(appDir);
 }
 
+/// The languages that the program comes with.
+QString shippedLanguagesPath(const QString &appDir)
+{
+    return appDir + QStringLiteral("list/langlist.ini");
+}
+
 IniFile utf8File(const QString &path)
 {
     return IniFile(path, IniDocument::Form::Utf8);
@@ -62,6 +68,8 @@ void AppSettings::load(const QString &appDir)
     word = false;
     inputFontCopy = inputFont;
     readLanguages(file);
+    if (langlist.isEmpty())
+        readLanguages(utf8File(shippedLanguagesPath(appDir)).read());
 
     SettingsTable::readColours(*this, utf8File(colourSourcePath(appDir)).read());
     markercolor = QColor(Qt::darkYellow);
