@@ -40,6 +40,12 @@ QString editorsPath(const QString &appDir)
     return appDir + QStringLiteral("sarvedit.ini");
 }
 
+/// The languages that the program comes with.
+QString shippedLanguagesPath(const QString &appDir)
+{
+    return appDir + QStringLiteral("list/langlist.ini");
+}
+
 IniFile utf8File(const QString &path)
 {
     return IniFile(path, IniDocument::Form::Utf8);
@@ -60,6 +66,8 @@ void AppSettings::load(const QString &appDir)
     word = false;
     inputFontCopy = inputFont;
     readLanguages(file);
+    if (langlist.isEmpty())
+        readLanguages(utf8File(shippedLanguagesPath(appDir)).read());
 
     // The companion editor's colours are everybody's.
     m_coloursAreEditors = QFileInfo(editorsPath(appDir)).isFile();

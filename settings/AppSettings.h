@@ -174,7 +174,9 @@ public:
     QStringList excusionfile;
 
     /// Names of the languages in the file's order of keys (sorted), and
-    /// for each its suffixes as one text: langlistValues has the same length.
+    /// for each its suffixes as one text: langlistValues has the same length. Of
+    /// the shipped file list/langlist.ini when the settings hold none; never
+    /// written.
     QStringList langlist;
     QStringList langlistValues;
 

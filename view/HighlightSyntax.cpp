@@ -61,30 +61,30 @@ void HighlightSyntax::setLanguage(const QString &suffix, const QString &language
                     HighlightColour::FileLine);
         addValueRule();
     }
-    LanguageConfig::Definition definition;
-    const bool isNamed = !suffix.isEmpty() || !languageName.isEmpty();
-    if (isNamed) {
-        definition = LanguageConfig::instance().definition(suffix, languageName);
-        if (!definition)
-            qDebug() << suffix << languageName << "LanguageOption Readfile error";
+    if (suffix.isEmpty() && languageName.isEmpty())
+        return;
+    const LanguageConfig::Definition definition =
+        LanguageConfig::instance().definition(suffix, languageName);
+    if (definition)
+        addWords(*definition);
+    else
+        qDebug() << suffix << languageName << "LanguageOption Readfile error";
+    addValueRule();
+    if (!m_multiLine) // still that of the language before
+        takeBuiltInComment(builtInComment(suffix));
+    if (definition) {
+        takeSingleLine(definition->singleLine);
+        takeBlockComments(definition->multiLineStart, definition->multiLineEnd);
     }
-    // Nothing of the language before may stay, whatever this one is.
-    take(definition ? *definition : LanguageDefinition());
-    if (isNamed)
-        addValueRule();
-    if (isNamed && !definition)
-        setSingleLine(builtInComment(suffix));
     m_comments = CommentScanner(m_markers, m_literals);
 }
 
-void HighlightSyntax::take(const LanguageDefinition &definition)
+void HighlightSyntax::addWords(const LanguageDefinition &definition)
 {
     addRules(m_rules, QStringLiteral("Reserve_%1"), HighlightColour::ReservedWord,
              definition.wordReserve, definition.reserve);
     addRules(m_rules, QStringLiteral("KeyWord_%1"), HighlightColour::Keyword,
              definition.wordKeywords, definition.keywords);
-    setSingleLine(definition.singleLine);
-    setBlockComments(definition.multiLineStart, definition.multiLineEnd);
 }
 
 void HighlightSyntax::addValueRule()
@@ -94,20 +94,33 @@ void HighlightSyntax::addValueRule()
                 HighlightColour::Value);
 }
 
-void HighlightSyntax::setSingleLine(const QString &pattern)
+void HighlightSyntax::takeBuiltInComment(const QString &pattern)
+{
+    if (pattern.isEmpty() || m_isResultView)
+        return;
+    m_markers.singleLine = LanguagePattern::compiled(pattern);
+    setCommentRule();
+}
+
+void HighlightSyntax::takeSingleLine(const QString &pattern)
+{
+    m_markers.singleLine = LanguagePattern::compiled(pattern);
+    if (!pattern.isEmpty())
+        m_literals.setSingleQuotes(!pattern.contains(QLatin1Char('\'')));
+    if (!m_isResultView)
+        setCommentRule();
+}
+
+void HighlightSyntax::setCommentRule()
 {
     const QString rule = QStringLiteral("Comment");
-    m_markers.singleLine = LanguagePattern::compiled(pattern);
-    m_literals.setSingleQuotes(!pattern.contains(QLatin1Char('\'')));
-    if (m_isResultView)
-        return;
     if (m_markers.singleLine.isEmpty())
         m_rules.remove(rule);
     else
         m_rules.set(rule, m_markers.singleLine, HighlightColour::LineComment);
 }
 
-void HighlightSyntax::setBlockComments(const QString &start, const QString &end)
+void HighlightSyntax::takeBlockComments(const QString &start, const QString &end)
 {
     m_markers.multiLineStart = LanguagePattern::compiled(start);
     m_markers.multiLineEnd = LanguagePattern::compiled(end);

@@ -33,10 +33,21 @@ public:
     explicit HighlightSyntax(bool isResultView);
 
     /// Drops all rules, what was found included, and takes up the language
-    /// languageName or, when that is empty, the one of suffix; both empty means
-    /// none. A language without a definition gets the values and, in the preview,
-    /// the comments that "ini", "bat" and "sed" files are known for, and a line in
-    /// the debug log. With a definition, only its own comments count.
+    /// languageName or, when that is empty, the one of suffix, in this order:
+    ///
+    /// 1. In the result view, the rules for file lines and values. When both names
+    ///    are empty, that is all.
+    /// 2. The words of the definition; without one, a line in the debug log.
+    /// 3. The values. If the language before had no block comments, in the preview
+    ///    also the comments that "ini", "bat" and "sed" files are known for; they
+    ///    stay only without a definition. Without one, that is all.
+    /// 4. The definition's single-line comment, or none. Only a definition that has
+    ///    one decides about single quotes.
+    /// 5. The definition's block comments, or none.
+    ///
+    /// What a step that is not reached or does not decide would set stays as the
+    /// language before had it: a file of an unknown kind is shown with the block
+    /// comments of the one before.
     void setLanguage(const QString &suffix, const QString &languageName);
 
     /// Marks the matches of pattern, or none when it is empty; number is 1 or 2.
@@ -66,9 +77,11 @@ public:
 
 private:
     void addValueRule();
-    void setSingleLine(const QString &pattern);
-    void setBlockComments(const QString &start, const QString &end);
-    void take(const LanguageDefinition &definition);
+    void addWords(const LanguageDefinition &definition);
+    void takeBuiltInComment(const QString &pattern);
+    void takeSingleLine(const QString &pattern);
+    void takeBlockComments(const QString &start, const QString &end);
+    void setCommentRule();
 
     HighlightRules m_rules;
     CommentMarkers m_markers;

@@ -15,14 +15,17 @@ constexpr Break kBreaks[] = {{'\n', 0xDC0A},   {'\r', 0xDC0D},   {0x2028, 0xDC28
 
 } // namespace
 
-QString ResultLine::onOneLine(const QString &line)
+QString ResultLine::withoutBreaks(const QString &text)
 {
-    if (kind(line) != Kind::File)
-        return line;
-    QString oneLine = line;
+    QString oneLine = text;
     for (const Break &lineBreak : kBreaks)
         oneLine.replace(QChar(lineBreak.code), QChar(lineBreak.standIn));
     return oneLine;
+}
+
+QString ResultLine::onOneLine(const QString &line)
+{
+    return kind(line) == Kind::File ? withoutBreaks(line) : line;
 }
 
 ResultLine::Kind ResultLine::kind(const QString &text)

@@ -12,15 +12,19 @@ enum class Kind { None, File, Hit };
 /// Told by the first character alone: ":" begins a file line, a blank a hit line.
 Kind kind(const QString &text);
 
-/// A file line on which the path is one line of the view, whatever the name: a
-/// line feed, or another character that a text document takes for the end of a
-/// paragraph, could otherwise make a file's name look like a second file line.
-/// Each becomes a lone low surrogate (U+DC0A for a line feed) from below those
-/// of NativePath. Any other line stays as it is.
+/// The text as one line of the view: for a path, whatever its name, or a line that
+/// holds one. A line feed, or another character that a text document takes for the
+/// end of a paragraph, could otherwise make a file's name look like a further
+/// line. Each becomes a lone low surrogate (U+DC0A for a line feed) from below
+/// those of NativePath.
+QString withoutBreaks(const QString &text);
+
+/// A file line withoutBreaks(). Any other line stays as it is: the text of a hit
+/// is not a name.
 QString onOneLine(const QString &line);
 
 /// Text of a file line from its third character on, with the characters that
-/// onOneLine() replaced; empty when there is none.
+/// withoutBreaks() replaced put back; empty when there is none.
 QString pathOf(const QString &fileLine);
 
 /// Where a result line points to. Both count from 1 in what the engine writes;

@@ -1,10 +1,9 @@
 #include "view/UserAssist.h"
 
 #include "settings/AppSettings.h"
+#include "settings/dialogs/prompts/UserPrompt.h"
 #include "view/AssistFile.h"
 #include "view/UserAssistWindow.h"
-
-#include <QMessageBox>
 
 UserAssist::UserAssist(const QString &path, QWidget *parent) : QWidget(parent)
 {
@@ -20,8 +19,9 @@ UserAssist::UserAssist(const QString &path, QWidget *parent) : QWidget(parent)
     }
     if (notes.windowMissing) {
         AllClose();
-        QMessageBox::critical(parent, QStringLiteral("UserAssistWindow"),
-                              QStringLiteral("window設定が見つかりません"), QMessageBox::Ok);
+        UserPrompt::current().message(parent,
+                                      {QMessageBox::Critical, QStringLiteral("UserAssistWindow"),
+                                       QStringLiteral("window設定が見つかりません")});
     }
     for (UserAssistWindow *window : windows())
         window->show();

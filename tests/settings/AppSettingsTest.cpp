@@ -43,6 +43,10 @@ private slots:
     void valuesOfTheWrongTypeAreConverted();
     void aTextWithABareCommaIsATextNonetheless();
     void theLanguagesAreReadInTheOrderOfTheirKeys();
+    void withoutSettingsTheShippedLanguagesCount_data();
+    void withoutSettingsTheShippedLanguagesCount();
+    void ownLanguagesReplaceTheShippedOnesWhole();
+    void shippedLanguagesAreNotSaved();
     void loadingTwiceDoublesNothing();
     void aLoadReplacesWhatAnEarlierOneRead();
     void theKeywordHistoryHasTheStoredCapacity();
@@ -456,6 +460,45 @@ void AppSettingsTest::theLanguagesAreReadInTheOrderOfTheirKeys()
     QCOMPARE(
         m_settings->langlistValues,
         QStringList({QStringLiteral("cpp/h"), QStringLiteral("html/htm"), QStringLiteral("本")}));
+}
+
+void AppSettingsTest::withoutSettingsTheShippedLanguagesCount_data()
+{
+    QTest::addColumn<QByteArray>("settings");
+    QTest::newRow("no file") << QByteArray();
+    QTest::newRow("no group") << QByteArray("bigsize=7\n");
+    QTest::newRow("nothing in the group") << QByteArray("[langlist]\n[other]\nc=x\n");
+}
+
+void AppSettingsTest::withoutSettingsTheShippedLanguagesCount()
+{
+    QFETCH(QByteArray, settings);
+    m_folder->write(QStringLiteral("list/langlist.ini"), "[langlist]\nshell=sh\ncpp=c/h\n");
+    if (!settings.isEmpty())
+        m_folder->write(kFile, settings);
+    m_settings->load(m_folder->path());
+    QCOMPARE(m_settings->langlist, QStringList({QStringLiteral("cpp"), QStringLiteral("shell")}));
+    QCOMPARE(m_settings->langlistValues,
+             QStringList({QStringLiteral("c/h"), QStringLiteral("sh")}));
+}
+
+void AppSettingsTest::ownLanguagesReplaceTheShippedOnesWhole()
+{
+    m_folder->write(QStringLiteral("list/langlist.ini"), "[langlist]\nshell=sh\ncpp=c/h\n");
+    load("[langlist]\ncpp=cc\n");
+    QCOMPARE(m_settings->langlist, QStringList{QStringLiteral("cpp")});
+    QCOMPARE(m_settings->langlistValues, QStringList{QStringLiteral("cc")});
+}
+
+void AppSettingsTest::shippedLanguagesAreNotSaved()
+{
+    const QByteArray shipped = "[langlist]\ncpp=c/h\n";
+    m_folder->write(QStringLiteral("list/langlist.ini"), shipped);
+    m_settings->load(m_folder->path());
+    QVERIFY(!saved().contains("langlist"));
+    QCOMPARE(m_folder->read(QStringLiteral("list/langlist.ini")), shipped);
+    m_settings->load(m_folder->path());
+    QCOMPARE(m_settings->langlist, QStringList{QStringLiteral("cpp")});
 }
 
 void AppSettingsTest::loadingTwiceDoublesNothing()

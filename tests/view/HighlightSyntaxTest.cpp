@@ -33,7 +33,12 @@ private slots:
     void theResultViewHasNoCommentRule();
     void blockCommentsNeedBothMarkers_data();
     void blockCommentsNeedBothMarkers();
-    void nothingOfTheLanguageBeforeStays();
+    void aDefinitionReplacesTheComments();
+    void behindBlockCommentsThereIsNoBuiltInComment();
+    void anUnknownSuffixKeepsTheBlockComments_data();
+    void anUnknownSuffixKeepsTheBlockComments();
+    void onlyASingleLineCommentDecidesAboutQuotes();
+    void theBuiltInCommentDoesNotDecideAboutQuotes();
     void aLanguageDropsWhatWasFound();
     void aSingleQuoteInTheCommentMarkerMeansNoStrings();
 
@@ -164,8 +169,8 @@ void HighlightSyntaxTest::anUnknownSuffixLeavesValuesAndBuiltInComments()
     QFETCH(QString, comment);
     QFETCH(QString, line);
     QFETCH(QString, colours);
-    // lang-x, which lists all but txt, has no file. The language before is gone.
-    HighlightSyntax syntax = preview("c");
+    // lang-x, which lists all but txt, has no file. The rules before are gone.
+    HighlightSyntax syntax = preview("sh");
     expectLogLine(suffix.toLatin1().constData());
     syntax.setLanguage(suffix, QString());
     QStringList names{text("Value")};
@@ -298,7 +303,7 @@ void HighlightSyntaxTest::blockCommentsNeedBothMarkers()
     QCOMPARE(coloured(syntax, "a<b>c"), both ? text(".bbb.") : text("....."));
 }
 
-void HighlightSyntaxTest::nothingOfTheLanguageBeforeStays()
+void HighlightSyntaxTest::aDefinitionReplacesTheComments()
 {
     HighlightSyntax syntax = preview("c");
     QVERIFY(syntax.hasBlockComments());
@@ -306,14 +311,74 @@ void HighlightSyntaxTest::nothingOfTheLanguageBeforeStays()
     QVERIFY(!syntax.hasBlockComments());
     QCOMPARE(coloured(syntax, "/*a*/ //b #c"), text("..........cc"));
 
+    write("lang-x", "[comment]\nsingleLine=\nmultiLineEnd=\n\n\n");
+    syntax.setLanguage(text("x"), QString());
+    QVERIFY(!syntax.rules().names().contains(text("Comment")));
+    QCOMPARE(coloured(syntax, "/*a*/ //b #c"), text("............"));
+}
+
+void HighlightSyntaxTest::behindBlockCommentsThereIsNoBuiltInComment()
+{
+    // lang-x has no file.
+    HighlightSyntax syntax = preview("c");
+    expectLogLine("ini");
+    syntax.setLanguage(text("ini"), QString());
+    QCOMPARE(syntax.rules().names(), QStringList{text("Value")});
+    QCOMPARE(coloured(syntax, "a=1 ;b"), text("..v..."));
+
+    syntax.setLanguage(text("sh"), QString());
+    expectLogLine("ini");
+    syntax.setLanguage(text("ini"), QString());
+    QCOMPARE(coloured(syntax, "a=1 ;b"), text("..v.cc"));
+}
+
+void HighlightSyntaxTest::anUnknownSuffixKeepsTheBlockComments_data()
+{
+    QTest::addColumn<QString>("suffix");
+    QTest::newRow("none") << QString();
+    QTest::newRow("without a definition") << text("txt");
+}
+
+void HighlightSyntaxTest::anUnknownSuffixKeepsTheBlockComments()
+{
+    QFETCH(QString, suffix);
+    HighlightSyntax syntax = preview("c");
+    if (!suffix.isEmpty())
+        expectLogLine("txt");
+    syntax.setLanguage(suffix, QString());
+    QVERIFY(syntax.hasBlockComments());
+    QCOMPARE(coloured(syntax, "if /*a\n*/ int //b"), text("...bbb\nbb.....ccc"));
+}
+
+void HighlightSyntaxTest::onlyASingleLineCommentDecidesAboutQuotes()
+{
     write("lang-x", "[comment]\nsingleLine='\nmultiLineEnd=\n\n\n");
+    HighlightSyntax syntax = preview("x");
+    QVERIFY(syntax.quoteIsComment());
+    syntax.setLanguage(QString(), QString());
+    QVERIFY(syntax.quoteIsComment());
+    expectLogLine("txt");
+    syntax.setLanguage(text("txt"), QString());
+    QVERIFY(syntax.quoteIsComment());
+    write("lang-x", "[comment]\nsingleLine=\nmultiLineEnd=\n\n\n");
     syntax.setLanguage(text("x"), QString());
     QVERIFY(syntax.quoteIsComment());
+    QCOMPARE(coloured(syntax, "'a'"), text("..."));
     syntax.setLanguage(text("c"), QString());
     QVERIFY(!syntax.quoteIsComment());
+    QCOMPARE(coloured(syntax, "'a'"), text("sss"));
     syntax.setLanguage(text("x"), QString());
-    syntax.setLanguage(QString(), QString());
     QVERIFY(!syntax.quoteIsComment());
+}
+
+void HighlightSyntaxTest::theBuiltInCommentDoesNotDecideAboutQuotes()
+{
+    write("lang-sh", "[comment]\nsingleLine='\nmultiLineEnd=\n\n\n");
+    HighlightSyntax syntax = preview("sh");
+    expectLogLine("ini");
+    syntax.setLanguage(text("ini"), QString());
+    QVERIFY(syntax.rules().names().contains(text("Comment")));
+    QVERIFY(syntax.quoteIsComment());
 }
 
 void HighlightSyntaxTest::aLanguageDropsWhatWasFound()

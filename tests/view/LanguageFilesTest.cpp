@@ -73,7 +73,7 @@ void LanguageFilesTest::initTestCase()
     // As the portable folder is when it is new.
     for (const QString &file : definitionFiles(kListFolder))
         m_folder.write(text("list/") + file, bytesOf(kListFolder + file));
-    m_folder.write(text("sarvik.ini"), bytesOf(kListFolder + text("langlist.ini")));
+    m_folder.write(text("list/langlist.ini"), bytesOf(kListFolder + text("langlist.ini")));
     AppSettings::instance().load(m_folder.path());
 
     const QString samples = QFINDTESTDATA("language-samples.txt");
@@ -107,6 +107,9 @@ void LanguageFilesTest::thePortableFolderHasThem()
     QCOMPARE(definitionFiles(folder), files);
     for (const QString &file : files)
         QCOMPARE(bytesOf(folder + file), bytesOf(kListFolder + file));
+    const QString list = text("langlist.ini");
+    QVERIFY(!bytesOf(folder + list).isEmpty());
+    QCOMPARE(bytesOf(folder + list), bytesOf(kListFolder + list));
 }
 
 void LanguageFilesTest::aDefinitionIsSound_data()

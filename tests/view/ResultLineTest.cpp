@@ -16,6 +16,7 @@ private slots:
     void aFileNameStaysOnOneLine_data();
     void aFileNameStaysOnOneLine();
     void aNameWithAPairOfSurrogatesStays();
+    void anyLineThatHoldsAPathMayBeOneLine();
     void onlyFileLinesAreChanged();
     void aHitLineGivesLineAndColumn_data();
     void aHitLineGivesLineAndColumn();
@@ -88,6 +89,19 @@ void ResultLineTest::aNameWithAPairOfSurrogatesStays()
     const QString line = QStringLiteral("::/tmp/\U0001F40A") + QChar(0xDC82);
     QCOMPARE(ResultLine::onOneLine(line), line);
     QCOMPARE(ResultLine::pathOf(line), line.mid(2));
+}
+
+void ResultLineTest::anyLineThatHoldsAPathMayBeOneLine()
+{
+    const QString breaks = QStringLiteral("\n\r\u2028\u2029") + QChar(0xFDD0) + QChar(0xFDD1);
+    for (const char *start : {"", "/tmp/a", "    12 /tmp/a", "Read Error /tmp/a"}) {
+        const QString line = QLatin1String(start) + breaks + QLatin1Char('b');
+        const QTextDocument document(ResultLine::withoutBreaks(line));
+        QCOMPARE(document.blockCount(), 1);
+        QCOMPARE(document.firstBlock().text(), ResultLine::withoutBreaks(line));
+        QCOMPARE(ResultLine::pathOf(QLatin1String("::") + ResultLine::withoutBreaks(line)), line);
+    }
+    QCOMPARE(ResultLine::withoutBreaks(QStringLiteral("a\tb")), QStringLiteral("a\tb"));
 }
 
 void ResultLineTest::onlyFileLinesAreChanged()

@@ -2,16 +2,15 @@
 
 #include "settings/AppSettings.h"
 #include "settings/KeywordHistory.h"
+#include "tests/support/AnsweringPrompt.h"
 #include "tests/support/ScratchFolder.h"
 #include "view/AssistTextEdit.h"
 #include "view/UserAssistWindow.h"
 
 #include <QApplication>
 #include <QDialog>
-#include <QMessageBox>
 #include <QSignalSpy>
 #include <QTest>
-#include <QTimer>
 
 #include <memory>
 #include <random>
@@ -65,29 +64,15 @@ int visibleNotes()
     return count;
 }
 
-/// Answers the next message box and keeps what it said.
-struct MessageBoxAnswer {
-    QString title;
-    QString text;
-    QMessageBox::Icon icon = QMessageBox::NoIcon;
-    QMessageBox::StandardButtons buttons;
+/// Keeps how many notes were seen behind the message.
+class CountingPrompt : public AnsweringPrompt {
+public:
     int notesBehind = -1;
-    QTimer timer;
 
-    MessageBoxAnswer()
+    QMessageBox::StandardButton message(QWidget *parent, const Message &message) override
     {
-        QObject::connect(&timer, &QTimer::timeout, [this]() {
-            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-            if (!box)
-                return;
-            title = box->windowTitle();
-            text = box->text();
-            icon = box->icon();
-            buttons = box->standardButtons();
-            notesBehind = visibleNotes();
-            box->accept();
-        });
-        timer.start(10);
+        notesBehind = visibleNotes();
+        return AnsweringPrompt::message(parent, message);
     }
 };
 
@@ -185,13 +170,15 @@ void UserAssistTest::allCloseTwiceIsHarmless()
 
 void UserAssistTest::aGroupWithoutAWindowIsReported()
 {
-    MessageBoxAnswer answer;
+    CountingPrompt prompt;
     const UserAssist assist(write("[a]\nwindow=0, 0, 100, 100\n[b]\n1=x\n"), m_parent.get());
-    QCOMPARE(answer.title, text("UserAssistWindow"));
-    QCOMPARE(answer.text, text("window設定が見つかりません"));
-    QCOMPARE(answer.icon, QMessageBox::Critical);
-    QCOMPARE(answer.buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
-    QCOMPARE(answer.notesBehind, 0);
+    QCOMPARE(prompt.messages.size(), 1);
+    const UserPrompt::Message &message = prompt.messages.constFirst();
+    QCOMPARE(message.title, text("UserAssistWindow"));
+    QCOMPARE(message.text, text("window設定が見つかりません"));
+    QCOMPARE(message.icon, QMessageBox::Critical);
+    QCOMPARE(message.buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
+    QCOMPARE(prompt.notesBehind, 0);
     QVERIFY(assist.windows().empty());
     QCOMPARE(visibleNotes(), 0);
 }
@@ -282,10 +269,10 @@ void UserAssistTest::anyFileIsSurvived()
             content += '\n';
         }
     }
-    MessageBoxAnswer answer;
+    const AnsweringPrompt prompt;
     const UserAssist assist(write(content), m_parent.get());
     QCoreApplication::processEvents();
-    QVERIFY(assist.windows().size() == 5 || !answer.title.isEmpty());
+    QVERIFY(assist.windows().size() == 5 || !prompt.messages.isEmpty());
 }
 
 QTEST_MAIN(UserAssistTest)
