@@ -19,6 +19,8 @@
 namespace {
 
 constexpr int kNameWidth = 200;
+// Of the toolkit's file model.
+constexpr int kDateColumn = 3;
 
 QString programDirectory()
 {
@@ -137,6 +139,12 @@ void fileDialog::setUpFiles()
         root = m_fileModel->setRootPath(QString());
     list->setRootIndex(root);
     list->setColumnWidth(0, kNameWidth);
+    // The date tells one search from another: it is never cut, nor scrolled away
+    // by a size or a type.
+    for (int column = 1; column <= kDateColumn; ++column)
+        list->header()->setSectionResizeMode(column, QHeaderView::ResizeToContents);
+    list->header()->moveSection(kDateColumn, 1);
+    list->sortByColumn(kDateColumn, Qt::DescendingOrder);
     list->installEventFilter(this);
     connect(list, &QTreeView::activated, this, &fileDialog::activateEntry);
     connect(list->selectionModel(),

@@ -16,7 +16,7 @@ class fileDialog;
 QT_END_NAMESPACE
 
 /// Chooses a saved result log: folders on the left, the files of the chosen one
-/// on the right, and below them the beginning of the selected file.
+/// on the right, the one changed last first, and below them the beginning of the selected file.
 ///
 /// Size and splitters are those of the last run (see LogChooserFile), whether
 /// that was accepted or not.

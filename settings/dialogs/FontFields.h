@@ -13,6 +13,8 @@ QT_END_NAMESPACE
 /// outlive this object.
 class FontFields {
 public:
+    /// A typed family that is not installed gives way to the one before, as soon as
+    /// the user leaves the field.
     FontFields(QFontComboBox *family, QSpinBox *size, QCheckBox *bold, const QFont &font);
 
     /// The font as the widgets have it, with weight 75 or 50. The family stays
@@ -21,6 +23,8 @@ public:
     QFont font() const;
 
 private:
+    void forgetUnknownFamilies() const;
+
     QFontComboBox *m_family;
     QSpinBox *m_size;
     QCheckBox *m_bold;

@@ -59,6 +59,25 @@ double visibleShare(const QImage &image, QRgb ground)
     return double(visible) / (image.width() * image.height());
 }
 
+// The same for a ground of the icons' own lightness, where the hue helps: as a
+// distance in the cube of colours.
+double distinctShare(const QImage &image, QRgb ground)
+{
+    constexpr double kDistinct = 130;
+    int distinct = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QRgb pixel = image.pixel(x, y);
+            const double distance =
+                std::hypot(qRed(pixel) - qRed(ground), qGreen(pixel) - qGreen(ground),
+                           qBlue(pixel) - qBlue(ground));
+            if (qAlpha(pixel) > 200 && distance >= kDistinct)
+                ++distinct;
+        }
+    }
+    return double(distinct) / (image.width() * image.height());
+}
+
 } // namespace
 
 class IconsTest : public QObject {
@@ -70,6 +89,8 @@ private slots:
     void anIconIsThereAt100And200Percent();
     void anIconCanBeSeenOnAnyGround_data();
     void anIconCanBeSeenOnAnyGround();
+    void aMenusIconCanBeSeenOnAHighlightedRow_data();
+    void aMenusIconCanBeSeenOnAHighlightedRow();
     void aSwitchLooksDifferentOnAndOff_data();
     void aSwitchLooksDifferentOnAndOff();
     void aSwitchThatIsOnCanBeSeenOnAPressedButton_data();
@@ -121,6 +142,23 @@ void IconsTest::anIconCanBeSeenOnAnyGround()
         // A sign, not a slab: something of the ground is left.
         QCOMPARE(qAlpha(image.pixel(0, 0)), 0);
     }
+}
+
+void IconsTest::aMenusIconCanBeSeenOnAHighlightedRow_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char *name : {"application_put", "exit", "option", "counter", "question",
+                             "regular_expression_delimiter", "sarvik", "qt-icon"})
+        QTest::newRow(name) << QString::fromLatin1(name);
+}
+
+void IconsTest::aMenusIconCanBeSeenOnAHighlightedRow()
+{
+    QFETCH(QString, name);
+    // The default palette's Highlight.
+    const QRgb ground = 0xff2a82da;
+    for (const QString &variant : {name, QString(name + QLatin1String("@2x"))})
+        QVERIFY2(distinctShare(QImage(resource(variant)), ground) > 0.07, qPrintable(variant));
 }
 
 void IconsTest::aSwitchLooksDifferentOnAndOff_data()

@@ -2,6 +2,7 @@
 
 #include "settings/AppSettings.h"
 #include "settings/KeywordHistory.h"
+#include "tests/support/FileTime.h"
 #include "tests/support/ScratchFolder.h"
 
 #include <QApplication>
@@ -9,6 +10,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileSystemModel>
+#include <QHeaderView>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSettings>
@@ -18,6 +20,7 @@
 #include <QTimer>
 #include <QTreeView>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <random>
@@ -87,6 +90,25 @@ public:
         QTest::mouseClick(list()->viewport(), Qt::LeftButton, Qt::NoModifier, place);
         QTest::mouseDClick(list()->viewport(), Qt::LeftButton, Qt::NoModifier, place);
     }
+    /// The list's files, from the top.
+    QStringList logNames() const
+    {
+        QStringList names;
+        const QModelIndex root = list()->rootIndex();
+        for (int row = 0; row < fileModel()->rowCount(root); ++row) {
+            const QModelIndex index = fileModel()->index(row, 0, root);
+            if (!fileModel()->isDir(index))
+                names.append(fileModel()->fileName(index));
+        }
+        return names;
+    }
+    /// What the widest text of a column of the list takes.
+    int contentWidth(int column) const
+    {
+        // The tree view's own is protected.
+        const QAbstractItemView *view = list();
+        return view->sizeHintForColumn(column);
+    }
     QString shownFolder() const { return fileModel()->filePath(list()->rootIndex()); }
     QString treeFolder() const { return folderModel()->filePath(tree()->currentIndex()); }
 
@@ -125,6 +147,9 @@ private slots:
     void aStartFolderThatIsNoneLeavesTheTreeWithoutACurrentEntry();
     void theListShowsFilesAndFoldersOfTheStartFolder();
     void theListHasNoDecoration();
+    void theNewestFileComesFirst();
+    void theListIsSortedByWhatItsHeaderIsClickedFor();
+    void theDateIsShownWhole();
     void thePreviewHasColoursAndFontOfTheSettings();
     void selectingAFileShowsItsBeginning();
     void aLargeLogShowsOnlyItsFirst1024Characters();
@@ -291,6 +316,61 @@ void fileDialogTest::theListHasNoDecoration()
     QCOMPARE(shown.list()->columnWidth(0), 200);
 }
 
+void fileDialogTest::theNewestFileComesFirst()
+{
+    const auto age = [this](const char *name, int days) {
+        FileTime::setDayOfChange(m_folders->logs.filePath(text(name)),
+                                 QDate::currentDate().addDays(-days));
+    };
+    write("three.log", "x");
+    age("one.log", 1);
+    age("two.log", 3);
+    age("three.log", 2);
+    const Shown shown(logs());
+    const QStringList newestFirst{text("one.log"), text("three.log"), text("two.log")};
+    QTRY_COMPARE(shown.logNames(), newestFirst);
+    // In every folder that is shown.
+    age("folder/three.log", 5);
+    m_folders->logs.write(text("folder/zz.log"), "x");
+    shown.doubleClick(text("folder"));
+    const QStringList inFolder{text("zz.log"), text("three.log")};
+    QTRY_COMPARE(shown.logNames(), inFolder);
+}
+
+void fileDialogTest::theListIsSortedByWhatItsHeaderIsClickedFor()
+{
+    write("three.log", "x");
+    const Shown shown(logs());
+    shown.entry(text("three.log"));
+    const QHeaderView *header = shown.list()->header();
+    const QPoint name(header->sectionViewportPosition(0) + 20, header->height() / 2);
+    const auto click = [&] {
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, Qt::NoModifier, name);
+    };
+    QStringList names{text("one.log"), text("three.log"), text("two.log")};
+    click();
+    if (header->sortIndicatorOrder() == Qt::DescendingOrder)
+        click();
+    QTRY_COMPARE(shown.logNames(), names);
+    click();
+    std::reverse(names.begin(), names.end());
+    QTRY_COMPARE(shown.logNames(), names);
+}
+
+void fileDialogTest::theDateIsShownWhole()
+{
+    const QString name = text("20241231-235959.log");
+    const QString path = m_folders->logs.write(name, "x");
+    FileTime::setDayOfChange(path, QDate(2024, 12, 31));
+    const Shown shown(logs());
+    shown.entry(name);
+    QCOMPARE(shown.dialog.size(), QSize(808, 617));
+    const QHeaderView *header = shown.list()->header();
+    QTRY_VERIFY(header->sectionSize(3) >= shown.contentWidth(3));
+    QVERIFY(header->sectionViewportPosition(3) + header->sectionSize(3)
+            <= shown.list()->viewport()->width());
+}
+
 void fileDialogTest::thePreviewHasColoursAndFontOfTheSettings()
 {
     AppSettings &settings = AppSettings::instance();
@@ -313,7 +393,7 @@ void fileDialogTest::selectingAFileShowsItsBeginning()
     QCOMPARE(shown.preview()->toPlainText(), QString());
     shown.select(text("one.log"));
     QCOMPARE(shown.preview()->toPlainText(), text("::C:/a.txt\n      1:    2:text\n"));
-    QTest::keyClick(shown.list(), Qt::Key_Down);
+    shown.select(text("two.log"));
     QCOMPARE(shown.preview()->toPlainText(), text("other"));
 }
 

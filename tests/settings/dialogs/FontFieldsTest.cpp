@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QFontComboBox>
+#include <QLineEdit>
 #include <QSpinBox>
 #include <QTest>
 
@@ -36,6 +37,8 @@ private slots:
     void aFontThatIsNotInstalledIsShownAndKept();
     void aTypedFamilyIsTakenWhenItIsInstalled();
     void aTypedFamilyThatIsNotInstalledChangesNothing();
+    void aTypedFamilyThatIsNotInstalledGivesWayToTheOneBefore_data();
+    void aTypedFamilyThatIsNotInstalledGivesWayToTheOneBefore();
     void aSizeBeyondTheRangeIsKept();
 };
 
@@ -101,6 +104,37 @@ void FontFieldsTest::aTypedFamilyThatIsNotInstalledChangesNothing()
     Form form(QFont(QStringLiteral("DejaVu Sans Mono"), 13));
     form.family.setEditText(QStringLiteral("Nonsense"));
     QCOMPARE(form.fields.font().family(), QStringLiteral("DejaVu Sans Mono"));
+}
+
+void FontFieldsTest::aTypedFamilyThatIsNotInstalledGivesWayToTheOneBefore_data()
+{
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<QString>("chosen");
+    QTest::addColumn<QString>("expected");
+    const QString mono = QStringLiteral("DejaVu Sans Mono");
+    const QString none = QStringLiteral("No Such Font");
+    QTest::newRow("the shown one") << mono << QString() << mono;
+    QTest::newRow("a shown one that is not installed") << none << QString() << none;
+    QTest::newRow("one that was chosen meanwhile") << none << mono << mono;
+}
+
+void FontFieldsTest::aTypedFamilyThatIsNotInstalledGivesWayToTheOneBefore()
+{
+    QFETCH(QString, shown);
+    QFETCH(QString, chosen);
+    QFETCH(QString, expected);
+    Form form(QFont(shown, 13));
+    QLineEdit *field = form.family.lineEdit();
+    const auto type = [field](const QString &text) {
+        field->selectAll();
+        QTest::keyClicks(field, text);
+        QTest::keyClick(field, Qt::Key_Return);
+    };
+    if (!chosen.isEmpty())
+        type(chosen);
+    type(QStringLiteral("Nonsense"));
+    QCOMPARE(form.family.currentText(), expected);
+    QCOMPARE(form.fields.font().family(), expected);
 }
 
 void FontFieldsTest::aSizeBeyondTheRangeIsKept()

@@ -137,6 +137,7 @@ private slots:
     void theHistoryIsShownWithoutDuplicates();
     void keywordModeShowsTheKeywordHistory();
     void theGivenTextDoesNotFilter();
+    void aLongTextIsNotCut();
     void theMovingButtonsAreDisabledAtFirst();
     void theCursorStartsAtTheEnd();
     void theCursorStartsAtTheStartWhenItIsNotToMove();
@@ -393,6 +394,14 @@ void InputFolderDialogTest::keywordModeShowsTheKeywordHistory()
     QCOMPARE(model->rowCount(), 2);
     QCOMPARE(model->index(0, 0).data().toString(), QStringLiteral("newer"));
     QCOMPARE(model->index(1, 0).data().toString(), QStringLiteral("older"));
+}
+
+void InputFolderDialogTest::aLongTextIsNotCut()
+{
+    // More than the toolkit's field takes by itself.
+    const QString text = QString(40000, QLatin1Char('x'));
+    const Shown shown(QByteArray(), text);
+    QCOMPARE(shown.dialog->finish(), text);
 }
 
 void InputFolderDialogTest::theGivenTextDoesNotFilter()

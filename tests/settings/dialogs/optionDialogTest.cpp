@@ -10,6 +10,7 @@
 #include <QFontComboBox>
 #include <QFrame>
 #include <QGroupBox>
+#include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMetaMethod>
@@ -120,6 +121,9 @@ private slots:
     void everyFieldAndButtonHasAName();
     void everyPageFitsASmallScreenWithALargeFont();
     void tabVisitsEachPageFromTopToBottom();
+    void aMnemonicTurnsToItsPage_data();
+    void aMnemonicTurnsToItsPage();
+    void mnemonicsAreUniqueOnEveryPage();
     void returnAcceptsFromAColourButton();
 
     void theFontsAreShown();
@@ -338,6 +342,52 @@ void optionDialogTest::tabVisitsEachPageFromTopToBottom()
             QVERIFY2(step.y() > kOneLine || (step.y() > -kOneLine && step.x() > 0),
                      qPrintable(area->objectName() + QString::number(i)));
         }
+    }
+}
+
+void optionDialogTest::aMnemonicTurnsToItsPage_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<QString>("page");
+    QTest::newRow("F") << int(Qt::Key_F) << QStringLiteral("page_font");
+    QTest::newRow("L") << int(Qt::Key_L) << QStringLiteral("page_colour");
+    QTest::newRow("S") << int(Qt::Key_S) << QStringLiteral("page_search");
+    QTest::newRow("E") << int(Qt::Key_E) << QStringLiteral("page_editor");
+}
+
+void optionDialogTest::aMnemonicTurnsToItsPage()
+{
+    QFETCH(int, key);
+    QFETCH(QString, page);
+    const Shown shown;
+    shown.pages()->setCurrentIndex(key == Qt::Key_F ? 1 : 0);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key(key), Qt::AltModifier);
+    QTRY_COMPARE(shown.pages()->currentWidget()->objectName(), page);
+}
+
+void optionDialogTest::mnemonicsAreUniqueOnEveryPage()
+{
+    const Shown shown;
+    const auto keyOf = [](const QString &text) {
+        return QKeySequence::mnemonic(text).toString();
+    };
+    for (int page = 0; page < shown.pages()->count(); ++page) {
+        QStringList keys;
+        for (int tab = 0; tab < shown.pages()->count(); ++tab)
+            keys.append(keyOf(shown.pages()->tabText(tab)));
+        const QWidget *area = shown.pages()->widget(page);
+        const auto labels = area->findChildren<QLabel *>();
+        for (const QLabel *label : labels) {
+            if (label->buddy())
+                keys.append(keyOf(label->text()));
+        }
+        auto buttons = area->findChildren<QAbstractButton *>();
+        buttons.append(shown.child<QDialogButtonBox>("buttonBox")->buttons());
+        for (const QAbstractButton *button : qAsConst(buttons))
+            keys.append(keyOf(button->text()));
+        keys.removeAll(QString());
+        QVERIFY(keys.size() >= shown.pages()->count());
+        QCOMPARE(keys.removeDuplicates(), 0);
     }
 }
 
