@@ -701,6 +701,7 @@ void MainWindowTest::theNotesOfThePathDialogAreShownAndHidden()
         auto *field = dialog->findChild<QLineEdit *>(text("lineEdit"));
         for (int press = 0; press < 2; ++press) {
             dialog->findChild<QToolButton *>(text("btnHelp"))->click();
+            QTest::qWait(50);
             int visible = 0;
             const QWidgetList windows = QApplication::topLevelWidgets();
             for (const QWidget *window : windows)
