@@ -6,6 +6,7 @@
 #include "settings/LocaleSetup.h"
 #include "settings/ParameterFile.h"
 #include "settings/StyleSheet.h"
+#include "settings/dialogs/ToolkitTexts.h"
 
 #include <QApplication>
 #include <QStyleFactory>
@@ -40,6 +41,7 @@ int main(int argc, char *argv[])
     QCoreApplication::addLibraryPath(QCoreApplication::applicationDirPath());
     QCoreApplication::setApplicationName(QStringLiteral("sarvik"));
     QApplication::setWindowIcon(Icons::program());
+    ToolkitTexts::install(application);
     AppSettings::instance().load(appDir);
     applyLook(appDir);
     return runWindow(appDir);
