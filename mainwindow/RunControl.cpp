@@ -6,6 +6,7 @@
 #include "mainwindow/SearchForm.h"
 #include "mainwindow/SearchSummary.h"
 #include "view/GrepEditor.h"
+#include "view/ResultLine.h"
 
 #include <QCoreApplication>
 #include <QStatusBar>
@@ -13,6 +14,14 @@
 namespace {
 
 constexpr int kTickMilliseconds = 150;
+
+/// A file's name may hold a line break; what names it is one line all the same.
+QStringList onOneLineEach(QStringList messages)
+{
+    for (QString &message : messages)
+        message = ResultLine::withoutBreaks(message);
+    return messages;
+}
 
 } // namespace
 
@@ -76,7 +85,7 @@ void RunControl::showProgress()
 void RunControl::addLineCount(const QString &filename, int count)
 {
     // Listed at the next tick: a line at a time would cost more than counting it.
-    m_pendingCounts += m_lineCount->addFile(filename, count);
+    m_pendingCounts += m_lineCount->addFile(ResultLine::withoutBreaks(filename), count);
 }
 
 void RunControl::listPendingCounts()
@@ -115,11 +124,11 @@ QStringList RunControl::summaryLines(bool aborted, const FormState &form)
     if (form.skipped) {
         QStringList warnings;
         spool.takeWarnings(&warnings);
-        lines += SearchSummary::warningSection(warnings);
+        lines += SearchSummary::warningSection(onOneLineEach(warnings));
     }
     QStringList errors;
     spool.takeErrors(&errors);
-    lines += SearchSummary::errorSection(errors);
+    lines += SearchSummary::errorSection(onOneLineEach(errors));
     return lines;
 }
 

@@ -88,6 +88,7 @@ private slots:
     void aWindowIsDestroyedDuringARun();
 
     void linesAreCountedToTheLetter();
+    void aNameWithALineBreakIsOneLine();
     void aLineCountNeedsNoKeyword();
     void aLineCountIsRefusedWhileARunGoesOn();
     void anAbortedLineCountSaysSo();
@@ -572,6 +573,25 @@ void MainWindowTest::linesAreCountedToTheLetter()
                   "-------------------------------------------------\n"
                   "合計行数 8  該当ファイル数 3")
                  .arg(m_tree));
+}
+
+void MainWindowTest::aNameWithALineBreakIsOneLine()
+{
+#ifndef Q_OS_WIN
+    m_fixture->tree.write(QStringLiteral("d\ne.txt"), QByteArray(100, '\0'));
+    QVERIFY(m_fixture->search(m_tree, text("d*.txt *.none"), text("apple")));
+    m_fixture->tree.write(QStringLiteral("x.none"), "x\n");
+    QVERIFY(m_fixture->search(m_tree, text("d*.txt *.none"), text("apple")));
+    const QStringList lines = m_fixture->resultText().split(QLatin1Char('\n'));
+    QVERIFY(lines.last().endsWith(text("e.txt")));
+    QVERIFY(lines.last().contains(m_tree));
+    m_fixture->tree.write(QStringLiteral("d\ne.txt"), "one\n");
+    m_fixture->fill(m_tree, text("d*.txt *.none"), QString());
+    m_fixture->window().lineCountGrep();
+    QVERIFY(m_fixture->waitUntilIdle());
+    QVERIFY(m_fixture->resultText().startsWith(text("      2 %1d").arg(m_tree)));
+    QVERIFY(m_fixture->resultText().section(QLatin1Char('\n'), 0, 0).endsWith(text("e.txt")));
+#endif
 }
 
 void MainWindowTest::aLineCountNeedsNoKeyword()
