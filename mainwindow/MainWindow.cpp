@@ -492,8 +492,8 @@ void MainWindow::showLinecntResult(QString filename, int count)
 
 void MainWindow::linecntFinished(bool aborted)
 {
-    m_run->listLineCountEnd(aborted);
-    endRun();
+    if (m_run->listLineCountEnd(aborted))
+        endRun();
 }
 
 void MainWindow::endRun()

@@ -84,6 +84,8 @@ void RunControl::showProgress()
 
 void RunControl::addLineCount(const QString &filename, int count)
 {
+    if (!m_lineCount)
+        return;
     // Listed at the next tick: a line at a time would cost more than counting it.
     m_pendingCounts += m_lineCount->addFile(ResultLine::withoutBreaks(filename), count);
 }
@@ -96,6 +98,8 @@ void RunControl::listPendingCounts()
 
 bool RunControl::listSearchEnd(bool aborted, const FormState &form)
 {
+    if (!m_run.exists())
+        return false;
     m_timer.reset();
     m_views.form->setButton(SearchForm::Button::Displaying);
     m_listing.drain(*m_run.spool(), [this] { return m_abandoned; });
@@ -132,11 +136,14 @@ QStringList RunControl::summaryLines(bool aborted, const FormState &form)
     return lines;
 }
 
-void RunControl::listLineCountEnd(bool aborted)
+bool RunControl::listLineCountEnd(bool aborted)
 {
+    if (!m_run.exists())
+        return false;
     m_timer.reset();
     listPendingCounts();
     m_listing.append(m_lineCount->finish(aborted));
+    return true;
 }
 
 void RunControl::end()

@@ -63,9 +63,11 @@ public:
     void addLineCount(const QString &filename, int count);
 
     /// Lists the hits that are left, the summary and the sections; form says
-    /// which conditions hold at the end. False when the run was abandoned.
+    /// which conditions hold at the end. False when the run was abandoned or there
+    /// is none.
     bool listSearchEnd(bool aborted, const FormState &form);
-    void listLineCountEnd(bool aborted);
+    /// False when there is no run.
+    bool listLineCountEnd(bool aborted);
 
     /// Back to idle.
     void end();

@@ -88,6 +88,7 @@ private slots:
     void aWindowIsDestroyedDuringARun();
 
     void linesAreCountedToTheLetter();
+    void theSlotsOfARunDoNothingWithoutOne();
     void aNameWithALineBreakIsOneLine();
     void aLineCountNeedsNoKeyword();
     void aLineCountIsRefusedWhileARunGoesOn();
@@ -573,6 +574,18 @@ void MainWindowTest::linesAreCountedToTheLetter()
                   "-------------------------------------------------\n"
                   "合計行数 8  該当ファイル数 3")
                  .arg(m_tree));
+}
+
+void MainWindowTest::theSlotsOfARunDoNothingWithoutOne()
+{
+    MainWindow &window = m_fixture->window();
+    window.onTimerProgressReport();
+    window.showLinecntResult(text("/a/b"), 3);
+    window.searchFinished(false);
+    window.linecntFinished(true);
+    QCOMPARE(m_fixture->resultView()->toPlainText(), QString());
+    QVERIFY(!m_fixture->isRunning());
+    QVERIFY(!QFile::exists(WindowFixture::applicationFile(text("sarvik.log"))));
 }
 
 void MainWindowTest::aNameWithALineBreakIsOneLine()
