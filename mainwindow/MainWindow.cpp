@@ -606,8 +606,12 @@ void MainWindow::arrowForward()
 
 void MainWindow::openFile()
 {
+    if (m_run->isRunning())
+        return;
+    // Before the first search there is none, and the chooser would start elsewhere.
+    QDir().mkpath(m_history->logDirectory());
     QString path;
-    if (m_run->isRunning() || !fileDialog::choose(m_history->logDirectory(), path, this))
+    if (!fileDialog::choose(m_history->logDirectory(), path, this))
         return;
     if (!path.isEmpty())
         m_history->load(path);

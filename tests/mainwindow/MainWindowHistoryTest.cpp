@@ -2,7 +2,9 @@
 
 #include "settings/AppSettings.h"
 
+#include <QAbstractItemView>
 #include <QAction>
+#include <QApplication>
 #include <QCheckBox>
 #include <QDateTime>
 #include <QDir>
@@ -10,6 +12,7 @@
 #include <QMenu>
 #include <QSpinBox>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 
 namespace {
@@ -61,6 +64,7 @@ private slots:
     void theBackMenuListsTheLogs();
     void theMenuStandsInTheMiddleOfTheWindow();
     void aMenuEntryLoadsItsLog();
+    void aChosenLogIsLoaded();
     void logsBeyondTheLimitAreDeleted();
     void theLogOfTheLastSearchLeavesThePathsEmpty();
     void aGroupThatWasOffStaysAsItIs();
@@ -281,6 +285,37 @@ void MainWindowHistoryTest::aMenuEntryLoadsItsLog()
     none.setData(-1);
     m_fixture->window().openLogfile(&none);
     QCOMPARE(m_fixture->keyword1()->currentText(), text("one"));
+}
+
+void MainWindowHistoryTest::aChosenLogIsLoaded()
+{
+    QVERIFY(search(text("one")));
+    const QString listed = m_fixture->resultView()->toPlainText();
+    QVERIFY(search(text("two")));
+    const QString older = logNames().first();
+    bool chosen = false;
+    QTimer::singleShot(0, this, [&] {
+        QWidget *dialog = QApplication::activeModalWidget();
+        QVERIFY(dialog);
+        auto *list = dialog->findChild<QAbstractItemView *>(text("listFiles"));
+        const auto entry = [&] {
+            const QModelIndex root = list->rootIndex();
+            for (int row = 0; row < list->model()->rowCount(root); ++row) {
+                const QModelIndex index = list->model()->index(row, 0, root);
+                if (index.data().toString() == older)
+                    return index;
+            }
+            return QModelIndex();
+        };
+        chosen = QTest::qWaitFor([&] { return entry().isValid(); });
+        list->setCurrentIndex(entry());
+        QTest::keyClick(list, Qt::Key_Return);
+    });
+    m_fixture->window().openFile();
+    QVERIFY(chosen);
+    QCOMPARE(m_fixture->keyword1()->currentText(), text("one"));
+    QCOMPARE(m_fixture->pathEdit()->toPlainText(), m_tree);
+    QCOMPARE(m_fixture->resultView()->toPlainText(), listed);
 }
 
 void MainWindowHistoryTest::logsBeyondTheLimitAreDeleted()
