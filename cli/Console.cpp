@@ -18,9 +18,11 @@ namespace {
 /// rarely enough to cost nothing.
 constexpr int kTickMilliseconds = 40;
 
-/// More lines than are found in a tick, so that the search need not wait for
-/// a reader who keeps up; some ten megabytes at most.
+/// More than is found in a tick, so that the search need not wait for a reader
+/// who keeps up. Lines are counted for what each costs whatever its length, and
+/// their length, in UTF-16 code units, because one line may be a whole file.
 constexpr int kMaxQueuedLines = 100000;
+constexpr qint64 kMaxQueuedUnits = 16 * 1024 * 1024;
 
 bool wantsColor(Options::Color color)
 {
@@ -114,7 +116,7 @@ void Console::limitQueue()
 {
     EngineOptions engineOptions = m_engineOptions;
     engineOptions.holdBack = [spool = m_spool.get()] {
-        return spool->resultCount() > kMaxQueuedLines;
+        return spool->resultCount() > kMaxQueuedLines || spool->resultUnits() > kMaxQueuedUnits;
     };
     m_spool->setEngineOptions(engineOptions);
 }

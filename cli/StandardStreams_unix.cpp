@@ -40,8 +40,11 @@ int nextPiece(const QByteArray &bytes, int done, int largest)
     const int left = bytes.size() - done;
     if (left <= largest)
         return left;
-    const int lineEnd = bytes.lastIndexOf('\n', done + largest - 1);
-    return lineEnd >= done ? lineEnd + 1 - done : largest;
+    // In this piece only: searched back to the line's start, a long line would
+    // be searched again for each of its pieces.
+    const int lineEnd =
+        QByteArray::fromRawData(bytes.constData() + done, largest).lastIndexOf('\n');
+    return lineEnd >= 0 ? lineEnd + 1 : largest;
 }
 
 /// Waits until a stream has room, or something to say about itself. Ctrl+C may

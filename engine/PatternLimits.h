@@ -15,7 +15,7 @@ namespace PatternLimits {
 /// Groups inside one another.
 constexpr int kDeepestNesting = 100;
 /// Parts once all repetitions are copied out.
-constexpr int kMostElements = 20000;
+constexpr int kMostElements = 100000;
 /// Pairs of parts that may follow one another: "(a|b)c" has two.
 constexpr int kMostConnections = 500000;
 

@@ -46,6 +46,7 @@ void SignalSpool::scan(QStringList pathlist, QString mask, QString keyword1, QSt
         const std::lock_guard lock(m_resultLock);
         m_hitLines = 0;
         m_results.clear();
+        m_resultUnits = 0;
     }
     {
         const std::lock_guard lock(m_errorLock);
@@ -213,8 +214,9 @@ void SignalSpool::showSearchResultList(QString filename, QStringList list)
 {
     const std::lock_guard lock(m_resultLock);
     ++m_resultFiles;
-    m_results.append(QStringLiteral("::") + filename);
-    m_results.append(list);
+    addResult(QStringLiteral("::") + filename);
+    for (const QString &line : std::as_const(list))
+        addResult(line);
     m_hitLines += list.size();
 }
 
@@ -243,7 +245,13 @@ void SignalSpool::showSearchResultFile(QString filename)
 {
     const std::lock_guard lock(m_resultLock);
     ++m_resultFiles;
-    m_results.append(QStringLiteral("::") + filename);
+    addResult(QStringLiteral("::") + filename);
+}
+
+void SignalSpool::addResult(const QString &line)
+{
+    m_results.append(line);
+    m_resultUnits += line.size();
 }
 
 int SignalSpool::resultCount() const
@@ -252,14 +260,24 @@ int SignalSpool::resultCount() const
     return m_results.size();
 }
 
+qint64 SignalSpool::resultUnits() const
+{
+    const std::lock_guard lock(m_resultLock);
+    return m_resultUnits;
+}
+
 int SignalSpool::takeResults(QStringList *lines, int max)
 {
     const std::lock_guard lock(m_resultLock);
     const int count = m_results.size();
-    if (max < 1 || count <= max)
+    if (max < 1 || count <= max) {
+        m_resultUnits = 0;
         return moveAll(m_results, lines);
-    for (int i = 0; i < max; ++i)
+    }
+    for (int i = 0; i < max; ++i) {
         lines->append(m_results.takeFirst());
+        m_resultUnits -= lines->last().size();
+    }
     return max;
 }
 

@@ -84,6 +84,8 @@ public:
 
     /// Result lines that wait to be taken.
     int resultCount() const;
+    /// Their length together, in UTF-16 code units.
+    qint64 resultUnits() const;
     /// Moves up to max result lines (all when max is below 1) to the end of
     /// lines; returns how many. A batch may end between a head and its hits.
     int takeResults(QStringList *lines, int max);
@@ -109,6 +111,8 @@ private:
     void connectQueued(TextGrepCore *engine, void (TextGrepCore::*signal)(Arguments...),
                        void (SignalSpool::*member)(Arguments...));
     void takeProgress(const TextGrepCore *engine);
+    /// The result lock is held.
+    void addResult(const QString &line);
     void endEngine();
     void abortEngine();
 
@@ -130,7 +134,8 @@ private:
     std::atomic<int> m_fileQueueLength{0};
 
     mutable std::mutex m_resultLock;
-    QStringList m_results; // guarded by m_resultLock, as the next two
+    QStringList m_results; // guarded by m_resultLock, as the next three
+    qint64 m_resultUnits = 0;
     int m_resultFiles = 0;
     int m_hitLines = 0;
 

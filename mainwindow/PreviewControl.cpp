@@ -134,13 +134,21 @@ bool PreviewControl::isModified() const
 }
 
 /// Another file comes, whatever is answered; but a text that was to be saved and
-/// could not be goes only when it is kept elsewhere.
+/// could not be goes only when it is kept elsewhere, and one that nobody gave up
+/// is kept, too.
 bool PreviewControl::leaveFile()
 {
     if (!isModified())
         return true;
-    const QMessageBox::StandardButton answer = Questions::saveModified(window(), m_file.path);
-    return answer != QMessageBox::Yes || save() || rescue();
+    switch (Questions::saveModified(window(), m_file.path)) {
+    case QMessageBox::Yes:
+        return save() || rescueAndTell();
+    case QMessageBox::No:
+        return true;
+    default:
+        rescue();
+        return true;
+    }
 }
 
 bool PreviewControl::saveIfModified()
@@ -212,7 +220,8 @@ bool PreviewControl::save()
     return false;
 }
 
-bool PreviewControl::rescue()
+/// The file that the text is kept in; empty when it could not be written.
+QString PreviewControl::rescue()
 {
     const QString stamp = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-hhmmss"));
     const QString path = m_rescueDirectory + stamp + QLatin1Char('-')
@@ -222,12 +231,21 @@ bool PreviewControl::rescue()
     const QByteArray bytes = text().toUtf8();
     const bool saved =
         file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
-    Questions::tellFailure(
-        window(),
-        saved ? QStringLiteral("%1\nを保存できなかったので、修正した内容を\n%2\nに残しました。")
-                    .arg(m_file.path, path)
-              : QStringLiteral("%1\nを保存できませんでした。").arg(m_file.path));
-    return saved;
+    return saved ? path : QString();
+}
+
+bool PreviewControl::rescueAndTell()
+{
+    const QString path = rescue();
+    if (path.isEmpty())
+        Questions::tellFailure(window(),
+                               QStringLiteral("%1\nを保存できませんでした。").arg(m_file.path));
+    else
+        Questions::tellFailure(
+            window(),
+            QStringLiteral("%1\nを保存できなかったので、修正した内容を\n%2\nに残しました。")
+                .arg(m_file.path, path));
+    return !path.isEmpty();
 }
 
 void PreviewControl::moveCursorToLine(int line)

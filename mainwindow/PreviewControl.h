@@ -67,7 +67,8 @@ private:
     void onTextShown();
     bool isModified() const;
     bool leaveFile();
-    bool rescue();
+    QString rescue();
+    bool rescueAndTell();
     bool mayBeSaved(const QString &text);
     void moveCursorToLine(int line);
     void markKeywords();

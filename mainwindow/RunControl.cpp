@@ -57,7 +57,7 @@ void RunControl::start(const SearchCondition &condition)
 
 void RunControl::abort()
 {
-    if (!m_running)
+    if (!m_running || !m_timer)
         return;
     m_views.form->setButtonEnabled(false);
     m_run.abort();
@@ -102,6 +102,8 @@ bool RunControl::listSearchEnd(bool aborted, const FormState &form)
         return false;
     m_timer.reset();
     m_views.form->setButton(SearchForm::Button::Displaying);
+    // The engine has ended; there is nothing left to abort.
+    m_views.form->setButtonEnabled(false);
     m_listing.drain(*m_run.spool(), [this] { return m_abandoned; });
     if (m_abandoned)
         return false;

@@ -13,6 +13,9 @@ struct Break {
 constexpr Break kBreaks[] = {{'\n', 0xDC0A},   {'\r', 0xDC0D},   {0x2028, 0xDC28},
                              {0x2029, 0xDC29}, {0xFDD0, 0xDC10}, {0xFDD1, 0xDC11}};
 
+/// "␤". A hit's text is read, not opened: it may show what stands in for a break.
+constexpr ushort kBreakInHit = 0x2424;
+
 } // namespace
 
 QString ResultLine::withoutBreaks(const QString &text)
@@ -25,7 +28,19 @@ QString ResultLine::withoutBreaks(const QString &text)
 
 QString ResultLine::onOneLine(const QString &line)
 {
-    return kind(line) == Kind::File ? withoutBreaks(line) : line;
+    switch (kind(line)) {
+    case Kind::File:
+        return withoutBreaks(line);
+    case Kind::Hit: {
+        QString oneLine = line;
+        for (const Break &lineBreak : kBreaks)
+            oneLine.replace(QChar(lineBreak.code), QChar(kBreakInHit));
+        return oneLine;
+    }
+    case Kind::None:
+        break;
+    }
+    return line;
 }
 
 ResultLine::Kind ResultLine::kind(const QString &text)

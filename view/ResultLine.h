@@ -19,8 +19,9 @@ Kind kind(const QString &text);
 /// those of NativePath.
 QString withoutBreaks(const QString &text);
 
-/// A file line withoutBreaks(). Any other line stays as it is: the text of a hit
-/// is not a name.
+/// A file line withoutBreaks(), and a hit line with "␤" (U+2424) for each of these
+/// characters: what a file holds must not look like the next file's line. Any other
+/// line stays as it is.
 QString onOneLine(const QString &line);
 
 /// Text of a file line from its third character on, with the characters that

@@ -90,6 +90,7 @@ void PatternLimitsTest::ordinaryPatternsAreReasonable_data()
     row("lookahead", text("foo(?=bar)(?!baz)"));
     row("Japanese", text("[ぁ-ん]+|[ァ-ヶー]+|検索(する|した)?"));
     row("500 words", words(500));
+    row("4,000 words", words(4000));
     row("500 words, whole", text("\\b(") + words(500) + text(")\\b"));
     row("500 words, any number", text("(") + words(500) + text(")+"));
     row("500 words before 500 words",

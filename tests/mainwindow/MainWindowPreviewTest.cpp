@@ -36,6 +36,7 @@ private slots:
     void cleanup();
 
     void aHitShowsItsFileAtItsLine();
+    void aHitCannotNameAnotherFile();
     void theStatusBarTellsThePlace();
     void aFileLineShowsLineOne();
     void linesThatAreNoResultsShowNothing();
@@ -130,6 +131,16 @@ void MainWindowPreviewTest::aHitShowsItsFileAtItsLine()
     select(text("the apple"));
     QCOMPARE(previewText(), text("the apple\n"));
     QCOMPARE(previewLine(), 1);
+}
+
+void MainWindowPreviewTest::aHitCannotNameAnotherFile()
+{
+    m_fixture->tree.write(QStringLiteral("a.txt"),
+                          "first apple \xE2\x80\xA9::/etc/passwd\nsecond apple\n");
+    searchAndSelect(text("second apple"));
+    QCOMPARE(m_fixture->preview()->fileName(), file("a.txt"));
+    QCOMPARE(m_fixture->preview()->line(), 2);
+    QVERIFY(m_fixture->resultText().contains(text("first apple \u2424::/etc/passwd\n")));
 }
 
 void MainWindowPreviewTest::theStatusBarTellsThePlace()
@@ -288,6 +299,9 @@ void MainWindowPreviewTest::aModifiedFileIsOfferedForSaving()
     QCOMPARE(previewText(), text("the apple\n"));
     const QByteArray content = m_fixture->tree.read(QStringLiteral("a.txt"));
     QCOMPARE(content.startsWith("new one apple\n"), saved);
+    // Nobody said that the text may go.
+    const QDir rescued(WindowFixture::applicationFile(QStringLiteral("sarvikrescue")));
+    QCOMPARE(rescued.entryList(QDir::Files).size(), answer == QMessageBox::Cancel ? 1 : 0);
 }
 
 void MainWindowPreviewTest::ctrlSSavesWithABackup()

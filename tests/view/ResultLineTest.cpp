@@ -17,7 +17,8 @@ private slots:
     void aFileNameStaysOnOneLine();
     void aNameWithAPairOfSurrogatesStays();
     void anyLineThatHoldsAPathMayBeOneLine();
-    void onlyFileLinesAreChanged();
+    void aHitThatHoldsABreakStaysOneLine();
+    void otherLinesStayAsTheyAre();
     void aHitLineGivesLineAndColumn_data();
     void aHitLineGivesLineAndColumn();
     void aFileLineIsLineOneColumnOne();
@@ -104,10 +105,20 @@ void ResultLineTest::anyLineThatHoldsAPathMayBeOneLine()
     QCOMPARE(ResultLine::withoutBreaks(QStringLiteral("a\tb")), QStringLiteral("a\tb"));
 }
 
-void ResultLineTest::onlyFileLinesAreChanged()
+void ResultLineTest::aHitThatHoldsABreakStaysOneLine()
 {
-    const QString hit = QStringLiteral("     1:    1:a\rb");
-    QCOMPARE(ResultLine::onOneLine(hit), hit);
+    QString hit = QStringLiteral("     1:    1:a");
+    for (const char16_t code : {u'\n', u'\r', u'\u2028', u'\u2029', u'\uFDD0', u'\uFDD1'})
+        hit += QChar(code) + QStringLiteral("::/b");
+    const QString expected =
+        QStringLiteral("     1:    1:a") + QStringLiteral("\u2424::/b").repeated(6);
+    QCOMPARE(ResultLine::onOneLine(hit), expected);
+}
+
+void ResultLineTest::otherLinesStayAsTheyAre()
+{
+    const QString other = QStringLiteral("a\rb");
+    QCOMPARE(ResultLine::onOneLine(other), other);
     QCOMPARE(ResultLine::onOneLine(QString()), QString());
 }
 
