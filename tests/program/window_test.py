@@ -89,7 +89,7 @@ class Program:
         self.screen.tool("windowactivate", "--sync", self.window)
 
     def find_window(self):
-        found = self.screen.tool("search", "--onlyvisible", "--pid", self.process.pid,
+        found = self.screen.tool("search", "--all", "--onlyvisible", "--pid", self.process.pid,
                                  "--name", "sarvik")
         return found.splitlines()[-1] if found else None
 
@@ -303,16 +303,22 @@ class WindowTest(unittest.TestCase):
         program = self.program
         program.hand_over(str(self.tree) + "/", "*.txt", "灯台")
         program.start()
+
+        def find_options():
+            return program.screen.tool("search", "--all", "--onlyvisible", "--pid",
+                                       program.process.pid, "--name", "^Option$")
+
         program.choose("alt+t", "l")
         wait_for("the line count", lambda: program.title() == "灯台 -- sarvik")
         time.sleep(1)
         program.choose("alt+t", "o")
-        options = wait_for("the options", lambda: program.screen.tool(
-            "search", "--onlyvisible", "--pid", program.process.pid, "--name", "^Option$"))
+        options = wait_for("the options", find_options)
         program.screen.tool("windowactivate", "--sync", options)
         program.keys("Escape")
+        wait_for("the options' end", lambda: not find_options())
         program.screen.tool("windowactivate", "--sync", program.window)
-        program.keys("ctrl+k")
+        # By the label's key, wherever the focus came back to.
+        program.keys("alt+k")
         self.assertIn("該当行数 4\n", program.search())
         self.assertEqual(program.quit(), 0)
         # What was there is there again; nothing of it was lost by a dialog.
