@@ -7,6 +7,7 @@
 #include "mainwindow/FormKeys.h"
 #include "mainwindow/HistoryControl.h"
 #include "mainwindow/KeywordControl.h"
+#include "mainwindow/KeywordMarks.h"
 #include "mainwindow/PreviewControl.h"
 #include "mainwindow/Questions.h"
 #include "mainwindow/RunControl.h"
@@ -441,12 +442,7 @@ void MainWindow::start(FormRequest::Mode mode, const FormState &form)
 /// What the result view marks: the keywords of the form that are in use.
 void MainWindow::showHighlightWords()
 {
-    const FormState form = m_ui->searchForm->state();
-    const QRegExp pattern1 = m_resultView->findPattern(form.keyword1);
-    if (form.usesKeyword2() && !form.keyword2.isEmpty())
-        m_resultView->highlighter().setFind(pattern1, m_resultView->findPattern(form.keyword2));
-    else
-        m_resultView->highlighter().setFind(pattern1);
+    KeywordMarks::show(*m_resultView, m_ui->searchForm->state());
 }
 
 void MainWindow::setRunning(bool running)

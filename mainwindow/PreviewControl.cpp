@@ -1,6 +1,7 @@
 #include "mainwindow/PreviewControl.h"
 
 #include "engine/CodeSet.h"
+#include "mainwindow/KeywordMarks.h"
 #include "mainwindow/Questions.h"
 #include "mainwindow/SearchForm.h"
 #include "mainwindow/preview/PreviewSaver.h"
@@ -260,13 +261,7 @@ void PreviewControl::moveCursorToLine(int line)
 
 void PreviewControl::markKeywords()
 {
-    const FormState form = m_views.form->state();
-    const GrepEditor &preview = *m_views.preview;
-    const QRegExp pattern1 = preview.findPattern(form.keyword1);
-    if (form.usesKeyword2() && !form.keyword2.isEmpty())
-        preview.highlighter().setFind(pattern1, preview.findPattern(form.keyword2));
-    else
-        preview.highlighter().setFind(pattern1);
+    KeywordMarks::show(*m_views.preview, m_views.form->state());
 }
 
 void PreviewControl::showLabels()
