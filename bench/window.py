@@ -65,8 +65,11 @@ def start_once(folder):
     """Seconds from the start of the process to the window on the screen."""
     begin = time.perf_counter()
     process = subprocess.Popen([folder / "sarvik"], stderr=subprocess.DEVNULL)
-    subprocess.run(["xdotool", "search", "--all", "--sync", "--onlyvisible", "--pid", str(process.pid),
-                    "--name", "sarvik"], check=True, capture_output=True)
+    # Asked again and again: with --sync xdotool itself sleeps half a second between two looks.
+    search = ["xdotool", "search", "--all", "--onlyvisible", "--pid", str(process.pid),
+              "--name", "sarvik"]
+    while subprocess.run(search, capture_output=True, check=False).returncode:
+        pass
     seconds = time.perf_counter() - begin
     process.terminate()
     process.wait()
