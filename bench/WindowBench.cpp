@@ -4,13 +4,16 @@
 #include "settings/ApplicationDirectory.h"
 #include "settings/LocaleSetup.h"
 #include "view/GrepEditor.h"
+#include "view/ResultLine.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
 #include <QElapsedTimer>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QPlainTextEdit>
+#include <QTextBlock>
 #include <QTextStream>
 #include <QTimer>
 #include <QToolButton>
@@ -95,7 +98,60 @@ public:
                             << '\n';
     }
 
+    /// To be called after a search: the first hit of each file, and then the next
+    /// line of the same file.
+    void previewEachFile()
+    {
+        m_window.activateWindow();
+        view()->setFocus();
+        for (int line = 0; line + 2 < view()->blockCount(); ++line) {
+            const QTextBlock block = view()->document()->findBlockByNumber(line);
+            if (!block.text().startsWith(QLatin1String("::")) || !block.next().isValid())
+                continue;
+            const QString name = block.text().section(QLatin1Char('/'), -1);
+            m_heartbeat.takeLongest();
+            QTextStream(stdout) << "preview_ms:" << name << ' ' << timeToPreview(block.next())
+                                << "\npreview_block_ms:" << name << ' ' << m_heartbeat.takeLongest()
+                                << "\nsame_file_ms:" << name << ' '
+                                << timeToPreview(block.next().next()) << '\n';
+        }
+    }
+
+    /// To be called after a search: the Down key from the first line to the last.
+    void holdDown()
+    {
+        m_window.activateWindow();
+        view()->setFocus();
+        view()->moveCursor(QTextCursor::Start);
+        QElapsedTimer all;
+        all.start();
+        qint64 longest = 0;
+        const int presses = view()->blockCount() - 1;
+        for (int press = 0; press < presses; ++press) {
+            m_clock.start();
+            QKeyEvent down(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
+            QCoreApplication::sendEvent(view(), &down);
+            QCoreApplication::processEvents();
+            longest = std::max(longest, m_clock.elapsed());
+        }
+        QTextStream(stdout) << "down_presses " << presses << "\ndown_all_ms " << all.elapsed()
+                            << "\ndown_longest_ms " << longest << '\n';
+    }
+
 private:
+    /// Milliseconds until the hit's line is the preview's current one, drawn.
+    qint64 timeToPreview(const QTextBlock &hit)
+    {
+        auto *preview = m_window.findChild<GrepEditor *>(QStringLiteral("preview"));
+        const int line = ResultLine::placeOf(hit.text()).line;
+        m_clock.start();
+        view()->setTextCursor(QTextCursor(hit));
+        while (preview->textCursor().blockNumber() + 1 != line && m_clock.elapsed() < 30000)
+            QCoreApplication::processEvents();
+        preview->viewport()->repaint();
+        return m_clock.elapsed();
+    }
+
     QAbstractButton *button() const
     {
         return m_window.findChild<QAbstractButton *>(QStringLiteral("pushButton"));
@@ -120,8 +176,8 @@ private:
 
 } // namespace
 
-/// Arguments: PATH MASK KEYWORD [ABORT_AFTER_MS]. Prints a name and a figure on
-/// each line.
+/// Arguments: PATH MASK KEYWORD [ABORT_AFTER_MS | preview | down], or --load.
+/// Prints a name and a figure on each line.
 int main(int argc, char *argv[])
 {
     LocaleSetup::useUtf8InPlainLocale();
@@ -136,5 +192,9 @@ int main(int argc, char *argv[])
     else
         bench.search(arguments.value(1), arguments.value(2), arguments.value(3),
                      arguments.value(4).toInt());
+    if (arguments.value(4) == QLatin1String("preview"))
+        bench.previewEachFile();
+    if (arguments.value(4) == QLatin1String("down"))
+        bench.holdDown();
     return 0;
 }

@@ -25,6 +25,34 @@ def make_hits(folder, files):
     return folder
 
 
+C_LINES = """\
+/* {0}: 図書館 */ static int needle_{0}(struct context *context)
+{{
+    const char *name = "file {0}"; // a remark
+    if (context == NULL || strcmp(context->name, name) != 0)
+        return -{0};
+    return context->value + {0};
+}}
+"""
+
+
+def make_preview_files(folder):
+    """Files of known sizes with hits, and 200 files of five hits each."""
+    if folder.is_dir():
+        return folder
+    (folder / "sizes").mkdir(parents=True)
+    for name, size in (("100KB.c", 100_000), ("1MiB.c", 1 << 20), ("20MiB.c", 20 << 20)):
+        lines = "".join(C_LINES.format(number) for number in range(size // 100))
+        (folder / "sizes" / name).write_bytes(lines.encode()[:size])
+    line = "needle 図書館 value = context->value; " * 30000
+    (folder / "sizes" / "1line.c").write_text("needle\n" + line[:1 << 20] + "\nneedle\n")
+    (folder / "many").mkdir()
+    for number in range(200):
+        lines = "".join(C_LINES.format(line) for line in range(5)) + "int value;\n" * 1000
+        (folder / "many" / f"f{number:03}.c").write_text(lines)
+    return folder
+
+
 def start_screen():
     read_end, write_end = os.pipe()
     server = subprocess.Popen(
@@ -100,6 +128,21 @@ def measure_hits(folder, trees, rounds):
               f"{loaded['load_longest_block_ms']:.0f} ms")
 
 
+def measure_preview(folder, trees, rounds):
+    files = make_preview_files(trees / "preview")
+    runs = medians([figures(folder, f"{files}/sizes/", "*.c", "needle", "preview")
+                    for _ in range(rounds)])
+    for name in sorted(name[11:] for name in runs if name.startswith("preview_ms:")):
+        print(f"preview of {name}: {runs['preview_ms:' + name]:.0f} ms, longest block "
+              f"{runs['preview_block_ms:' + name]:.0f} ms, next hit in it "
+              f"{runs['same_file_ms:' + name]:.0f} ms")
+    down = medians([figures(folder, f"{files}/many/", "*.c", "needle", "down")
+                    for _ in range(rounds)])
+    print(f"Down held: {down['down_presses']:.0f} presses over 200 files in "
+          f"{down['down_all_ms']:.0f} ms, longest {down['down_longest_ms']:.0f} ms "
+          "(goal 33 ms a press)")
+
+
 def measure_abort(folder, linux, rounds):
     if not linux.is_dir():
         print("abort: not measured, the Linux sources are not there (scripts/bench)")
@@ -123,6 +166,7 @@ def main():
             folder = portable_copy(options.build, scratch)
             measure_start(folder, options.rounds)
             measure_hits(folder, options.folder, options.rounds)
+            measure_preview(folder, options.folder, options.rounds)
             measure_abort(folder, options.folder / "linux-source-6.1", options.rounds)
     finally:
         screen.terminate()

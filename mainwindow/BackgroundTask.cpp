@@ -1,11 +1,10 @@
 #include "mainwindow/BackgroundTask.h"
 
-#include <QEventLoop>
 #include <QThread>
 
 #include <memory>
 
-void BackgroundTask::run(const std::function<void()> &work)
+void BackgroundTask::run(const std::function<void()> &work, QEventLoop::ProcessEventsFlags events)
 {
     const std::unique_ptr<QThread> thread(QThread::create(work));
     QEventLoop loop;
@@ -13,6 +12,6 @@ void BackgroundTask::run(const std::function<void()> &work)
     QObject::connect(thread.get(), &QThread::finished, &loop, &QEventLoop::quit,
                      Qt::QueuedConnection);
     thread->start();
-    loop.exec();
+    loop.exec(events);
     thread->wait();
 }

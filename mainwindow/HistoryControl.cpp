@@ -1,6 +1,7 @@
 #include "mainwindow/HistoryControl.h"
 
 #include "mainwindow/BackgroundTask.h"
+#include "mainwindow/DocumentText.h"
 #include "mainwindow/SearchForm.h"
 #include "mainwindow/history/ResultLogFile.h"
 #include "settings/AppSettings.h"
@@ -61,13 +62,11 @@ bool HistoryControl::save(const FormState &request, const QStringList &paths, co
     log.mask = request.mask;
     log.keyword3Group = request.keyword3Group;
     log.keyword3 = request.keyword3Group ? request.keyword3 : QString();
-    // Not the plain text, which has blanks for no-break spaces.
-    log.text = m_views.resultView->document()->toRawText();
+    log.text = DocumentText::take(*m_views.resultView->document());
     bool lastSearch = false;
     bool history = false;
     // A million lines take a second to write.
     BackgroundTask::run([&] {
-        log.text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
         lastSearch = ResultLogFile::write(m_appDir + QStringLiteral("sarvik.log"), log);
         history = !m_history.save(time, log).isEmpty();
     });
@@ -88,10 +87,19 @@ bool HistoryControl::loadLastSearch()
 
 bool HistoryControl::load(const QString &path)
 {
-    std::optional<QString> content = ResultLogFile::read(path);
-    if (!content)
+    std::optional<LogRestore> log;
+    // Reading a million lines takes a while. What is typed or clicked waits for the
+    // form that the log brings.
+    BackgroundTask::run(
+        [&] {
+            if (std::optional<QString> content = ResultLogFile::read(path))
+                log = LogRestore::fromContent(std::move(*content), path,
+                                              LogRestore::Extent::Everything);
+        },
+        QEventLoop::ExcludeUserInputEvents);
+    if (!log)
         return false;
-    apply(LogRestore::fromContent(std::move(*content), path, LogRestore::Extent::Everything));
+    apply(*log);
     emit loaded();
     return true;
 }
