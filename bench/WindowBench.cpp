@@ -149,7 +149,9 @@ private:
         while (preview->textCursor().blockNumber() + 1 != line && m_clock.elapsed() < 30000)
             QCoreApplication::processEvents();
         preview->viewport()->repaint();
-        return m_clock.elapsed();
+        const qint64 shown = m_clock.elapsed();
+        QCoreApplication::processEvents();
+        return shown;
     }
 
     QAbstractButton *button() const

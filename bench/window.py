@@ -130,6 +130,7 @@ def measure_hits(folder, trees, rounds):
 
 def measure_preview(folder, trees, rounds):
     files = make_preview_files(trees / "preview")
+    (folder / "sarvik.ini").write_text("[General]\nbigsize=64\n")
     runs = medians([figures(folder, f"{files}/sizes/", "*.c", "needle", "preview")
                     for _ in range(rounds)])
     for name in sorted(name[11:] for name in runs if name.startswith("preview_ms:")):
