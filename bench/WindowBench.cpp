@@ -83,6 +83,16 @@ public:
                             << view()->blockCount() << '\n';
     }
 
+    /// To be called after a search.
+    void resizeWindow()
+    {
+        m_heartbeat.takeLongest();
+        m_clock.start();
+        m_window.resize(m_window.width() + 100, m_window.height() + 20);
+        waitUntil([this] { return m_clock.elapsed() > 1000; });
+        QTextStream(stdout) << "resize_longest_block_ms " << m_heartbeat.takeLongest() << '\n';
+    }
+
     void loadLog()
     {
         m_heartbeat.takeLongest();
@@ -178,7 +188,7 @@ private:
 
 } // namespace
 
-/// Arguments: PATH MASK KEYWORD [ABORT_AFTER_MS | preview | down], or --load.
+/// Arguments: PATH MASK KEYWORD [ABORT_AFTER_MS | preview | down | resize], or --load.
 /// Prints a name and a figure on each line.
 int main(int argc, char *argv[])
 {
@@ -194,6 +204,8 @@ int main(int argc, char *argv[])
     else
         bench.search(arguments.value(1), arguments.value(2), arguments.value(3),
                      arguments.value(4).toInt());
+    if (arguments.value(4) == QLatin1String("resize"))
+        bench.resizeWindow();
     if (arguments.value(4) == QLatin1String("preview"))
         bench.previewEachFile();
     if (arguments.value(4) == QLatin1String("down"))

@@ -29,6 +29,8 @@ namespace {
 
 /// One notch of a mouse wheel, in eighths of a degree.
 constexpr int kNotch = 120;
+/// UTF-16 code units of a text that is laid out anew in no time.
+constexpr int kLongestLaidOutAnew = 64 * 1024;
 /// A wheel event that moves further than this is a device gone wild.
 constexpr int kMostWheelDelta = 240;
 
@@ -277,6 +279,18 @@ void GrepEditor::mouseReleaseEvent(QMouseEvent *event)
         emit BackButton();
     else if (event->button() == Qt::ForwardButton)
         emit ForwardButton();
+}
+
+/// At every step of a drag the base class forgets how each line is laid out, a
+/// million times. As lines are not wrapped, the width matters only to those that
+/// are written from right to left; in a long text they keep the edge they have.
+void GrepEditor::resizeEvent(QResizeEvent *event)
+{
+    const bool layOutAnew = !m_isLaidOut || document()->characterCount() < kLongestLaidOutAnew;
+    m_isLaidOut = m_isLaidOut || viewport()->width() > 0;
+    const QSize unchangedWidth(event->size().width(), event->oldSize().height());
+    QResizeEvent withoutLayout(event->size(), unchangedWidth);
+    QPlainTextEdit::resizeEvent(layOutAnew ? event : &withoutLayout);
 }
 
 void GrepEditor::wheelEvent(QWheelEvent *event)

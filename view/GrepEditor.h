@@ -113,6 +113,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
 
 private:
@@ -138,6 +139,7 @@ private:
     int m_column = 0;
     const bool m_isResultView;
     bool m_escapePressed = false;
+    bool m_isLaidOut = false; // for the width of a view that was once shown
     WordPicker m_picker;
     GrepEditorHost *m_host = nullptr;
     ProgramLauncher *m_launcher = nullptr;

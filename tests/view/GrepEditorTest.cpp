@@ -4,8 +4,10 @@
 #include "tests/support/RecordingHost.h"
 #include "tests/support/RecordingLauncher.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QClipboard>
 #include <QMenu>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTextBlock>
 #include <QtTest>
@@ -20,6 +22,7 @@ private slots:
     void theInterfaceHasItsNames();
     void theMouseCursorIsTheArrow();
     void linesAreNotWrapped();
+    void aLongTextIsNotLaidOutAnewForAnotherWidth();
     void eachViewTakesItsOwnFont();
     void theFontIsWrittenBackAndGoesEverywhere();
     void theTabStopIsSoManyBlanksWide();
@@ -99,6 +102,23 @@ void GrepEditorTest::linesAreNotWrapped()
 {
     GrepEditor view(false);
     QCOMPARE(view.lineWrapMode(), QPlainTextEdit::NoWrap);
+}
+
+void GrepEditorTest::aLongTextIsNotLaidOutAnewForAnotherWidth()
+{
+    GrepEditor view(true);
+    view.resize(400, 200);
+    view.show();
+    view.setPlainText(text("needle\n").repeated(100000));
+    const QTextBlock farAway = view.document()->findBlockByNumber(50000);
+    view.document()->documentLayout()->blockBoundingRect(farAway);
+    QCOMPARE(farAway.layout()->lineCount(), 1);
+
+    view.resize(600, 300);
+    QCoreApplication::processEvents();
+    QCOMPARE(farAway.layout()->lineCount(), 1);
+    QCOMPARE(view.verticalScrollBar()->maximum() + view.verticalScrollBar()->pageStep(),
+             view.blockCount());
 }
 
 void GrepEditorTest::eachViewTakesItsOwnFont()
