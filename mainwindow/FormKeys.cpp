@@ -18,6 +18,10 @@ FormKeys::FormKeys(const Widgets &widgets, QObject *parent)
     m_widgets.resultView->installEventFilter(this);
     if (m_widgets.preview)
         m_widgets.preview->installEventFilter(this);
+    // Check boxes, buttons and spin boxes do not take Escape, nor does a window
+    // whose focus went with a widget that was disabled.
+    if (m_widgets.window)
+        m_widgets.window->installEventFilter(this);
 }
 
 QWidget *FormKeys::fieldOf(QWidget *widget) const
@@ -65,12 +69,14 @@ bool FormKeys::eventFilter(QObject *watched, QEvent *event)
 
 bool FormKeys::handleKey(QWidget *widget, const QKeyEvent &event)
 {
+    if (widget == m_widgets.window)
+        return event.key() == Qt::Key_Escape && !m_composing && handleEscape(widget, event);
     switch (event.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
         return isInputField(widget) && handleReturn(widget, event);
     case Qt::Key_Escape:
-        return handleEscape(widget);
+        return handleEscape(widget, event);
     case Qt::Key_K:
         if (event.modifiers() != Qt::ControlModifier)
             return false;
@@ -88,11 +94,12 @@ bool FormKeys::handleReturn(QWidget *field, const QKeyEvent &event)
     const bool newLine = (event.modifiers() & (Qt::ShiftModifier | Qt::ControlModifier)) != 0;
     if (field == m_widgets.pathEdit && newLine)
         return false;
-    emit searchRequested();
+    if (!event.isAutoRepeat())
+        emit searchRequested();
     return true;
 }
 
-bool FormKeys::handleEscape(const QWidget *widget)
+bool FormKeys::handleEscape(const QWidget *widget, const QKeyEvent &event)
 {
     if (m_composing == widget)
         return false;
@@ -102,7 +109,8 @@ bool FormKeys::handleEscape(const QWidget *widget)
     }
     if (widget != m_widgets.keyword1)
         return false;
-    emit quitRequested();
+    if (!event.isAutoRepeat())
+        emit quitRequested();
     return true;
 }
 

@@ -15,14 +15,15 @@ QT_END_NAMESPACE
 /// |---|---|---|
 /// | Return, Enter | input field | searchRequested() |
 /// | Shift or Ctrl and Return | path editor | a new line |
-/// | Escape | anywhere here, while busy | abortRequested() |
+/// | Escape | anywhere in the window, while busy | abortRequested() |
 /// | Escape | keyword 1, idle | quitRequested() |
 /// | Ctrl+K | input field | focus to the result view |
 /// | Ctrl+K | result view, preview | focus to the input field that had it last |
 ///
 /// Where the last input field is hidden or disabled, or none had the focus yet,
 /// keyword 1 gets it. Every other key goes on to its widget. While an input
-/// method converts a text, Return and Escape are the input method's.
+/// method converts a text, Return and Escape are the input method's. A key that
+/// is held down searches and quits once; what it repeats is taken and dropped.
 class FormKeys : public QObject {
     Q_OBJECT
 
@@ -38,6 +39,8 @@ public:
         QWidget *keyword1 = nullptr; ///< another
         QWidget *resultView = nullptr;
         QWidget *preview = nullptr; ///< may be missing
+        /// What the others stand in: the keys that nothing else in it wants.
+        QWidget *window = nullptr;
     };
 
     FormKeys(const Widgets &widgets, QObject *parent);
@@ -50,7 +53,7 @@ public:
 private:
     bool handleKey(QWidget *widget, const QKeyEvent &event);
     bool handleReturn(QWidget *field, const QKeyEvent &event);
-    bool handleEscape(const QWidget *widget);
+    bool handleEscape(const QWidget *widget, const QKeyEvent &event);
     void moveFocus(QWidget *from);
     QWidget *fieldOf(QWidget *widget) const;
     bool isInputField(QWidget *widget) const;

@@ -205,6 +205,7 @@ void MainWindow::connectKeys()
     widgets.keyword1 = form->keyword1Combo();
     widgets.resultView = m_resultView;
     widgets.preview = m_preview;
+    widgets.window = this;
     m_formKeys = new FormKeys(widgets, this);
     connect(m_formKeys, &FormKeys::searchRequested, this, &MainWindow::GrepDummy);
     connect(m_formKeys, &FormKeys::abortRequested, this, &MainWindow::abortRun);

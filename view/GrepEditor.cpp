@@ -249,7 +249,9 @@ void GrepEditor::keyPressEvent(QKeyEvent *event)
     if (key == Qt::Key_Escape) {
         m_escapePressed = true;
     } else if ((key == Qt::Key_Return || key == Qt::Key_Enter) && (m_isResultView || shift)) {
-        openInEditor();
+        // Held down, as since the search began, it would start an editor for each repeat.
+        if (!event->isAutoRepeat())
+            openInEditor();
         return;
     } else if (key == Qt::Key_F5) {
         pickKeyword1();

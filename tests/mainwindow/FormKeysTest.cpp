@@ -3,11 +3,16 @@
 #include "mainwindow/PathEdit.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
+#include <QGroupBox>
 #include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QSignalSpy>
+#include <QSpinBox>
+#include <QToolButton>
 #include <QVBoxLayout>
 #include <QtTest>
 
@@ -47,6 +52,11 @@ private slots:
     void escapeWhenIdleQuitsFromKeyword1Only();
     void escapeWhenIdleReachesTheResultView();
     void afterARunEscapeQuitsAgain();
+    void escapeWhileBusyAbortsFromWidgetsThatDoNotTakeIt_data();
+    void escapeWhileBusyAbortsFromWidgetsThatDoNotTakeIt();
+    void onlyEscapeIsTakenFromTheRestOfTheWindow();
+    void aKeyHeldDownIsTakenButDoesNothing_data();
+    void aKeyHeldDownIsTakenButDoesNothing();
 
     void ctrlKGoesFromAFieldToTheResultViewAndBack_data();
     void ctrlKGoesFromAFieldToTheResultViewAndBack();
@@ -121,6 +131,7 @@ void FormKeysTest::init()
     widgets.pathEdit = m_path;
     widgets.keyword1 = m_keyword1;
     widgets.resultView = m_resultView;
+    widgets.window = m_window.get();
     m_keys = new FormKeys(widgets, m_window.get());
     m_searches = std::make_unique<QSignalSpy>(m_keys, &FormKeys::searchRequested);
     m_aborts = std::make_unique<QSignalSpy>(m_keys, &FormKeys::abortRequested);
@@ -156,6 +167,20 @@ void FormKeysTest::addFields()
     m_resultView = new QPlainTextEdit(m_window.get());
     m_resultView->setObjectName(QStringLiteral("result view"));
     layout->addWidget(m_resultView);
+    const auto add = [layout](QWidget *widget, const char *name) {
+        widget->setObjectName(QLatin1String(name));
+        widget->setFocusPolicy(Qt::StrongFocus);
+        layout->addWidget(widget);
+    };
+    add(new QCheckBox(m_window.get()), "check box");
+    auto *toggle = new QPushButton(m_window.get());
+    toggle->setCheckable(true);
+    add(toggle, "toggle");
+    add(new QToolButton(m_window.get()), "tool button");
+    add(new QSpinBox(m_window.get()), "spin box");
+    auto *group = new QGroupBox(m_window.get());
+    group->setCheckable(true);
+    add(group, "group box");
 }
 
 void FormKeysTest::focus(QWidget *field)
@@ -411,6 +436,64 @@ void FormKeysTest::afterARunEscapeQuitsAgain()
     press(Qt::Key_Escape);
     QCOMPARE(m_aborts->count(), 0);
     QCOMPARE(m_quits->count(), 1);
+}
+
+void FormKeysTest::escapeWhileBusyAbortsFromWidgetsThatDoNotTakeIt_data()
+{
+    addTargetRows({"check box", "toggle", "tool button", "spin box", "group box"});
+}
+
+void FormKeysTest::escapeWhileBusyAbortsFromWidgetsThatDoNotTakeIt()
+{
+    QFETCH(QString, name);
+    auto *widget = m_window->findChild<QWidget *>(name);
+    focus(widget);
+    press(Qt::Key_Escape);
+    QCOMPARE(m_aborts->count(), 0);
+    m_keys->setBusy(true);
+    press(Qt::Key_Escape);
+    QCOMPARE(m_aborts->count(), 1);
+    // Nor when the focus is gone, as from a button that was disabled.
+    widget->setEnabled(false);
+    widget->clearFocus();
+    QTest::keyClick(m_window.get(), Qt::Key_Escape);
+    QCOMPARE(m_aborts->count(), 2);
+    QCOMPARE(m_quits->count(), 0);
+}
+
+void FormKeysTest::onlyEscapeIsTakenFromTheRestOfTheWindow()
+{
+    m_keys->setBusy(true);
+    auto *box = m_window->findChild<QCheckBox *>();
+    focus(box);
+    press(Qt::Key_Return);
+    press(Qt::Key_K, Qt::ControlModifier);
+    searchesAre(0);
+    QCOMPARE(QApplication::focusWidget(), box);
+    press(Qt::Key_Space);
+    QVERIFY(box->isChecked());
+}
+
+void FormKeysTest::aKeyHeldDownIsTakenButDoesNothing_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<Qt::Key>("key");
+    QTest::newRow("Return, keyword 1") << QStringLiteral("keyword1") << Qt::Key_Return;
+    QTest::newRow("Enter, mask") << QStringLiteral("mask") << Qt::Key_Enter;
+    QTest::newRow("Return, paths") << QStringLiteral("path") << Qt::Key_Return;
+    QTest::newRow("Escape, keyword 1") << QStringLiteral("keyword1") << Qt::Key_Escape;
+}
+
+void FormKeysTest::aKeyHeldDownIsTakenButDoesNothing()
+{
+    QFETCH(QString, name);
+    QFETCH(Qt::Key, key);
+    auto *field = m_window->findChild<QWidget *>(name);
+    focus(field);
+    QKeyEvent repeat(QEvent::KeyPress, key, Qt::NoModifier, QString(), true);
+    QApplication::sendEvent(field, &repeat);
+    searchesAre(0);
+    QCOMPARE(m_path->toPlainText(), QString());
 }
 
 // Ctrl+K

@@ -21,6 +21,7 @@ private slots:
     void everyKeyAndClickThatOpensDoes_data();
     void everyKeyAndClickThatOpensDoes();
     void returnInTheResultViewGoesNoFurther();
+    void returnHeldDownStartsNoEditor();
     void returnInThePreviewIsTyped();
     void theFileLineOpensAtLineOneColumnOne();
     void anotherLineOpensNothing_data();
@@ -169,6 +170,21 @@ void GrepEditorLaunchTest::returnInTheResultViewGoesNoFurther()
     QTest::keyClick(&preview, Qt::Key_Return, Qt::ShiftModifier);
     QCOMPARE(preview.toPlainText(), QString());
     QVERIFY(!parent.keys.contains(Qt::Key_Return));
+}
+
+void GrepEditorLaunchTest::returnHeldDownStartsNoEditor()
+{
+    RecordingLauncher launcher;
+    GrepEditor view(true);
+    view.setLauncher(&launcher);
+    view.appendLines(result());
+    place(view, 1, 0);
+    QKeyEvent repeat(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QString(), true);
+    QApplication::sendEvent(&view, &repeat);
+    QVERIFY(launcher.started.isEmpty());
+    QVERIFY(repeat.isAccepted());
+    QTest::keyClick(&view, Qt::Key_Return);
+    QCOMPARE(launcher.started.size(), 1);
 }
 
 void GrepEditorLaunchTest::returnInThePreviewIsTyped()
