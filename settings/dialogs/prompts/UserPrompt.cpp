@@ -1,7 +1,9 @@
 #include "settings/dialogs/prompts/UserPrompt.h"
 
+#include <QAbstractButton>
 #include <QColorDialog>
 #include <QFileDialog>
+#include <QKeyEvent>
 
 namespace {
 
@@ -10,6 +12,17 @@ UserPrompt *&replacement()
     static UserPrompt *prompt = nullptr;
     return prompt;
 }
+
+/// Drops what a key that is held down repeats.
+class NoRepeats : public QObject {
+public:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent *>(event)->isAutoRepeat())
+            return true;
+        return QObject::eventFilter(watched, event);
+    }
+};
 
 } // namespace
 
@@ -32,6 +45,11 @@ QMessageBox::StandardButton UserPrompt::message(QWidget *parent, const Message &
 {
     QMessageBox box(message.icon, message.title, message.text, message.buttons, parent);
     box.setDefaultButton(message.defaultButton);
+    NoRepeats noRepeats;
+    box.installEventFilter(&noRepeats);
+    const QList<QAbstractButton *> buttons = box.buttons();
+    for (QAbstractButton *button : buttons)
+        button->installEventFilter(&noRepeats);
     return static_cast<QMessageBox::StandardButton>(box.exec());
 }
 

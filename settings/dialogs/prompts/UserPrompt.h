@@ -30,7 +30,8 @@ public:
     /// null. It belongs to the caller. Returns the one that answered before.
     static UserPrompt *replace(UserPrompt *prompt);
 
-    /// The button that was pressed, or the one that Escape stands for.
+    /// The button that was pressed, or the one that Escape stands for. A key that
+    /// was held down before, as the Return that led to the question, answers nothing.
     virtual QMessageBox::StandardButton message(QWidget *parent, const Message &message);
 
     /// An existing file, or an empty text when nothing was chosen. The filter has

@@ -48,6 +48,8 @@ private slots:
     void aMessageShowsWhatItIsGiven();
     void theDefaultButtonAnswersReturn();
     void escapeAnswersNoToAQuestion();
+    void aKeyThatIsHeldDownAnswersNothing_data();
+    void aKeyThatIsHeldDownAnswersNothing();
     void aChosenFileIsReturned();
     void aCancelledFileIsEmpty();
     void aFolderIsChosenAmongFoldersOnly();
@@ -112,6 +114,39 @@ void UserPromptTest::escapeAnswersNoToAQuestion()
         {QMessageBox::Question, QStringLiteral("sarvik"), QStringLiteral("?"),
          QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes});
     QCOMPARE(answer, QMessageBox::No);
+}
+
+void UserPromptTest::aKeyThatIsHeldDownAnswersNothing_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::newRow("Return") << Qt::Key_Return;
+    QTest::newRow("Enter") << Qt::Key_Enter;
+    QTest::newRow("Escape") << Qt::Key_Escape;
+}
+
+void UserPromptTest::aKeyThatIsHeldDownAnswersNothing()
+{
+    QFETCH(Qt::Key, key);
+    bool answered = true;
+    whenShown<QMessageBox>([key, &answered](QMessageBox *box) {
+        const QPointer<QMessageBox> guard(box);
+        for (QWidget *target :
+             {static_cast<QWidget *>(box), static_cast<QWidget *>(box->button(QMessageBox::Yes))}) {
+            for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+                QKeyEvent repeat(type, key, Qt::NoModifier, QString(), true);
+                if (guard)
+                    QApplication::sendEvent(target, &repeat);
+            }
+        }
+        answered = !guard || !box->isVisible();
+        if (!answered)
+            QTest::mouseClick(box->button(QMessageBox::No), Qt::LeftButton);
+    });
+    UserPrompt::current().message(nullptr,
+                                  {QMessageBox::Question, QStringLiteral("sarvik"),
+                                   QStringLiteral("?"), QMessageBox::Yes | QMessageBox::No,
+                                   QMessageBox::Yes});
+    QVERIFY(!answered);
 }
 
 void UserPromptTest::aChosenFileIsReturned()
