@@ -104,7 +104,7 @@ bool PreviewControl::showFile(const QString &path)
     m_file = PreviewFile::load(path, detectionSettings(), tell);
     m_views.preview->setReadOnly(true);
     m_views.preview->highlighter().setLanguage(QFileInfo(path).suffix());
-    m_text.show(PreviewText::asEdited(m_file.text));
+    m_text.show(PreviewText::forDocument(m_file.text, m_file.form));
     // The view holds the text now.
     m_file.text.clear();
     showLabels();
@@ -116,7 +116,7 @@ void PreviewControl::onTextShown()
     // Not before: what is not there yet would be missing from a saved file.
     m_views.preview->setReadOnly(!m_file.readable);
     if (m_place.path == m_file.path)
-        moveCursorToLine(m_place.line);
+        moveCursorToPlace();
 }
 
 /// A line that is not there yet is gone to when it is.
@@ -124,7 +124,7 @@ void PreviewControl::showPlace()
 {
     m_views.resultView->setLocation(m_place.path, m_place.line, m_place.column);
     m_views.preview->setLocation(m_place.path, m_place.line, m_place.column);
-    moveCursorToLine(m_place.line);
+    moveCursorToPlace();
     markKeywords();
 }
 
@@ -168,7 +168,7 @@ bool PreviewControl::saveIfModified()
 
 QString PreviewControl::text() const
 {
-    return PreviewText::asEdited(m_views.preview->document()->toRawText());
+    return PreviewText::fromDocument(m_views.preview->document()->toRawText(), m_file.form);
 }
 
 bool PreviewControl::mayBeSaved(const QString &text)
@@ -249,14 +249,27 @@ bool PreviewControl::rescueAndTell()
     return !path.isEmpty();
 }
 
-void PreviewControl::moveCursorToLine(int line)
+void PreviewControl::moveCursorToPlace()
 {
     GrepEditor &preview = *m_views.preview;
-    const QTextBlock block = preview.document()->findBlockByNumber(line - 1);
+    const QTextBlock block = preview.document()->findBlockByNumber(m_place.line - 1);
     QTextCursor cursor(preview.document());
-    cursor.setPosition(line > 0 && block.isValid() ? block.position() : 0);
+    if (m_place.line > 0 && block.isValid())
+        cursor.setPosition(block.position() + rowInLine(block));
     preview.setTextCursor(cursor);
     preview.ensureCursorVisible();
+}
+
+/// Where the hit's row begins in its line, which has several when there are
+/// carriage returns in it.
+int PreviewControl::rowInLine(const QTextBlock &block) const
+{
+    const int tabWidth = AppSettings::instance().tabcolm;
+    if (m_file.form.loneReturns)
+        return PreviewText::rowOf(block.text(), m_place.column, tabWidth);
+    if (m_file.readable && m_file.form.lineEnd == CodeSet::Cr && m_place.line == 1)
+        return PreviewText::rowOf(block.document()->toRawText(), m_place.column, tabWidth);
+    return 0;
 }
 
 void PreviewControl::markKeywords()

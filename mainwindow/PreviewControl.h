@@ -11,6 +11,7 @@ class SearchForm;
 QT_BEGIN_NAMESPACE
 class QLabel;
 class QStatusBar;
+class QTextBlock;
 QT_END_NAMESPACE
 
 /// Shows in the preview the file of the hit that the result view's cursor is on,
@@ -70,7 +71,8 @@ private:
     QString rescue();
     bool rescueAndTell();
     bool mayBeSaved(const QString &text);
-    void moveCursorToLine(int line);
+    void moveCursorToPlace();
+    int rowInLine(const QTextBlock &block) const;
     void markKeywords();
     void showLabels();
     QString text() const;

@@ -16,7 +16,9 @@ bool readText(PreviewFile *file, qint64 largest)
         return false;
     const QByteArray bytes = QByteArray::fromRawData(reader.content(), int(reader.size()));
     QString text = PreviewText::decode(bytes, file->codeSet);
-    file->survives = PreviewText::encode(PreviewText::asEdited(text), file->form) == bytes;
+    PreviewText::takeReturns(text, &file->form);
+    const QString unedited = PreviewText::asEdited(text, file->form);
+    file->survives = PreviewText::encode(unedited, file->form) == bytes;
     file->text = std::move(text);
     return true;
 }

@@ -22,13 +22,15 @@ struct PreviewFile {
     /// Index into the list of code sets as detection returned it; negative when
     /// it refused the file.
     int codeSet = 0;
-    PreviewText::Form form; ///< of a readable file
+    /// Of a readable file: as detected, but with the line ends that it has.
+    PreviewText::Form form;
     quint32 attributes = NativeFile::kNoAttributes; ///< of a readable file
     /// Of the file before it was read, so that a change while it was read
     /// counts as one made after that.
     NativeFile::Stamp stamp;
     /// Saving the text unedited gives the same bytes. If not (another code set
-    /// than was detected, broken characters, mixed line ends), a save changes
+    /// than was detected, broken characters, line feeds with and without a carriage
+    /// return), a save changes
     /// what nobody touched, and the user is to be asked.
     bool survives = false;
 

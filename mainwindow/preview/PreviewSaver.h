@@ -36,7 +36,7 @@ struct Outcome {
 };
 
 /// text: the document's, lines separated by line feeds (see
-/// PreviewText::asEdited()). After Saved, file holds text and what there is to
+/// PreviewText::fromDocument()). After Saved, file holds text and what there is to
 /// know of the new file; otherwise it is as it was. A file that is not readable
 /// is not written over.
 Outcome save(PreviewFile *file, const QString &text);

@@ -10,6 +10,8 @@
 #include <QVector>
 #include <QtEndian>
 
+#include <algorithm>
+
 namespace {
 
 QTextCodec *codecOf(int codeSet)
@@ -17,6 +19,20 @@ QTextCodec *codecOf(int codeSet)
     QTextCodec *codec = CodeSet::codec(codeSet);
     return codec != nullptr ? codec : QTextCodec::codecForLocale();
 }
+
+constexpr QLatin1Char kReturn('\r');
+constexpr QLatin1Char kLineFeed('\n');
+
+/// A character that ends a line of a document but none of a search, and one that
+/// does not.
+struct StandIn {
+    ushort meant;
+    ushort shown;
+};
+constexpr StandIn kStandIns[] = {
+    {QChar::ParagraphSeparator, 0xFDD3}, {0xFDD0, 0xFDD4}, {0xFDD1, 0xFDD5}};
+/// Where the line separator stands in itself.
+constexpr QChar kShownLineSeparator(0xFDD2);
 
 // The numbers that the toolkit's codecs carry (IANA's MIBenum).
 enum Mib { Utf8Mib = 106, FirstUtf16Mib = 1013, Utf32BeMib = 1018, Utf32LeMib = 1019 };
@@ -85,17 +101,74 @@ QString PreviewText::decode(const QByteArray &bytes, int codeSet)
     return stream.readAll();
 }
 
-QString PreviewText::asEdited(QString text)
+void PreviewText::takeReturns(const QString &text, Form *form)
 {
-    const QChar lineFeed = QLatin1Char('\n');
-    if (text.contains(QLatin1Char('\r'))) {
-        text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-        text.replace(QLatin1Char('\r'), lineFeed);
+    form->loneReturns = false;
+    bool lone = false;
+    bool pairs = false;
+    for (int at = text.indexOf(kReturn); at >= 0 && !(lone && pairs);
+         at = text.indexOf(kReturn, at + 1)) {
+        const bool pair = at + 1 < text.size() && text.at(at + 1) == kLineFeed;
+        (pair ? pairs : lone) = true;
     }
-    // The last two are what a document marks its frames with.
-    for (const ushort end : {ushort(QChar::ParagraphSeparator), ushort(0xFDD0), ushort(0xFDD1)})
-        text.replace(QChar(end), lineFeed);
+    if (!lone)
+        return;
+    form->loneReturns = pairs || text.contains(kLineFeed);
+    if (!form->loneReturns)
+        form->lineEnd = CodeSet::Cr;
+    else
+        form->lineEnd = pairs ? CodeSet::CrLf : CodeSet::Lf;
+}
+
+QString PreviewText::forDocument(QString text, const Form &form)
+{
+    if (text.contains(kReturn)) {
+        text.replace(QStringLiteral("\r\n"), QString(kLineFeed));
+        if (form.loneReturns)
+            text.replace(QChar(QChar::LineSeparator), kShownLineSeparator);
+        text.replace(kReturn, form.loneReturns ? QChar(QChar::LineSeparator) : kLineFeed);
+    }
+    for (const StandIn &standIn : kStandIns)
+        text.replace(QChar(standIn.meant), QChar(standIn.shown));
     return text;
+}
+
+QString PreviewText::fromDocument(QString text, const Form &form)
+{
+    text.replace(QChar(QChar::ParagraphSeparator), kLineFeed);
+    for (const StandIn &standIn : kStandIns)
+        text.replace(QChar(standIn.shown), QChar(standIn.meant));
+    if (form.loneReturns) {
+        text.replace(QChar(QChar::LineSeparator), kReturn);
+        text.replace(kShownLineSeparator, QChar(QChar::LineSeparator));
+    }
+    return text;
+}
+
+QString PreviewText::asEdited(const QString &text, const Form &form)
+{
+    return fromDocument(forDocument(text, form), form);
+}
+
+int PreviewText::rowOf(const QString &text, int column, int tabWidth)
+{
+    const int width = std::max(tabWidth, 1);
+    int row = 0;
+    qint64 passed = 0; // columns
+    for (int at = 0; at < text.size(); ++at) {
+        const ushort unit = text.at(at).unicode();
+        if (unit == QChar::LineSeparator || unit == QChar::ParagraphSeparator || unit == '\n') {
+            row = at + 1;
+            continue;
+        }
+        if (passed >= column - 1)
+            break;
+        if (unit == '\t')
+            passed += width - passed % width;
+        else
+            passed += unit < 128 ? 1 : 2;
+    }
+    return row;
 }
 
 QByteArray PreviewText::encode(QString text, const Form &form)
@@ -112,12 +185,12 @@ QByteArray PreviewText::encode(QString text, const Form &form)
 
 bool PreviewText::survives(const QByteArray &bytes, const Form &form)
 {
-    return encode(asEdited(decode(bytes, form.codeSet)), form) == bytes;
+    return encode(asEdited(decode(bytes, form.codeSet), form), form) == bytes;
 }
 
 bool PreviewText::losesCharacters(const QString &text, const Form &form)
 {
-    return asEdited(decode(encode(text, form), form.codeSet)) != asEdited(text);
+    return asEdited(decode(encode(text, form), form.codeSet), form) != text;
 }
 
 QString PreviewText::lostCharacters(const QString &text, int codeSet, int most)

@@ -61,6 +61,8 @@ private slots:
     void aTextThatCannotBeSavedIsKeptElsewhere();
     void aLargeFileIsNeverModifiedWhileItIsShown();
     void aHitFarDownALargeFileIsGoneTo();
+    void loneCarriageReturnsAgreeWithTheSearchAndAreKept_data();
+    void loneCarriageReturnsAgreeWithTheSearchAndAreKept();
     void anotherResultReadsAChangedFileAgain();
     void aModificationIsSeen();
     void closingAsksForAModifiedFile();
@@ -417,6 +419,36 @@ void MainWindowPreviewTest::aHitFarDownALargeFileIsGoneTo()
     QTRY_COMPARE(previewLine(), 60001);
     QVERIFY(!m_fixture->preview()->isReadOnly());
     QCOMPARE(m_fixture->preview()->line(), 60001);
+}
+
+void MainWindowPreviewTest::loneCarriageReturnsAgreeWithTheSearchAndAreKept_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("hit");
+    QTest::addColumn<QByteArray>("saved");
+    QTest::newRow("before the hit")
+        << QByteArray("a\rb\rc\nan apple\n") << QStringLiteral("      2:    4:an apple")
+        << QByteArray("a\rb\rc\nnew an apple\n");
+    QTest::newRow("in the hit's line") << QByteArray("a\r\nb\rsome apple\r\nc\rd\r\n")
+                                       << QStringLiteral("      2:    7:bsome apple")
+                                       << QByteArray("a\r\nb\rnew some apple\r\nc\rd\r\n");
+    QTest::newRow("as all line ends")
+        << QByteArray("a\rb\ran apple\rc\r") << QStringLiteral("      1:    6:aban applec")
+        << QByteArray("a\rb\rnew an apple\rc\r");
+}
+
+void MainWindowPreviewTest::loneCarriageReturnsAgreeWithTheSearchAndAreKept()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, hit);
+    QFETCH(QByteArray, saved);
+    m_fixture->tree.write(QStringLiteral("a.txt"), content);
+    searchAndSelect(hit);
+    edit();
+    m_fixture->preview()->setFocus();
+    QTest::keyClick(m_fixture->preview(), Qt::Key_S, Qt::ControlModifier);
+    QCOMPARE(m_fixture->tree.read(QStringLiteral("a.txt")), saved);
+    QVERIFY(m_fixture->prompt.messages.isEmpty());
 }
 
 void MainWindowPreviewTest::anotherResultReadsAChangedFileAgain()

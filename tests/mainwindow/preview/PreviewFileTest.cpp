@@ -17,6 +17,8 @@ class PreviewFileTest : public QObject {
 private slots:
     void aTextIsShownInItsCodeSet_data();
     void aTextIsShownInItsCodeSet();
+    void carriageReturnsAmongLineEndsSurvive_data();
+    void carriageReturnsAmongLineEndsSurvive();
     void whatIsNoTextFileIsNotShown_data();
     void whatIsNoTextFileIsNotShown();
     void aBinaryFileIsNotShown();
@@ -89,8 +91,37 @@ void PreviewFileTest::aTextIsShownInItsCodeSet()
     QCOMPARE(file.form.codeSet, codeSet);
     QCOMPARE(file.form.lineEnd, lineEnd);
     QCOMPARE(file.form.bom, bom);
-    QCOMPARE(PreviewText::asEdited(file.text), text);
+    QCOMPARE(PreviewText::asEdited(file.text, file.form), text);
     QVERIFY(file.survives);
+}
+
+void PreviewFileTest::carriageReturnsAmongLineEndsSurvive_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<int>("lineEnd");
+    QTest::newRow("the first") << QByteArray("a\rb\nc\n") << int(CodeSet::Lf);
+    QTest::newRow("among line feeds") << QByteArray("a\nb\rc\n") << int(CodeSet::Lf);
+    QTest::newRow("the first, then pairs") << QByteArray("a\rb\r\nc\r\n") << int(CodeSet::CrLf);
+    QTest::newRow("among pairs") << QByteArray("a\r\nb\rc\r\r\n") << int(CodeSet::CrLf);
+    QTest::newRow("no line feed") << QByteArray("a\rb\rc\r") << int(CodeSet::Cr);
+    QTest::newRow("far behind what detection sees")
+        << QByteArray(100000, 'a') + "\rb\r" << int(CodeSet::Cr);
+    QTest::newRow("with a paragraph separator")
+        << QByteArray("a\xE2\x80\xA9z\rb\xE2\x80\xA8\n") << int(CodeSet::Lf);
+}
+
+void PreviewFileTest::carriageReturnsAmongLineEndsSurvive()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(int, lineEnd);
+    const ScratchFolder folder;
+    PreviewFile file = load(folder.write(kName, bytes));
+    QCOMPARE(file.form.lineEnd, lineEnd);
+    QVERIFY(file.survives);
+    const QString unedited = PreviewText::asEdited(file.text, file.form);
+    QCOMPARE(PreviewSaver::save(&file, unedited).result, PreviewSaver::Outcome::Result::Saved);
+    QCOMPARE(folder.read(kName), bytes);
+    QVERIFY(!PreviewSaver::losesCharacters(file, unedited));
 }
 
 void PreviewFileTest::whatIsNoTextFileIsNotShown_data()
@@ -242,7 +273,7 @@ void PreviewFileTest::theBytesOfAnUneditedSaveAreForetold()
         if (!file.readable)
             continue;
         const bool survives = file.survives;
-        const QString unedited = PreviewText::asEdited(file.text);
+        const QString unedited = PreviewText::asEdited(file.text, file.form);
         QCOMPARE(PreviewSaver::save(&file, unedited).result, PreviewSaver::Outcome::Result::Saved);
         QCOMPARE(folder.read(kName) == bytes, survives);
         // What was there is in the backup, whatever became of it.

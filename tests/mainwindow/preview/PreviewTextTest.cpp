@@ -22,6 +22,11 @@ private slots:
     void aPairIsOneUnitInUtf32();
     void theDefaultIsTheLocalesCodec();
     void aDocumentGivesBackWhatIsForetold();
+    void theBlocksOfADocumentAreTheLinesOfASearch_data();
+    void theBlocksOfADocumentAreTheLinesOfASearch();
+    void aFileOfCarriageReturnsHasItsLines();
+    void theRowOfAHitIsFoundByItsColumn_data();
+    void theRowOfAHitIsFoundByItsColumn();
     void whatAPersonWouldSaveSurvives_data();
     void whatAPersonWouldSaveSurvives();
     void whatWouldBeChangedDoesNotSurvive_data();
@@ -158,12 +163,81 @@ void PreviewTextTest::aDocumentGivesBackWhatIsForetold()
         QString text = random.text(random.number(200));
         for (int end = 0; end < 10; ++end)
             text.insert(random.number(text.size() + 1), ends.at(random.number(ends.size())));
+        Form form;
+        PreviewText::takeReturns(text, &form);
         QTextDocument document;
-        document.setPlainText(text);
-        QCOMPARE(PreviewText::asEdited(document.toRawText()), PreviewText::asEdited(text));
+        document.setPlainText(PreviewText::forDocument(text, form));
+        QCOMPARE(PreviewText::fromDocument(document.toRawText(), form),
+                 PreviewText::asEdited(text, form));
     }
-    QCOMPARE(PreviewText::asEdited(QStringLiteral("a\r\nb\rc\nd\u2029e\u00A0f\u2028g")),
-             QStringLiteral("a\nb\nc\nd\ne\u00A0f\u2028g"));
+}
+
+void PreviewTextTest::theBlocksOfADocumentAreTheLinesOfASearch_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("carriage returns among line feeds") << QStringLiteral("a\rb\nc\r\rd\n");
+    QTest::newRow("and among pairs") << QStringLiteral("a\r\nb\rc\r\r\nd");
+    QTest::newRow("a carriage return first") << QStringLiteral("\ra\nb");
+    QTest::newRow("a carriage return last") << QStringLiteral("a\nb\r");
+    QTest::newRow("line separators") << QStringLiteral("a\u2028b\nc");
+    QTest::newRow("both") << QStringLiteral("a\u2028b\rc\nd");
+    QTest::newRow("paragraph separators") << QStringLiteral("a\u2029b\nc\u2029");
+    QTest::newRow("the document's own marks") << QStringLiteral("a\uFDD0b\uFDD1\nc");
+    QTest::newRow("form feeds") << QStringLiteral("a\fb\vc\u0085d\ne");
+}
+
+void PreviewTextTest::theBlocksOfADocumentAreTheLinesOfASearch()
+{
+    QFETCH(QString, text);
+    Form form{CodeSet::Utf8, CodeSet::Cr, false};
+    PreviewText::takeReturns(text, &form);
+    QTextDocument document;
+    document.setPlainText(PreviewText::forDocument(text, form));
+    QString searched = text;
+    searched.remove(QLatin1Char('\r'));
+    QCOMPARE(document.blockCount(), searched.split(QLatin1Char('\n')).size());
+    QString saved = text;
+    saved.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    QCOMPARE(PreviewText::fromDocument(document.toRawText(), form), saved);
+}
+
+void PreviewTextTest::aFileOfCarriageReturnsHasItsLines()
+{
+    Form form{CodeSet::Utf8, CodeSet::CrLf, false};
+    PreviewText::takeReturns(QStringLiteral("a\rb\r"), &form);
+    QVERIFY(!form.loneReturns);
+    QCOMPARE(form.lineEnd, int(CodeSet::Cr));
+    QCOMPARE(PreviewText::forDocument(QStringLiteral("a\rb\r"), form), QStringLiteral("a\nb\n"));
+    QVERIFY(PreviewText::survives("a\rb\r", form));
+}
+
+void PreviewTextTest::theRowOfAHitIsFoundByItsColumn_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("column");
+    QTest::addColumn<int>("row");
+    const auto row = [](const char *name, const QString &text, int column, int expected) {
+        QTest::newRow(name) << text << column << expected;
+    };
+    const QString line = QStringLiteral("ab\u2028あ\tc\u2029d");
+    row("the first", line, 1, 0);
+    row("the end of the first row", line, 2, 0);
+    row("the start of the second", line, 3, 3);
+    row("in the second, a wide character and a tab", line, 9, 3);
+    row("the third", line, 10, 7);
+    row("beyond the end", line, 99, 7);
+    row("no column", line, 0, 0);
+    row("no text", QString(), 1, 0);
+    row("a row of nothing before the hit", QStringLiteral("\u2028a"), 1, 1);
+}
+
+void PreviewTextTest::theRowOfAHitIsFoundByItsColumn()
+{
+    QFETCH(QString, text);
+    QFETCH(int, column);
+    QFETCH(int, row);
+    // "ab", then "あ" in columns 3 and 4, a tab up to column 8, "c" in 9, "d" in 10.
+    QCOMPARE(PreviewText::rowOf(text, column, 8), row);
 }
 
 void PreviewTextTest::whatAPersonWouldSaveSurvives_data()
@@ -210,6 +284,7 @@ void PreviewTextTest::whatWouldBeChangedDoesNotSurvive_data()
     row("a mark that was not detected", "\xEF\xBB\xBFz\n", Utf8, Lf, false);
     row("a mark that is not there", "z\n", Utf8, Lf, true);
     row("a mark of another code set", "\xEF\xBB\xBF\xE3\x81\x82", ShiftJis, Lf, false);
+    row("noncharacters that others are shown as", "a\xEF\xB7\x93z\n", Utf8, Lf, false);
     row("a needless shift", "\x1B$B\x1B(Ba\n", Iso2022Jp, Lf, false);
 }
 
@@ -275,15 +350,15 @@ void PreviewTextTest::aLossIsFoundExactlyWhereTheTextReadsDifferently()
     int losses = 0;
     for (int i = 0; i < 300; ++i) {
         const bool units = random.oneIn(2);
-        const QString text = PreviewText::asEdited(units ? random.units(random.number(30))
-                                                         : random.text(random.number(30)));
-        const Form form{codeSet, random.number(3), random.oneIn(2)};
+        Form form{codeSet, random.number(3), random.oneIn(2)};
+        const QString source =
+            units ? random.units(random.number(30)) : random.text(random.number(30));
+        PreviewText::takeReturns(source, &form);
+        const QString text = PreviewText::asEdited(source, form);
         const QByteArray bytes = PreviewText::encode(text, form);
-        QString read = streamed(bytes, codeSet);
-        read.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-        read.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+        const QString read = streamed(bytes, codeSet);
         const bool lost = PreviewText::losesCharacters(text, form);
-        QCOMPARE(lost, PreviewText::asEdited(read) != text);
+        QCOMPARE(lost, PreviewText::asEdited(read, form) != text);
         losses += int(lost);
     }
     QVERIFY(losses < 300);
