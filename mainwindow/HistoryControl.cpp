@@ -47,7 +47,8 @@ HistoryControl::HistoryControl(const QString &appDir, const Views &views, QObjec
 
 HistoryControl::~HistoryControl() = default;
 
-bool HistoryControl::save(const FormState &request, const QStringList &paths, const QDateTime &time)
+bool HistoryControl::save(const FormState &request, const QStringList &paths, const QDateTime &time,
+                          const QStringList &unlisted)
 {
     ResultLog log;
     log.keyword1 = request.keyword1;
@@ -62,7 +63,8 @@ bool HistoryControl::save(const FormState &request, const QStringList &paths, co
     log.mask = request.mask;
     log.keyword3Group = request.keyword3Group;
     log.keyword3 = request.keyword3Group ? request.keyword3 : QString();
-    log.text = DocumentText::take(*m_views.resultView->document());
+    log.text = DocumentText::take(*m_views.resultView->document())
+        + m_views.resultView->textOfAppended(unlisted);
     bool lastSearch = false;
     bool history = false;
     // A million lines take a second to write.

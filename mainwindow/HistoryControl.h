@@ -44,10 +44,12 @@ public:
     /// The log of the back menu's entry index; out of range: nothing.
     bool loadEntry(int index);
 
-    /// Writes the log of the last search and, for time, one into the history.
+    /// Writes the log of the last search and, for time, one into the history: the
+    /// result view's text and then unlisted, lines that the view does not show.
     /// False when one of them was not written; nobody is told. Events are
     /// processed while the files are written.
-    bool save(const FormState &request, const QStringList &paths, const QDateTime &time);
+    bool save(const FormState &request, const QStringList &paths, const QDateTime &time,
+              const QStringList &unlisted = {});
 
     /// Lists the logs anew, deletes those beyond logmax and begins at the newest.
     void rebuildMenu();

@@ -471,9 +471,10 @@ void MainWindow::onTimerProgressReport()
 
 void MainWindow::searchFinished(bool aborted)
 {
-    if (!m_run->listSearchEnd(aborted, m_ui->searchForm->state()))
+    const auto unlisted = m_run->listSearchEnd(aborted, m_ui->searchForm->state());
+    if (!unlisted)
         return;
-    if (m_history->save(m_request, m_pathlist, QDateTime::currentDateTime()))
+    if (m_history->save(m_request, m_pathlist, QDateTime::currentDateTime(), *unlisted))
         statusBar()->showMessage(QStringLiteral("セーブしました"), kSavedMilliseconds);
     else
         statusBar()->clearMessage();
@@ -496,8 +497,10 @@ void MainWindow::linecntFinished(bool aborted)
 void MainWindow::endRun()
 {
     setRunning(false);
-    activateWindow();
-    raise();
+    if (isVisible()) {
+        activateWindow();
+        raise();
+    }
     m_run->end();
     if (!m_previewControl->hasSelection())
         m_resultView->ensureCursorVisible();

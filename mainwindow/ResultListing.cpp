@@ -53,7 +53,7 @@ void ResultListing::takeLines(SignalSpool &spool)
     m_panel.showThreads(spool.threadCounts());
 }
 
-void ResultListing::drain(SignalSpool &spool, const std::function<bool()> &isCancelled)
+QStringList ResultListing::drain(SignalSpool &spool, const std::function<bool()> &isCancelled)
 {
     QStringList lines;
     spool.takeResults(&lines, 0);
@@ -62,10 +62,11 @@ void ResultListing::drain(SignalSpool &spool, const std::function<bool()> &isCan
     for (int shown = 0; shown < count; shown += kLinesPerBlock) {
         QCoreApplication::processEvents();
         if (isCancelled())
-            return;
+            return lines.mid(shown);
         append(takeBlock(lines, shown));
         m_panel.showDisplayed(std::min(shown + kLinesPerBlock, count));
     }
+    return {};
 }
 
 void ResultListing::append(const QStringList &lines)

@@ -29,8 +29,8 @@ public:
     void takeLines(SignalSpool &spool);
 
     /// Lists all that is left, with the window answering in between; stops early
-    /// when isCancelled says so.
-    void drain(SignalSpool &spool, const std::function<bool()> &isCancelled);
+    /// when isCancelled says so. Returns what was not listed then.
+    QStringList drain(SignalSpool &spool, const std::function<bool()> &isCancelled);
 
     void append(const QStringList &lines);
 

@@ -96,20 +96,21 @@ void RunControl::listPendingCounts()
     m_pendingCounts.clear();
 }
 
-bool RunControl::listSearchEnd(bool aborted, const FormState &form)
+std::optional<QStringList> RunControl::listSearchEnd(bool aborted, const FormState &form)
 {
-    if (!m_run.exists())
-        return false;
+    if (!m_run.exists() || m_abandoned)
+        return std::nullopt;
     m_timer.reset();
     m_views.form->setButton(SearchForm::Button::Displaying);
     // The engine has ended; there is nothing left to abort.
     m_views.form->setButtonEnabled(false);
-    m_listing.drain(*m_run.spool(), [this] { return m_abandoned; });
+    const QStringList unlisted = m_listing.drain(*m_run.spool(), [this] { return m_abandoned; });
+    const QStringList summary = summaryLines(aborted, form);
     if (m_abandoned)
-        return false;
-    m_listing.append(summaryLines(aborted, form));
+        return unlisted + summary;
+    m_listing.append(summary);
     m_views.panel->showThreads(m_run.spool()->threadCounts());
-    return true;
+    return QStringList();
 }
 
 QStringList RunControl::summaryLines(bool aborted, const FormState &form)

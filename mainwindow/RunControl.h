@@ -10,6 +10,7 @@
 #include <QTimer>
 
 #include <memory>
+#include <optional>
 
 class GrepEditor;
 class LineCountReport;
@@ -56,16 +57,18 @@ public:
     void start(const SearchCondition &condition);
     /// Asks the engine to end; searchFinished() or lineCountFinished() follows.
     void abort();
-    /// For a window that closes: nothing more is listed.
+    /// For a window that closes: nothing more is listed, and a run that goes on
+    /// ends without a trace.
     void abandon();
 
     void showProgress();
     void addLineCount(const QString &filename, int count);
 
     /// Lists the hits that are left, the summary and the sections; form says
-    /// which conditions hold at the end. False when the run was abandoned or there
-    /// is none.
-    bool listSearchEnd(bool aborted, const FormState &form);
+    /// which conditions hold at the end. Returns the lines that are not listed
+    /// because the window was closed meanwhile, which usually are none; nothing
+    /// when there is no run or it was abandoned before its end.
+    std::optional<QStringList> listSearchEnd(bool aborted, const FormState &form);
     /// False when there is no run.
     bool listLineCountEnd(bool aborted);
 

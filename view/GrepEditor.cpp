@@ -40,6 +40,13 @@ void setColour(QPalette &palette, QPalette::ColorRole role, const QColor &colour
         palette.setColor(role, colour);
 }
 
+QStringList eachOnOneLine(QStringList lines)
+{
+    for (QString &line : lines)
+        line = ResultLine::onOneLine(line);
+    return lines;
+}
+
 } // namespace
 
 GrepEditor::GrepEditor(bool isResultView, QWidget *parent)
@@ -197,10 +204,13 @@ QRegExp GrepEditor::findPattern(const QString &keyword) const
 
 void GrepEditor::appendLines(const QStringList &lines)
 {
-    QStringList shown = lines;
-    for (QString &line : shown)
-        line = ResultLine::onOneLine(line);
-    TextAppender::append(*this, shown);
+    TextAppender::append(*this, eachOnOneLine(lines));
+}
+
+QString GrepEditor::textOfAppended(const QStringList &lines) const
+{
+    QString text = TextAppender::joined(eachOnOneLine(lines), document()->isEmpty());
+    return text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
 }
 
 void GrepEditor::highlightCurrentLine()

@@ -92,6 +92,10 @@ public:
     /// it. Undo forgets all that was before: nobody takes back a listed hit by Ctrl+Z.
     void appendLines(const QStringList &lines);
 
+    /// What appendLines() would add to the text: the lines, a line feed before each
+    /// that is not the first of the view.
+    QString textOfAppended(const QStringList &lines) const;
+
     /// The last word picked with F5 or F6.
     const QString &pickedWord() const { return m_pickedWord; }
 

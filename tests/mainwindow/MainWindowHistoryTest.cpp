@@ -70,6 +70,7 @@ private slots:
     void aGroupThatWasOffStaysAsItIs();
     void aRunIsNotDisturbedByPaging();
     void aSearchWhoseLogCannotBeWrittenIsWhole();
+    void aWindowClosedWhileHitsAreListedKeepsTheWholeLog();
     void aTextOfManyPiecesIsShownLetterByLetter();
     void aSearchDropsTheRestOfALog();
     void forwardAtTheStartLeavesTheForm();
@@ -399,6 +400,29 @@ QString MainWindowHistoryTest::writeLargeLog(const QString &name)
     if (!file.resize(0) || !file.seek(0) || file.write(header + listed.toUtf8()) < 0)
         qFatal("cannot write the log");
     return listed;
+}
+
+void MainWindowHistoryTest::aWindowClosedWhileHitsAreListedKeepsTheWholeLog()
+{
+    m_fixture->tree.write(QStringLiteral("many.txt"), QByteArray("a hit\n").repeated(20000));
+    m_fixture->fill(m_tree, text("*.txt"), text("hit"));
+    QTimer whileDisplaying;
+    connect(&whileDisplaying, &QTimer::timeout, this, [this] {
+        if (m_fixture->searchButton()->text() == text("表示中..."))
+            m_fixture->window().close();
+    });
+    whileDisplaying.start(0);
+    m_fixture->searchButton()->click();
+    QVERIFY(m_fixture->waitUntilIdle());
+    QVERIFY(!m_fixture->window().isVisible());
+    QVERIFY(m_fixture->resultView()->blockCount() < 20000);
+    const QByteArray log = WindowFixture::readApplicationFile(QStringLiteral("sarvik.log"));
+    QCOMPARE(log.count(":a hit"), 20000);
+    QVERIFY(log.contains("\n  20000:    3:a hit\n---------------"));
+    QVERIFY(log.contains(text("該当行数 20,000\n").toUtf8())
+            || log.contains(text("該当行数 20000\n").toUtf8()));
+    QCOMPARE(logNames().size(), 1);
+    QCOMPARE(AppSettings::instance().maskhistory.first(), text("*.txt"));
 }
 
 void MainWindowHistoryTest::aTextOfManyPiecesIsShownLetterByLetter()

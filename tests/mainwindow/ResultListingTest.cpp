@@ -326,9 +326,12 @@ void ResultListingTest::aCancelledDrainStops()
 {
     spoolLines(2500);
     int asked = 0;
-    m_listing->drain(*m_spool, [&asked] { return ++asked == 3; });
+    const QStringList unlisted = m_listing->drain(*m_spool, [&asked] { return ++asked == 3; });
     QCOMPARE(asked, 3);
     QCOMPARE(shown().size(), 1600);
+    QCOMPARE(unlisted.size(), 900);
+    QCOMPARE(unlisted.first(), numbered(1600));
+    QCOMPARE(unlisted.last(), numbered(2499));
 
     m_listing->reset();
     spoolLines(10);
