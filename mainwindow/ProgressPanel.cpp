@@ -4,6 +4,8 @@
 
 #include "ui_ProgressPanel.h"
 
+#include <algorithm>
+
 namespace {
 
 void showQueue(QProgressBar *bar, const QString &format, int length)
@@ -50,14 +52,20 @@ void ProgressPanel::showFiles(int length)
 
 void ProgressPanel::showSpool(int fill, int peak)
 {
-    m_ui->spoolBar->setRange(0, peak);
+    showSpoolPeak(peak);
     m_ui->spoolBar->setFormat(QStringLiteral("spool %L1 ").arg(fill));
     m_ui->spoolBar->setValue(fill);
 }
 
 void ProgressPanel::startDisplaying(int peak)
 {
-    m_ui->spoolBar->setRange(0, peak);
+    showSpoolPeak(peak);
+}
+
+void ProgressPanel::showSpoolPeak(int peak)
+{
+    // A range of nothing is how a bar says that it is busy, by moving to and fro.
+    m_ui->spoolBar->setRange(0, std::max(peak, 1));
 }
 
 void ProgressPanel::showDisplayed(int count)

@@ -36,5 +36,7 @@ public:
     void showThreads(const QMap<int, int> &counts);
 
 private:
+    void showSpoolPeak(int peak);
+
     std::unique_ptr<Ui::ProgressPanel> m_ui;
 };

@@ -57,8 +57,9 @@ QStringList ResultListing::drain(SignalSpool &spool, const std::function<bool()>
 {
     QStringList lines;
     spool.takeResults(&lines, 0);
-    m_panel.startDisplaying(std::max(m_spoolPeak, 0));
     const int count = lines.size();
+    m_spoolPeak = std::max(m_spoolPeak, count);
+    m_panel.startDisplaying(m_spoolPeak);
     for (int shown = 0; shown < count; shown += kLinesPerBlock) {
         QCoreApplication::processEvents();
         if (isCancelled())

@@ -25,6 +25,7 @@ private slots:
     void theTwoQueuesAreTwoBars();
     void theSpoolIsShownOfItsPeak();
     void thePeakIsTheRangeAlsoWhenItIsSmaller();
+    void aSpoolThatIsEmptyFromTheStartDoesNotLookBusy();
     void whileDisplayingTheLinesShownAreCounted();
     void theThreadsAreListed();
 };
@@ -210,6 +211,18 @@ void ProgressPanelTest::thePeakIsTheRangeAlsoWhenItIsSmaller()
     panel.showSpool(10, 5000);
     panel.showSpool(3, 7);
     QCOMPARE(bar(panel, "spoolBar")->maximum(), 7);
+}
+
+void ProgressPanelTest::aSpoolThatIsEmptyFromTheStartDoesNotLookBusy()
+{
+    ProgressPanel panel;
+    const QProgressBar *spool = bar(panel, "spoolBar");
+    panel.showSpool(0, 0);
+    QVERIFY(spool->maximum() > spool->minimum());
+    QCOMPARE(spool->value(), 0);
+    QCOMPARE(spool->text(), QStringLiteral("spool 0 "));
+    panel.startDisplaying(0);
+    QVERIFY(spool->maximum() > spool->minimum());
 }
 
 void ProgressPanelTest::whileDisplayingTheLinesShownAreCounted()
