@@ -4,6 +4,7 @@
 #include "settings/AppSettings.h"
 #include "settings/HistoryList.h"
 #include "settings/KeywordHistory.h"
+#include "settings/dialogs/ClickThrough.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>
@@ -21,6 +22,7 @@ void KeywordControl::setCompleter(QComboBox *combo, QCompleter *completer)
     completer->setCompletionMode(QCompleter::PopupCompletion);
     completer->setCaseSensitivity(Qt::CaseInsensitive);
     combo->setCompleter(completer);
+    new ClickThrough(completer);
     // Later: it may be the one that is bringing the key that led here.
     if (former) {
         former->popup()->hide();

@@ -2,6 +2,7 @@
 
 #include "settings/AppSettings.h"
 #include "settings/HistoryList.h"
+#include "settings/dialogs/ClickThrough.h"
 #include "ui_findDialog.h"
 
 #include <QCompleter>
@@ -51,6 +52,7 @@ void findDialog::setUpKeyword()
     completer->setCaseSensitivity(Qt::CaseInsensitive);
     QLineEdit *field = combo->lineEdit();
     field->setCompleter(completer);
+    new ClickThrough(completer);
     field->selectAll();
     // The box as well, so that it is high enough for its field.
     combo->setFont(settings.inputFont);
