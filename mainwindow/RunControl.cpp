@@ -45,6 +45,8 @@ void RunControl::start(const SearchCondition &condition)
     m_pendingCounts.clear();
     m_elapsed.start();
     m_listing.reset();
+    // It tells of this run from now on.
+    m_views.resultView->clearEscape();
     m_views.form->setButton(SearchForm::Button::Abort);
     m_views.panel->setShown(true);
     if (condition.linecount)

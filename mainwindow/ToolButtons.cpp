@@ -40,6 +40,8 @@ ToolButtons ToolButtons::addTo(QToolBar *toolBar)
                                      {"arrowBackBtn", "arrow-back", QStringLiteral("前の検索結果"),
                                       QStringLiteral("前に検索結果を表示します"), "Alt+Left"});
     buttons.arrowBackBtn->setToolTip(QStringLiteral("前に検索結果を表示します"));
+    // The only place that names the key of the window's shortcut for the menu.
+    buttons.arrowBackBtn->setStatusTip(QStringLiteral("Ctrl+H: 過去の検索結果の一覧を表示します"));
     buttons.arrowBackBtn->setPopupMode(QToolButton::MenuButtonPopup);
     buttons.arrowForwardBtn =
         addButton(toolBar,

@@ -52,6 +52,7 @@ private slots:
     void actionsCarryTheirTexts();
     void toolButtonsCarryTheirTexts_data();
     void toolButtonsCarryTheirTexts();
+    void theKeyOfTheBackMenuIsToldUnderTheMouse();
 
     void aHandedOverRequestStandsInTheForm();
     void theMaskOfAllFilesIsNotTakenOver();
@@ -83,6 +84,8 @@ private slots:
     void aFinishedSearchLeavesTheWindowIdle();
 
     void escapeAbortsARun();
+    void escapeAbortsARunWhereverTheFocusIs_data();
+    void escapeAbortsARunWhereverTheFocusIs();
     void theButtonAbortsARun();
     void aSecondSearchFollowsAnAbortedOne();
     void aWindowIsDestroyedDuringARun();
@@ -238,6 +241,13 @@ void MainWindowTest::toolButtonsCarryTheirTexts()
         QCOMPARE(button->text(), text("前の検索結果"));
         QVERIFY(button->menu());
     }
+}
+
+void MainWindowTest::theKeyOfTheBackMenuIsToldUnderTheMouse()
+{
+    QEvent enter(QEvent::Enter);
+    QApplication::sendEvent(m_fixture->child<QToolButton>("arrowBackBtn"), &enter);
+    QCOMPARE(m_fixture->statusText(), text("Ctrl+H: 過去の検索結果の一覧を表示します"));
 }
 
 void MainWindowTest::aHandedOverRequestStandsInTheForm()
@@ -530,6 +540,32 @@ void MainWindowTest::escapeAbortsARun()
     QVERIFY(m_fixture->prompt.messages.isEmpty());
 }
 
+void MainWindowTest::escapeAbortsARunWhereverTheFocusIs_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char *name :
+         {"subdirCheck", "btnPlus", "btnCase", "btnKeyword2", "extraGroup", "useKeyword2",
+          "lineDistance", "keyword3Group", "pushButton", "preview", "pathEdit"})
+        QTest::newRow(name) << QString::fromLatin1(name);
+}
+
+void MainWindowTest::escapeAbortsARunWhereverTheFocusIs()
+{
+    QFETCH(QString, name);
+    m_fixture->child<QAbstractButton>("btnKeyword2")->click();
+    m_fixture->child<QGroupBox>("extraGroup")->setChecked(true);
+    m_fixture->child<QCheckBox>("useKeyword2")->setChecked(true);
+    m_fixture->fill(text("/usr/"), text("*"), text("no such text anywhere"));
+    m_fixture->searchButton()->click();
+    auto *widget = m_fixture->window().findChild<QWidget *>(name);
+    widget->setFocus(Qt::TabFocusReason);
+    QCOMPARE(QApplication::focusWidget(), widget);
+    QTest::keyClick(widget, Qt::Key_Escape);
+    QVERIFY(m_fixture->waitUntilIdle());
+    QVERIFY(m_fixture->resultText().contains(text("中止しました")));
+    QVERIFY(m_fixture->prompt.messages.isEmpty());
+}
+
 void MainWindowTest::theButtonAbortsARun()
 {
     m_fixture->fill(text("/usr/"), text("*"), text("no such text anywhere"));
@@ -547,7 +583,9 @@ void MainWindowTest::aSecondSearchFollowsAnAbortedOne()
     m_fixture->searchButton()->click();
     m_fixture->searchButton()->click();
     QVERIFY(m_fixture->waitUntilIdle());
+    QVERIFY(m_fixture->resultView()->escapePressed());
     QVERIFY(m_fixture->search(m_tree, text("*.txt"), text("apple")));
+    QVERIFY(!m_fixture->resultView()->escapePressed());
     QVERIFY(m_fixture->resultText().contains(text("該当行数 3")));
     QVERIFY(!m_fixture->resultText().contains(text("中止しました")));
 }
