@@ -1,6 +1,6 @@
 #include "mainwindow/FormRequest.h"
 
-#include "mainwindow/SearchPaths.h"
+#include "settings/SearchPaths.h"
 
 namespace FormRequest {
 

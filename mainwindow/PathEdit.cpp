@@ -1,6 +1,6 @@
 #include "mainwindow/PathEdit.h"
 
-#include "mainwindow/SearchPaths.h"
+#include "settings/SearchPaths.h"
 
 #include <QFileInfo>
 #include <QKeyEvent>

@@ -1,8 +1,9 @@
 #include "mainwindow/history/LogRestore.h"
 
 #include "mainwindow/history/ResultLog.h"
+#include "settings/SearchPaths.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -57,28 +58,14 @@ QStringList takeHeader(QString *content)
     return lines;
 }
 
-QStringList pathLinesOf(const QString &value)
-{
-    QStringList lines;
-    const QStringList paths = value.split(QStringLiteral(", "), Qt::SkipEmptyParts);
-    for (QString path : paths) {
-        const bool listFile = path.startsWith(QLatin1Char('@'));
-        if (listFile && path.endsWith(QLatin1Char('/')))
-            path.chop(1);
-        lines += path;
-        if (listFile)
-            break;
-    }
-    return lines;
-}
-
 void restorePaths(const Header &header, const QString &path, LogRestore *restore)
 {
     const std::optional<QString> value = header.value(Paths);
     if (!value)
         return;
     const bool lastSearch = path.contains(QLatin1String("sarvik.log"));
-    restore->pathLines = lastSearch ? QStringList() : pathLinesOf(*value);
+    const QStringList paths = value->split(QStringLiteral(", "), Qt::SkipEmptyParts);
+    restore->pathLines = lastSearch ? QStringList() : SearchPaths::toLines(paths);
 }
 
 void restoreMask(const Header &header, LogRestore *restore)

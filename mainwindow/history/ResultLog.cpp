@@ -1,5 +1,7 @@
 #include "mainwindow/history/ResultLog.h"
 
+#include "settings/SearchPaths.h"
+
 #include <QFileInfo>
 
 namespace {
@@ -25,8 +27,7 @@ QString ResultLog::pathListValue(QStringList paths)
     paths.removeDuplicates();
     for (QString &path : paths) {
         path.replace(QLatin1Char('\\'), QLatin1Char('/'));
-        if (!path.endsWith(QLatin1Char('/')))
-            path += QLatin1Char('/');
+        path = SearchPaths::withSlash(path);
     }
     QString value = paths.join(QStringLiteral(", "));
     if (value.endsWith(QLatin1Char('\n')))

@@ -1,4 +1,4 @@
-#include "mainwindow/SearchPaths.h"
+#include "settings/SearchPaths.h"
 
 namespace SearchPaths {
 
