@@ -1,0 +1,233 @@
+#!/usr/bin/env python3
+"""The program in a real window, for the tests that use it as a person does."""
+
+import os
+import pathlib
+import shutil
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+
+# Long enough for a loaded machine; nothing here measures time.
+PATIENCE_SECONDS = 60
+
+# The editor's stand-in: keeps its arguments, one on each line.
+RECORDER = """#!/bin/sh
+printf '%s\\n' "$@" >"$(dirname "$0")/arguments.new"
+mv "$(dirname "$0")/arguments.new" "$(dirname "$0")/arguments"
+"""
+
+
+def portable_folder():
+    """The folder that holds the program. It is copied, so nothing is written there."""
+    return pathlib.Path(os.environ["SARVIK_PORTABLE_FOLDER"])
+
+
+def main():
+    """For a test file: FILE PORTABLE_FOLDER [what unittest takes]."""
+    os.environ["SARVIK_PORTABLE_FOLDER"] = sys.argv.pop(1)
+    unittest.main(module="__main__", verbosity=2)
+
+
+def wait_for(what, condition):
+    end = time.monotonic() + PATIENCE_SECONDS
+    while time.monotonic() < end:
+        value = condition()
+        if value:
+            return value
+        time.sleep(0.05)
+    raise AssertionError(f"waited in vain for {what}")
+
+
+def escaped(text):
+    """A value of an ini file; every character escaped, so none means anything."""
+    units = text.encode("utf-16-be")
+    pairs = zip(units[::2], units[1::2])
+    return '"' + "".join(f"\\x{high:02x}{low:02x}" for high, low in pairs) + '"'
+
+
+class Screen:
+    """A virtual screen with a window manager, which gives windows the focus."""
+
+    def __init__(self):
+        read_end, write_end = os.pipe()
+        self.server = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1280x1024x24"],
+            pass_fds=[write_end], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        os.close(write_end)
+        with os.fdopen(read_end) as pipe:
+            self.environment = dict(os.environ, DISPLAY=f":{pipe.readline().strip()}")
+        # A platform that was chosen for other tests would need no screen.
+        self.environment.pop("QT_QPA_PLATFORM", None)
+        self.manager = subprocess.Popen(
+            ["openbox"], env=self.environment,
+            stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+
+    def close(self):
+        for process in (self.manager, self.server):
+            process.terminate()
+            process.wait()
+
+    def tool(self, *arguments):
+        return subprocess.run(["xdotool", *map(str, arguments)], env=self.environment,
+                              check=False, capture_output=True, text=True).stdout.strip()
+
+
+class Program:
+    """The program in a portable folder of its own."""
+
+    def __init__(self, screen, folder):
+        self.screen = screen
+        self.folder = folder
+        self.process = None
+        self.window = None
+
+    def start(self):
+        # Its memory checks, where it has them, go on; leaks of the platform's
+        # libraries are not this test's.
+        environment = dict(self.screen.environment, ASAN_OPTIONS="detect_leaks=0")
+        self.process = subprocess.Popen([str(self.folder / "sarvik")], env=environment,
+                                        cwd=self.folder.parent, stderr=subprocess.DEVNULL)
+        self.window = wait_for("the window", self.find_window)
+        self.screen.tool("windowactivate", "--sync", self.window)
+
+    def windows(self, name):
+        """The visible windows whose titles match the expression."""
+        return self.screen.tool("search", "--all", "--onlyvisible", "--pid", self.process.pid,
+                                "--name", name).splitlines()
+
+    def find_window(self):
+        if self.process.poll() is not None:
+            raise AssertionError(f"the program ended with {self.process.returncode}")
+        found = self.windows("sarvik")
+        return found[-1] if found else None
+
+    def wait_for_dialog(self, name):
+        """Until it takes the keys; returns it."""
+        def active():
+            others = [window for window in self.windows(name) if window != self.window]
+            return others and self.screen.tool("getactivewindow") == others[0] and others[0]
+        return wait_for(f"the window {name}", active)
+
+    def wait_until_gone(self, dialog):
+        """Until the main window takes the keys again."""
+        wait_for("the dialog's end", lambda: dialog not in self.windows("")
+                 and self.screen.tool("getactivewindow") == self.window)
+
+    def title(self):
+        return self.screen.tool("getwindowname", self.window)
+
+    def keys(self, *names):
+        self.screen.tool("key", "--clearmodifiers", *names)
+
+    def choose(self, menu, entry):
+        """From a menu, which needs a moment to open."""
+        self.keys(menu)
+        time.sleep(0.5)
+        self.keys(entry)
+
+    def type(self, text):
+        self.screen.tool("type", "--clearmodifiers", text)
+
+    def geometry(self):
+        lines = self.screen.tool("getwindowgeometry", "--shell", self.window).splitlines()
+        return {key: int(value) for key, value in (line.split("=") for line in lines)}
+
+    def click(self, x_part, y_part, times=1):
+        """At parts of the window's width and height."""
+        geometry = self.geometry()
+        self.screen.tool("mousemove", "--window", self.window,
+                         int(geometry["WIDTH"] * x_part), int(geometry["HEIGHT"] * y_part))
+        self.screen.tool("click", "--repeat", times, "--delay", 50, 1)
+
+    def double_click(self, x_part, y_part):
+        self.click(x_part, y_part, 2)
+
+    def hold(self, name, times):
+        """As many presses as a key that is held down makes, and as close together."""
+        self.screen.tool("key", "--clearmodifiers", "--delay", 5, "--repeat", times,
+                         "--repeat-delay", 5, name)
+
+    def quit(self):
+        self.keys("ctrl+q")
+        return self.process.wait(PATIENCE_SECONDS)
+
+    def kill(self):
+        if self.process and self.process.poll() is None:
+            self.process.kill()
+            self.process.wait()
+
+    def hand_over(self, path, mask, keyword):
+        (self.folder / "sarvikpara.ini").write_text(
+            f"[General]\npathlist={escaped(path)}\nmask={escaped(mask)}\n"
+            f"findword={escaped(keyword)}\n")
+
+    def log(self):
+        """The log of the last search, or nothing."""
+        try:
+            return (self.folder / "sarvik.log").read_text(encoding="utf-8")
+        except FileNotFoundError:
+            return ""
+
+    def search(self, keys=("Return",)):
+        """Presses the keys and waits for the log; returns the result text."""
+        before = self.log_files()
+        self.keys(*keys)
+        wait_for("the search's log", lambda: self.log_files() - before)
+        return self.log().split("-----------------------\n", 1)[1]
+
+    def log_files(self):
+        folder = self.folder / "sarviklog"
+        if not folder.is_dir():
+            return set()
+        # One that is being written has another name or is empty.
+        return {entry.name for entry in folder.iterdir()
+                if entry.suffix == ".log" and entry.stat().st_size > 0}
+
+    def recorded_arguments(self):
+        path = self.folder / "arguments"
+        if not path.exists():
+            return None
+        arguments = path.read_text(encoding="utf-8").splitlines()
+        path.unlink()
+        return arguments
+
+
+class ProgramTestCase(unittest.TestCase):
+    """A copy of the program, a tree to search and a screen, for each test anew."""
+
+    def setUp(self):
+        self.scratch = tempfile.TemporaryDirectory()
+        self.addCleanup(self.scratch.cleanup)
+        root = pathlib.Path(self.scratch.name)
+        folder = root / "portable 携帯"
+        shutil.copytree(portable_folder(), folder,
+                        ignore=shutil.ignore_patterns("sarvik*.ini*", "*.log", "sarviklog"))
+        self.make_editor(folder)
+        self.tree = root / "tree"
+        self.make_tree()
+        screen = Screen()
+        self.addCleanup(screen.close)
+        self.program = Program(screen, folder)
+        self.addCleanup(self.program.kill)
+
+    def make_editor(self, folder):
+        editor = folder / "editor.sh"
+        editor.write_text(RECORDER)
+        editor.chmod(0o755)
+        (folder / "sarvik.ini").write_text(
+            f"[General]\nbigsize=8\n[editor]\neditor={escaped(str(editor))}\n"
+            f"editor_para={escaped('-l%l -c%c -b%b %f')}\n")
+
+    def make_tree(self):
+        files = {
+            "utf-8.txt": ("一行目\n灯台が見える\n", "utf-8"),
+            "sjis.txt": ("灯台守\r\n何もない\r\n", "cp932"),
+            "sub/euc.txt": ("あの灯台と\nこの灯台\n" + "さかなとことりとさくら\n" * 20, "euc-jp"),
+        }
+        for name, (text, encoding) in files.items():
+            path = self.tree / name
+            path.parent.mkdir(parents=True, exist_ok=True)
+            path.write_bytes(text.encode(encoding))
