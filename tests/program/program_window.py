@@ -64,6 +64,8 @@ class Screen:
         self.manager = subprocess.Popen(
             ["openbox"], env=self.environment,
             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        # A window that comes while the manager starts may stay hidden.
+        wait_for("the window manager", lambda: self.tool("get_num_desktops"))
 
     def close(self):
         for process in (self.manager, self.server):
