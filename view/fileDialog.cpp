@@ -15,6 +15,8 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollBar>
+#include <QShowEvent>
+#include <QStyle>
 
 namespace {
 
@@ -176,6 +178,16 @@ void fileDialog::restoreGeometryFile()
     }
     restoreSplitter(*m_ui->splitterV, geometry.splitterV);
     restoreSplitter(*m_ui->splitterH, geometry.splitterH);
+}
+
+/// On a small screen, as one with large pixels, the buttons would be below its edge.
+void fileDialog::showEvent(QShowEvent *event)
+{
+    if (!event->spontaneous()) {
+        const QSize frame(0, style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this));
+        resize(size().boundedTo(screen()->availableSize() - frame));
+    }
+    QDialog::showEvent(event);
 }
 
 void fileDialog::saveGeometryFile() const
