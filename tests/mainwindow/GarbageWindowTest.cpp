@@ -230,7 +230,7 @@ void GarbageWindowTest::anyListFileIsSearchedThrough_data()
     addContents(1 << 18);
     QTest::newRow("numbers") << QByteArray("files=1, 2, -3\n");
     QTest::newRow("an object") << QByteArray("files=@Size(1 2)\n");
-    QTest::newRow("empty entries") << QByteArray("files=\"\", \"/\", \"//\", \" \"\n");
+    QTest::newRow("empty entries") << QByteArray("files=\"\", \" \", \"\"\n");
     QTest::newRow("itself") << QByteArray("files=list.ini, @list.ini\n");
 }
 
@@ -255,7 +255,7 @@ void GarbageWindowTest::anyListFileIsSearchedThrough()
 
 void GarbageWindowTest::anyHistoryOfPathsIsRead_data()
 {
-    addContents(10 << 20);
+    addContents(2 << 20);
     const auto value = [](const char *name, const QByteArray &line) {
         QTest::newRow(name) << line;
     };
