@@ -1,8 +1,5 @@
 #include "mainwindow/MainWindow.h"
 
-#include "app/broadcast/NativeEventFilter.h"
-#include "icon/Icons.h"
-#include "mainwindow/AssistNotes.h"
 #include "mainwindow/FindControl.h"
 #include "mainwindow/FormKeys.h"
 #include "mainwindow/HistoryControl.h"
@@ -14,15 +11,12 @@
 #include "mainwindow/WindowLayout.h"
 #include "settings/AppSettings.h"
 #include "settings/ApplicationDirectory.h"
-#include "settings/CodecEnvironment.h"
 #include "settings/ParameterFile.h"
 #include "settings/SearchPaths.h"
 #include "settings/dialogs/InputFolderDialog.h"
-#include "settings/dialogs/LineEdit.h"
 #include "settings/dialogs/optionDialog.h"
 #include "settings/dialogs/verupdialog.h"
 #include "view/GrepEditor.h"
-#include "view/Highlighter.h"
 #include "view/fileDialog.h"
 
 #include "ui_MainWindow.h"
@@ -34,8 +28,7 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileInfo>
-#include <QLoggingCategory>
-#include <QShortcut>
+#include <QMenu>
 #include <QSignalBlocker>
 #include <QStatusBar>
 #include <QToolButton>
@@ -93,185 +86,6 @@ MainWindow::~MainWindow()
     delete m_run;
     storeState();
     AppSettings::instance().save(m_applicationDirectory);
-}
-
-void MainWindow::setUpEnvironment()
-{
-    QLoggingCategory::setFilterRules(CodecEnvironment::loggingFilterRules());
-    CodecEnvironment::applyUnicodeMap();
-    AppSettings::instance().load(m_applicationDirectory);
-    Icons::load();
-    AssistNotes::install();
-}
-
-void MainWindow::buildViews()
-{
-    m_resultView = new GrepEditor(true, this);
-    m_resultView->setObjectName(QStringLiteral("resultView"));
-    m_resultView->setAccessibleName(QStringLiteral("検索結果"));
-    m_resultView->setToolTip(QStringLiteral(
-        "カーソル位置でキーを押すと、カーソル位置からの単語を取得してキーワードにセットできます。\n"
-        "F5: キーワード１　F6: キーワード２"));
-    m_resultView->setReadOnly(true);
-    m_resultView->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    m_resultView->setTabChangesFocus(true);
-    m_preview = new GrepEditor(false, this);
-    m_preview->setObjectName(QStringLiteral("preview"));
-    m_preview->setAccessibleName(QStringLiteral("プレビュー"));
-    m_preview->setReadOnly(true);
-    m_preview->setTabChangesFocus(true);
-    m_preview->setToolTip(
-        QStringLiteral("Ctrl+S: 保存　Ctrl+Tab: タブを入力　Shift+Enter: エディタで開く"));
-    m_find = new FindControl({m_resultView, m_preview, statusBar()}, this);
-    m_ui->viewSplitter->addWidget(m_resultView);
-    m_ui->viewSplitter->addWidget(m_preview);
-    connect(m_resultView, &GrepEditor::BackButton, this, &MainWindow::arrowBack);
-    connect(m_resultView, &GrepEditor::ForwardButton, this, &MainWindow::arrowForward);
-}
-
-void MainWindow::buildPreview()
-{
-    m_previewControl =
-        new PreviewControl({m_resultView, m_preview, m_ui->searchForm, statusBar()},
-                           m_applicationDirectory + QStringLiteral("sarvikrescue/"), this);
-    connect(m_resultView, &GrepEditor::cursorPositionChanged, this, &MainWindow::previewFile);
-    auto *save = new QShortcut(QKeySequence::Save, m_preview);
-    save->setContext(Qt::WidgetShortcut);
-    connect(save, &QShortcut::activated, m_previewControl, &PreviewControl::save);
-    // Tab itself goes on to the next widget, as everywhere in the window.
-    auto *tab = new QShortcut(QKeySequence(QStringLiteral("Ctrl+Tab")), m_preview);
-    tab->setContext(Qt::WidgetShortcut);
-    connect(tab, &QShortcut::activated, m_preview, [this] {
-        if (!m_preview->isReadOnly())
-            m_preview->insertPlainText(QStringLiteral("\t"));
-    });
-}
-
-void MainWindow::buildToolBar()
-{
-    m_toolButtons = ToolButtons::addTo(m_ui->toolBar);
-    auto *backMenu = new QMenu(m_toolButtons.arrowBackBtn);
-    m_toolButtons.arrowBackBtn->setMenu(backMenu);
-    connect(backMenu, &QMenu::aboutToShow, this, &MainWindow::makeBackMenu);
-    connect(backMenu, &QMenu::triggered, this, &MainWindow::openLogfile);
-    const auto connectButton = [this](QToolButton *button, void (MainWindow::*slot)()) {
-        connect(button, &QToolButton::clicked, this, slot);
-    };
-    connectButton(m_toolButtons.arrowBackBtn, &MainWindow::arrowBack);
-    connectButton(m_toolButtons.arrowForwardBtn, &MainWindow::arrowForward);
-    connectButton(m_toolButtons.findBtn, &MainWindow::findDialogPopup);
-    connectButton(m_toolButtons.findNextBtn, &MainWindow::findnext);
-    connectButton(m_toolButtons.findPrevBtn, &MainWindow::findprev);
-    connectButton(m_toolButtons.optionBtn, &MainWindow::optionDialogPopup);
-}
-
-void MainWindow::connectActions()
-{
-    connect(m_ui->actionOpenLog, &QAction::triggered, this, &MainWindow::openFile);
-    connect(m_ui->actionQuit, &QAction::triggered, this, &MainWindow::close);
-    connect(m_ui->actionOptions, &QAction::triggered, this, &MainWindow::optionDialogPopup);
-    connect(m_ui->actionLineCount, &QAction::triggered, this, &MainWindow::lineCountGrep);
-    connect(m_ui->actionHelp, &QAction::triggered, this, &MainWindow::help);
-    connect(m_ui->actionRegExpHelp, &QAction::triggered, this, &MainWindow::regexphelp);
-    connect(m_ui->actionVersion, &QAction::triggered, this, &MainWindow::about);
-    connect(m_ui->actionAboutQt, &QAction::triggered, qApp, &QApplication::aboutQt);
-}
-
-void MainWindow::connectForm()
-{
-    const SearchForm *form = m_ui->searchForm;
-    connect(form->caseButton(), &QAbstractButton::clicked, this, &MainWindow::onClick_btn_case);
-    connect(form->wordButton(), &QAbstractButton::clicked, this, &MainWindow::onClick_btn_word);
-    connect(form->regexpButton(), &QAbstractButton::clicked, this, &MainWindow::onClick_btn_regexp);
-    const LineEdit *keyword1 = form->keyword1Edit();
-    connect(keyword1, &LineEdit::CaseChange, this, &MainWindow::onClick_btn_case);
-    connect(keyword1, &LineEdit::WordChange, this, &MainWindow::onClick_btn_word);
-    connect(keyword1, &LineEdit::RegexpChange, this, &MainWindow::onClick_btn_regexp);
-    // The field's keys are taken by FormKeys, except those that a completer passes on.
-    connect(keyword1, &LineEdit::lineEditReturn, this, &MainWindow::GrepDummy);
-    // The clear button; it is no button to abort a run by.
-    connect(keyword1, &LineEdit::returnPressed, this, [this] {
-        if (!m_run->isRunning())
-            GrepDummy();
-    });
-}
-
-void MainWindow::connectKeys()
-{
-    const SearchForm *form = m_ui->searchForm;
-    FormKeys::Widgets widgets;
-    widgets.inputFields = form->inputFields();
-    widgets.pathEdit = form->pathEdit();
-    widgets.keyword1 = form->keyword1Combo();
-    widgets.resultView = m_resultView;
-    widgets.preview = m_preview;
-    widgets.window = this;
-    m_formKeys = new FormKeys(widgets, this);
-    connect(m_formKeys, &FormKeys::searchRequested, this, &MainWindow::GrepDummy);
-    connect(m_formKeys, &FormKeys::abortRequested, this, &MainWindow::abortRun);
-    connect(m_formKeys, &FormKeys::quitRequested, this, &MainWindow::confirmQuit);
-    const auto *menu = new QShortcut(QKeySequence(QStringLiteral("Ctrl+H")), this);
-    connect(menu, &QShortcut::activated, this, &MainWindow::historyBackMenuPopup);
-}
-
-void MainWindow::connectRun()
-{
-    RunControl::Views views;
-    views.form = m_ui->searchForm;
-    views.panel = m_ui->progressPanel;
-    views.resultView = m_resultView;
-    views.statusBar = statusBar();
-    m_run = new RunControl(views, this);
-    connect(m_run, &RunControl::tick, this, &MainWindow::onTimerProgressReport);
-    connect(m_run, &RunControl::searchFinished, this, &MainWindow::searchFinished);
-    connect(m_run, &RunControl::lineCountFinished, this, &MainWindow::linecntFinished);
-    connect(m_run, &RunControl::lineCounted, this, &MainWindow::showLinecntResult);
-}
-
-void MainWindow::listenForBroadcasts()
-{
-    auto *filter = new NativeEventFilter(this);
-    connect(filter, &NativeEventFilter::BoradCastMessage, this, &MainWindow::onBoradCastMessage);
-    qApp->installNativeEventFilter(filter);
-}
-
-void MainWindow::fillHistories()
-{
-    SearchForm *form = m_ui->searchForm;
-    form->applyLook();
-    form->loadSwitches();
-    form->showToggles();
-    m_keywords->fillAll();
-    form->setKeyword1(QString());
-    form->setKeyword2(QString());
-}
-
-void MainWindow::buildHistory()
-{
-    m_history = new HistoryControl(m_applicationDirectory,
-                                   {m_ui->searchForm, m_resultView, m_toolButtons}, this);
-    connect(m_history, &HistoryControl::loaded, this, [this] {
-        m_previewControl->setResultShown(true);
-        m_previewControl->forgetSelection();
-        showHighlightWords();
-    });
-    m_history->loadLastSearch();
-    makeBackMenu();
-}
-
-void MainWindow::showRequest(const QStringList &pathlist, const QString &mask,
-                             const QString &findword)
-{
-    SearchForm *form = m_ui->searchForm;
-    form->setPathLines(SearchPaths::toLines(pathlist));
-    if (!mask.isEmpty() && mask != QLatin1String("*.*"))
-        form->setMask(mask);
-    QString keyword = findword;
-    if (keyword.startsWith(QLatin1Char('"')))
-        keyword.remove(QLatin1Char('"'));
-    if (!keyword.isEmpty())
-        form->setKeyword1(keyword);
-    form->selectKeyword1();
 }
 
 void MainWindow::storeState()

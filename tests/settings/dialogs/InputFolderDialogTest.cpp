@@ -3,15 +3,13 @@
 #include "settings/AppSettings.h"
 #include "settings/KeywordHistory.h"
 #include "settings/dialogs/AssistWindow.h"
-#include "settings/dialogs/InputTableModel.h"
 #include "settings/dialogs/TableView.h"
+#include "tests/settings/dialogs/InputFolderDialogFixture.h"
 #include "tests/support/AnsweringPrompt.h"
 #include "tests/support/ScratchFolder.h"
 
-#include <QAbstractItemModelTester>
 #include <QApplication>
 #include <QCheckBox>
-#include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QInputMethodEvent>
 #include <QLabel>
@@ -25,84 +23,9 @@
 #include <QTimer>
 #include <QToolButton>
 
+using namespace InputFolderDialogFixture;
+
 namespace {
-
-const QString kPurpose = QStringLiteral("SearchPath");
-const QString kName = QStringLiteral("inputSearchPath.ini");
-const QString kTitle = QStringLiteral("追加する検索パス");
-
-QStringList list(const char *texts)
-{
-    return QString::fromUtf8(texts).split(QLatin1Char('|'));
-}
-
-/// The dialog on the screen, over a history file of its own.
-class Shown {
-public:
-    /// history is what stands after "list="; head goes before it.
-    explicit Shown(const QByteArray &history = QByteArray(), const QString &text = QString(),
-                   const QByteArray &head = QByteArray())
-    {
-        if (!history.isEmpty() || !head.isEmpty())
-            folder.write(kName, head + "[history]\nlist=" + history + '\n');
-        dialog = std::make_unique<InputFolderDialog>(text, kTitle, kPurpose, folder.path());
-        tester = std::make_unique<QAbstractItemModelTester>(
-            table()->model(), QAbstractItemModelTester::FailureReportingMode::QtTest);
-        dialog->show();
-        dialog->activateWindow();
-        if (!QTest::qWaitForWindowActive(dialog.get()))
-            qFatal("the dialog is not on the screen");
-    }
-
-    template <typename Widget> Widget *child(const char *name) const
-    {
-        auto *widget = dialog->findChild<Widget *>(QLatin1String(name));
-        if (!widget)
-            qFatal("no widget %s", name);
-        return widget;
-    }
-    QLineEdit *field() const { return child<QLineEdit>("lineEdit"); }
-    TableView *table() const { return child<TableView>("tableView"); }
-    QToolButton *button(const char *name) const { return child<QToolButton>(name); }
-    QCheckBox *box(const char *name) const { return child<QCheckBox>(name); }
-    QWidget *ok() const
-    {
-        return child<QDialogButtonBox>("okButton")->button(QDialogButtonBox::Ok);
-    }
-
-    QStringList rows() const
-    {
-        QStringList texts;
-        for (int row = 0; row < table()->model()->rowCount(); ++row)
-            texts.append(table()->model()->index(row, 0).data().toString());
-        return texts;
-    }
-    int currentRow() const { return table()->currentIndex().row(); }
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
-    {
-        QTest::keyClick(field(), key, modifiers);
-    }
-    void type(const char *text) const { QTest::keyClicks(field(), QString::fromUtf8(text)); }
-    void click(QWidget *widget) const { QTest::mouseClick(widget, Qt::LeftButton); }
-    QPoint centreOfRow(int row) const
-    {
-        return table()->visualRect(table()->model()->index(row, 0)).center();
-    }
-    void clickRow(int row) const
-    {
-        QTest::mouseClick(table()->viewport(), Qt::LeftButton, Qt::NoModifier, centreOfRow(row));
-    }
-
-    ScratchFolder folder;
-    std::unique_ptr<InputFolderDialog> dialog;
-    std::unique_ptr<QAbstractItemModelTester> tester;
-};
-
-/// The dialog with the cursor staying where it is when a row's text comes in.
-Shown shownWithStillCursor(const QByteArray &history)
-{
-    return Shown(history, QString(), "[General]\ncursorLast=false\n");
-}
 
 class RecordedAssist : public AssistWindow {
 public:
@@ -134,58 +57,18 @@ private slots:
     void withoutAFontInTheFileTheInputFontIsUsed();
     void rowsAreAsHighAsALineAndFour();
 
-    void theHistoryIsShownWithoutDuplicates();
-    void keywordModeShowsTheKeywordHistory();
     void theGivenTextDoesNotFilter();
-    void aLongTextIsNotCut();
     void theMovingButtonsAreDisabledAtFirst();
     void theCursorStartsAtTheEnd();
     void theCursorStartsAtTheStartWhenItIsNotToMove();
     void theFieldHasTheFocus();
 
-    void typingFiltersByTheStart();
-    void typingWithTheContainBoxFiltersAnywhere();
-    void theCaseBoxIgnoresCase();
-    void tickingABoxFiltersAgain();
-    void onlyTheTextLeftOfTheCursorFilters();
-    void withTheCursorAtTheStartEverythingShows();
-    void filteringDisablesTheMovingButtons();
-    void filteringForgetsTheCurrentRow();
-    void filteringAStoredRowTextDoesNotHappenWhileNavigating();
-
-    void downMakesTheFirstRowCurrentAndThenMoves();
-    void upMakesTheFirstRowCurrentToo();
-    void downOnTheLastRowStays();
-    void navigatingWithoutRowsDoesNothing();
-    void navigatingMovesAmongTheFilteredRows();
-    void navigatingKeepsTheCursorWhenItIsNotToMove();
-    void navigatingAtTheStartEnablesTheMovingButtons();
-    void navigatingInAFilteredListEnablesOnlyRemoving();
-    void theFieldKeepsTheFocusWhileNavigating();
-
-    void clickingARowPutsItsTextInTheField();
-    void doubleClickingARowAccepts();
     void escapeRejects();
     void returnAccepts_data();
     void returnAccepts();
     void theOkButtonAccepts();
     void returnInTheTableAccepts();
     void theReturnOfAConversionDoesNotAccept();
-
-    void removingTakesTheEntryOfTheField_data();
-    void removingTakesTheEntryOfTheField();
-    void shiftDeleteDoesNotCut();
-    void deleteWithOtherModifiersEditsTheText();
-    void removingTheLastRowLeavesNoneCurrent();
-    void removingInAFilteredListShowsAllRows();
-    void removingATextThatIsNotInTheHistoryDoesNothing();
-    void anEmptiedHistoryDisablesRemoving();
-
-    void upMovesTheEntryUp();
-    void upOnTheFirstDoesNothing();
-    void downMovesTheEntryDown();
-    void downOnTheLastButOneDoesNothing();
-    void movingWithoutACurrentRowDoesNothing();
 
     void theFolderButtonPutsAFolderInTheField();
     void theFolderChooserStartsAtTheField();
@@ -374,36 +257,6 @@ void InputFolderDialogTest::rowsAreAsHighAsALineAndFour()
     QCOMPARE(shown.table()->rowHeight(0), QFontMetrics(shown.table()->font()).lineSpacing() + 4);
 }
 
-void InputFolderDialogTest::theHistoryIsShownWithoutDuplicates()
-{
-    const Shown shown("b, a, b, A, c, a");
-    QCOMPARE(shown.rows(), list("b|a|A|c"));
-}
-
-void InputFolderDialogTest::keywordModeShowsTheKeywordHistory()
-{
-    const ScratchFolder folder;
-    folder.write(QStringLiteral("inputInsert-Word.ini"), "[history]\nlist=from the file\n");
-    auto keywords = std::make_unique<KeywordHistory>(100, folder.path());
-    keywords->add(QStringLiteral("older"), true, false, false);
-    keywords->add(QStringLiteral("newer"), true, false, false);
-    AppSettings::instance().keywordHistory = std::move(keywords);
-
-    const InputFolderDialog dialog(QString(), kTitle, QStringLiteral("Insert-Word"), folder.path());
-    const auto *model = dialog.findChild<TableView *>()->model();
-    QCOMPARE(model->rowCount(), 2);
-    QCOMPARE(model->index(0, 0).data().toString(), QStringLiteral("newer"));
-    QCOMPARE(model->index(1, 0).data().toString(), QStringLiteral("older"));
-}
-
-void InputFolderDialogTest::aLongTextIsNotCut()
-{
-    // More than the toolkit's field takes by itself.
-    const QString text = QString(40000, QLatin1Char('x'));
-    const Shown shown(QByteArray(), text);
-    QCOMPARE(shown.dialog->finish(), text);
-}
-
 void InputFolderDialogTest::theGivenTextDoesNotFilter()
 {
     const Shown shown("a, b, c", QStringLiteral("b"));
@@ -438,222 +291,6 @@ void InputFolderDialogTest::theFieldHasTheFocus()
 {
     const Shown shown;
     QVERIFY(shown.field()->hasFocus());
-}
-
-void InputFolderDialogTest::typingFiltersByTheStart()
-{
-    const Shown shown("ab, bab, abc, AB");
-    shown.type("ab");
-    QCOMPARE(shown.rows(), list("ab|abc"));
-    shown.type("c");
-    QCOMPARE(shown.rows(), list("abc"));
-    shown.press(Qt::Key_Backspace);
-    QCOMPARE(shown.rows(), list("ab|abc"));
-}
-
-void InputFolderDialogTest::typingWithTheContainBoxFiltersAnywhere()
-{
-    const Shown shown("ab, bab, abc, AB");
-    shown.click(shown.box("chkInstr"));
-    shown.type("ab");
-    QCOMPARE(shown.rows(), list("ab|bab|abc"));
-}
-
-void InputFolderDialogTest::theCaseBoxIgnoresCase()
-{
-    const Shown shown("ab, bAb, aBc, AB");
-    shown.click(shown.box("chkCase"));
-    shown.type("ab");
-    QCOMPARE(shown.rows(), list("ab|aBc|AB"));
-    shown.click(shown.box("chkInstr"));
-    QCOMPARE(shown.rows(), list("ab|bAb|aBc|AB"));
-}
-
-void InputFolderDialogTest::tickingABoxFiltersAgain()
-{
-    const Shown shown("ab, bab, AB");
-    shown.type("ab");
-    QCOMPARE(shown.rows(), list("ab"));
-    shown.click(shown.box("chkInstr"));
-    QCOMPARE(shown.rows(), list("ab|bab"));
-    shown.click(shown.box("chkInstr"));
-    QCOMPARE(shown.rows(), list("ab"));
-    shown.click(shown.box("chkCase"));
-    QCOMPARE(shown.rows(), list("ab|AB"));
-    shown.click(shown.box("chkCase"));
-    QCOMPARE(shown.rows(), list("ab"));
-    QVERIFY(shown.field()->hasFocus());
-}
-
-void InputFolderDialogTest::onlyTheTextLeftOfTheCursorFilters()
-{
-    const Shown shown("ab, ac, bb, xa");
-    shown.type("ab");
-    QCOMPARE(shown.rows(), list("ab"));
-    shown.press(Qt::Key_Left);
-    QCOMPARE(shown.rows(), list("ab|ac"));
-    shown.click(shown.box("chkInstr"));
-    QCOMPARE(shown.rows(), list("ab|ac|xa"));
-    // Behind the cursor, and so without effect on the rows.
-    shown.press(Qt::Key_Delete);
-    QCOMPARE(shown.field()->text(), QStringLiteral("a"));
-    QCOMPARE(shown.rows(), list("ab|ac|xa"));
-}
-
-void InputFolderDialogTest::withTheCursorAtTheStartEverythingShows()
-{
-    const Shown shown("ab, ac, bb");
-    shown.type("ab");
-    shown.press(Qt::Key_Home);
-    QCOMPARE(shown.rows(), list("ab|ac|bb"));
-    shown.click(shown.box("chkInstr"));
-    QCOMPARE(shown.rows(), list("ab|ac|bb"));
-    QCOMPARE(shown.field()->text(), QStringLiteral("ab"));
-}
-
-void InputFolderDialogTest::filteringDisablesTheMovingButtons()
-{
-    const Shown shown("ab, ac, bb");
-    shown.press(Qt::Key_Down);
-    QVERIFY(shown.button("btnUp")->isEnabled());
-    shown.type("x");
-    QVERIFY(!shown.button("btnUp")->isEnabled());
-    QVERIFY(!shown.button("btnDown")->isEnabled());
-    QVERIFY(shown.button("btnDel")->isEnabled());
-}
-
-void InputFolderDialogTest::filteringForgetsTheCurrentRow()
-{
-    const Shown shown("ab, ac, bb");
-    shown.press(Qt::Key_Down);
-    QCOMPARE(shown.currentRow(), 0);
-    shown.press(Qt::Key_Backspace);
-    QCOMPARE(shown.currentRow(), -1);
-    QCOMPARE(shown.field()->text(), QStringLiteral("a"));
-}
-
-void InputFolderDialogTest::filteringAStoredRowTextDoesNotHappenWhileNavigating()
-{
-    const Shown shown("ab, cd, ef");
-    shown.press(Qt::Key_Down);
-    shown.press(Qt::Key_Down);
-    QCOMPARE(shown.field()->text(), QStringLiteral("cd"));
-    QCOMPARE(shown.rows(), list("ab|cd|ef"));
-    shown.clickRow(2);
-    QCOMPARE(shown.rows(), list("ab|cd|ef"));
-}
-
-void InputFolderDialogTest::downMakesTheFirstRowCurrentAndThenMoves()
-{
-    const Shown shown("ab, cd, ef");
-    shown.press(Qt::Key_Down);
-    QCOMPARE(shown.currentRow(), 0);
-    QCOMPARE(shown.field()->text(), QStringLiteral("ab"));
-    QCOMPARE(shown.field()->cursorPosition(), 2);
-    shown.press(Qt::Key_Down);
-    QCOMPARE(shown.currentRow(), 1);
-    QCOMPARE(shown.field()->text(), QStringLiteral("cd"));
-    shown.press(Qt::Key_Up);
-    QCOMPARE(shown.currentRow(), 0);
-    QCOMPARE(shown.field()->text(), QStringLiteral("ab"));
-}
-
-void InputFolderDialogTest::upMakesTheFirstRowCurrentToo()
-{
-    const Shown shown("ab, cd, ef");
-    shown.press(Qt::Key_Up);
-    QCOMPARE(shown.currentRow(), 0);
-    QCOMPARE(shown.field()->text(), QStringLiteral("ab"));
-}
-
-void InputFolderDialogTest::downOnTheLastRowStays()
-{
-    const Shown shown("ab, cd");
-    for (int i = 0; i < 4; ++i)
-        shown.press(Qt::Key_Down);
-    QCOMPARE(shown.currentRow(), 1);
-    QCOMPARE(shown.field()->text(), QStringLiteral("cd"));
-}
-
-void InputFolderDialogTest::navigatingWithoutRowsDoesNothing()
-{
-    const Shown shown(QByteArray(), QStringLiteral("abc"));
-    shown.press(Qt::Key_Down);
-    shown.press(Qt::Key_Down);
-    QCOMPARE(shown.currentRow(), -1);
-    QCOMPARE(shown.field()->text(), QStringLiteral("abc"));
-    QVERIFY(!shown.button("btnDel")->isEnabled());
-}
-
-void InputFolderDialogTest::navigatingMovesAmongTheFilteredRows()
-{
-    const Shown shown("ab, cd, ac");
-    shown.type("a");
-    shown.press(Qt::Key_Down);
-    QCOMPARE(shown.field()->text(), QStringLiteral("ab"));
-    shown.press(Qt::Key_Down);
-    QCOMPARE(shown.field()->text(), QStringLiteral("ac"));
-    QCOMPARE(shown.rows(), list("ab|ac"));
-}
-
-void InputFolderDialogTest::navigatingKeepsTheCursorWhenItIsNotToMove()
-{
-    const Shown shown = shownWithStillCursor("abc, abd");
-    shown.type("a");
-    shown.press(Qt::Key_Down);
-    QCOMPARE(shown.field()->text(), QStringLiteral("abc"));
-    QCOMPARE(shown.field()->cursorPosition(), 1);
-    shown.press(Qt::Key_Down);
-    QCOMPARE(shown.field()->text(), QStringLiteral("abd"));
-    QCOMPARE(shown.field()->cursorPosition(), 1);
-}
-
-void InputFolderDialogTest::navigatingAtTheStartEnablesTheMovingButtons()
-{
-    const Shown shown("ab, cd");
-    shown.press(Qt::Key_Down);
-    QVERIFY(shown.button("btnUp")->isEnabled());
-    QVERIFY(shown.button("btnDown")->isEnabled());
-    QVERIFY(shown.button("btnDel")->isEnabled());
-}
-
-void InputFolderDialogTest::navigatingInAFilteredListEnablesOnlyRemoving()
-{
-    const Shown shown("ab, ac, cd");
-    shown.type("a");
-    shown.press(Qt::Key_Down);
-    QVERIFY(!shown.button("btnUp")->isEnabled());
-    QVERIFY(!shown.button("btnDown")->isEnabled());
-    QVERIFY(shown.button("btnDel")->isEnabled());
-}
-
-void InputFolderDialogTest::theFieldKeepsTheFocusWhileNavigating()
-{
-    const Shown shown("ab, cd, ef");
-    shown.press(Qt::Key_Down);
-    shown.press(Qt::Key_Down);
-    shown.click(shown.button("btnUp"));
-    QVERIFY(shown.field()->hasFocus());
-}
-
-void InputFolderDialogTest::clickingARowPutsItsTextInTheField()
-{
-    const Shown shown("ab, cd, ef");
-    shown.clickRow(1);
-    QCOMPARE(shown.currentRow(), 1);
-    QCOMPARE(shown.field()->text(), QStringLiteral("cd"));
-    QVERIFY(shown.button("btnUp")->isEnabled());
-}
-
-void InputFolderDialogTest::doubleClickingARowAccepts()
-{
-    const Shown shown("ab, cd, ef");
-    const QSignalSpy accepted(shown.dialog.get(), &QDialog::accepted);
-    shown.clickRow(2);
-    QTest::mouseDClick(shown.table()->viewport(), Qt::LeftButton, Qt::NoModifier,
-                       shown.centreOfRow(2));
-    QCOMPARE(accepted.count(), 1);
-    QCOMPARE(shown.dialog->finish(), QStringLiteral("ef"));
 }
 
 void InputFolderDialogTest::escapeRejects()
@@ -713,143 +350,6 @@ void InputFolderDialogTest::theReturnOfAConversionDoesNotAccept()
     QVERIFY(shown.dialog->isVisible());
     QCOMPARE(shown.field()->text(), QStringLiteral("検索"));
     QCOMPARE(shown.rows(), list("検索"));
-}
-
-void InputFolderDialogTest::removingTakesTheEntryOfTheField_data()
-{
-    QTest::addColumn<bool>("byKey");
-    QTest::newRow("the button") << false;
-    QTest::newRow("Shift+Delete") << true;
-}
-
-void InputFolderDialogTest::removingTakesTheEntryOfTheField()
-{
-    QFETCH(bool, byKey);
-    const Shown shown("ab, cd, ef");
-    shown.press(Qt::Key_Down);
-    shown.press(Qt::Key_Down);
-    if (byKey)
-        shown.press(Qt::Key_Delete, Qt::ShiftModifier);
-    else
-        shown.click(shown.button("btnDel"));
-    QCOMPARE(shown.rows(), list("ab|ef"));
-    QCOMPARE(shown.currentRow(), 1);
-    QCOMPARE(shown.field()->text(), QStringLiteral("ef"));
-}
-
-void InputFolderDialogTest::shiftDeleteDoesNotCut()
-{
-    const Shown shown("ab, cd");
-    shown.type("xyz");
-    shown.field()->selectAll();
-    shown.press(Qt::Key_Delete, Qt::ShiftModifier);
-    QCOMPARE(shown.field()->text(), QStringLiteral("xyz"));
-}
-
-void InputFolderDialogTest::deleteWithOtherModifiersEditsTheText()
-{
-    const Shown shown("ab, cd");
-    shown.press(Qt::Key_Down);
-    shown.press(Qt::Key_Home);
-    shown.press(Qt::Key_Delete);
-    QCOMPARE(shown.field()->text(), QStringLiteral("b"));
-    shown.press(Qt::Key_Delete, Qt::ShiftModifier | Qt::ControlModifier);
-    QCOMPARE(shown.rows(), list("ab|cd"));
-}
-
-void InputFolderDialogTest::removingTheLastRowLeavesNoneCurrent()
-{
-    const Shown shown("ab, cd");
-    shown.clickRow(1);
-    shown.click(shown.button("btnDel"));
-    QCOMPARE(shown.rows(), list("ab"));
-    QCOMPARE(shown.currentRow(), -1);
-    QVERIFY(shown.button("btnDel")->isEnabled());
-}
-
-void InputFolderDialogTest::removingInAFilteredListShowsAllRows()
-{
-    const Shown shown("xx, ab, ac, yy");
-    shown.type("a");
-    shown.press(Qt::Key_Down);
-    shown.press(Qt::Key_Down);
-    QCOMPARE(shown.field()->text(), QStringLiteral("ac"));
-    shown.press(Qt::Key_Delete, Qt::ShiftModifier);
-    QCOMPARE(shown.rows(), list("xx|ab|yy"));
-    // The second of the filtered rows was current, so now the second of all.
-    QCOMPARE(shown.currentRow(), 1);
-    QCOMPARE(shown.field()->text(), QStringLiteral("ab"));
-}
-
-void InputFolderDialogTest::removingATextThatIsNotInTheHistoryDoesNothing()
-{
-    const Shown shown("ab, ac, cd");
-    shown.type("a");
-    shown.press(Qt::Key_Delete, Qt::ShiftModifier);
-    QCOMPARE(shown.rows(), list("ab|ac"));
-    QCOMPARE(shown.field()->text(), QStringLiteral("a"));
-}
-
-void InputFolderDialogTest::anEmptiedHistoryDisablesRemoving()
-{
-    const Shown shown("ab");
-    shown.press(Qt::Key_Down);
-    QVERIFY(shown.button("btnDel")->isEnabled());
-    shown.click(shown.button("btnDel"));
-    QCOMPARE(shown.rows(), QStringList());
-    QVERIFY(!shown.button("btnDel")->isEnabled());
-}
-
-void InputFolderDialogTest::upMovesTheEntryUp()
-{
-    const Shown shown("ab, cd, ef");
-    shown.clickRow(2);
-    shown.click(shown.button("btnUp"));
-    QCOMPARE(shown.rows(), list("ab|ef|cd"));
-    QCOMPARE(shown.currentRow(), 1);
-    QCOMPARE(shown.field()->text(), QStringLiteral("ef"));
-    shown.click(shown.button("btnUp"));
-    QCOMPARE(shown.rows(), list("ef|ab|cd"));
-    QCOMPARE(shown.currentRow(), 0);
-}
-
-void InputFolderDialogTest::upOnTheFirstDoesNothing()
-{
-    const Shown shown("ab, cd");
-    shown.clickRow(0);
-    shown.click(shown.button("btnUp"));
-    QCOMPARE(shown.rows(), list("ab|cd"));
-    QCOMPARE(shown.currentRow(), 0);
-}
-
-void InputFolderDialogTest::downMovesTheEntryDown()
-{
-    const Shown shown("ab, cd, ef");
-    shown.clickRow(0);
-    shown.click(shown.button("btnDown"));
-    QCOMPARE(shown.rows(), list("cd|ab|ef"));
-    QCOMPARE(shown.currentRow(), 1);
-    QCOMPARE(shown.field()->text(), QStringLiteral("ab"));
-}
-
-void InputFolderDialogTest::downOnTheLastButOneDoesNothing()
-{
-    const Shown shown("ab, cd, ef");
-    shown.clickRow(1);
-    shown.click(shown.button("btnDown"));
-    QCOMPARE(shown.rows(), list("ab|cd|ef"));
-    QCOMPARE(shown.currentRow(), 1);
-}
-
-void InputFolderDialogTest::movingWithoutACurrentRowDoesNothing()
-{
-    const Shown shown("ab, cd, ef");
-    shown.clickRow(2);
-    shown.click(shown.button("btnDel"));
-    QCOMPARE(shown.currentRow(), -1);
-    shown.dialog->on_btnUp_clicked();
-    shown.dialog->on_btnDown_clicked();
-    QCOMPARE(shown.rows(), list("ab|cd"));
 }
 
 void InputFolderDialogTest::theFolderButtonPutsAFolderInTheField()
