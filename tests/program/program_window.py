@@ -94,6 +94,8 @@ class Program:
                                         cwd=self.folder.parent, stderr=subprocess.DEVNULL)
         self.window = wait_for("the window", self.find_window)
         self.screen.tool("windowactivate", "--sync", self.window)
+        # Keys go where the focus is, which follows the activation.
+        wait_for("the focus", lambda: self.screen.tool("getwindowfocus") == self.window)
 
     def windows(self, name):
         """The visible windows whose titles match the expression."""
