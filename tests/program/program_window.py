@@ -53,8 +53,10 @@ class Screen:
 
     def __init__(self):
         read_end, write_end = os.pipe()
+        # Without a reset when the first visitor leaves, in which the next one is
+        # refused and the window manager lost.
         self.server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1280x1024x24"],
+            ["Xvfb", "-noreset", "-displayfd", str(write_end), "-screen", "0", "1280x1024x24"],
             pass_fds=[write_end], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(write_end)
         with os.fdopen(read_end) as pipe:
@@ -93,9 +95,12 @@ class Program:
         self.process = subprocess.Popen([str(self.folder / "sarvik")], env=environment,
                                         cwd=self.folder.parent, stderr=subprocess.DEVNULL)
         self.window = wait_for("the window", self.find_window)
-        self.screen.tool("windowactivate", "--sync", self.window)
-        # Keys go where the focus is, which follows the activation.
-        wait_for("the focus", lambda: self.screen.tool("getwindowfocus") == self.window)
+        wait_for("the focus", self.has_focus)
+
+    def has_focus(self):
+        """Asks for it each time: a manager that is just starting may miss it."""
+        self.screen.tool("windowactivate", self.window)
+        return self.screen.tool("getwindowfocus") == self.window
 
     def windows(self, name):
         """The visible windows whose titles match the expression."""
