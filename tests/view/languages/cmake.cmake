@@ -4,6 +4,9 @@ project(search VERSION 1.2 LANGUAGES C CXX)
 
 #[[ A comment over lines:
 add_executable(no "open") if(x) ]]
+#[=[.rst:
+set(no "open")
+#]=]
 option(SEARCH_TESTS "検索の試験 # を作る" ON)
 set(sources main.cpp search.cpp)
 find_package(Qt5 REQUIRED COMPONENTS Core)

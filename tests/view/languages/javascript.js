@@ -22,6 +22,7 @@ export async function count(word, files = []) {
 class Counter extends Array {
   #limit = 1_000n;
   static get size() { return 0xff; }
+  trim(path) { return path.replace(/\/*$/, '/'); }
   from(list) { return typeof list === "undefined" ? NaN : this; }
 }
 
