@@ -24,7 +24,6 @@ private slots:
     void everyEntryMayMatch();
     void asDefaultEachFileIsColoured_data();
     void asDefaultEachFileIsColoured();
-    void everyLanguageHasASample();
 
 private:
     ScratchFolder m_folder;
@@ -184,18 +183,10 @@ void LanguageFilesTest::asDefaultEachFileIsColoured()
     HighlightSyntax syntax(false);
     syntax.setLanguage(text(QTest::currentDataTag()), QString());
     const QStringList actual = ColouredText::lettersOf(syntax, lines);
-    for (int i = 0; i < lines.size(); ++i)
-        QCOMPARE(lines.at(i) + QLatin1Char('\n') + actual.at(i),
-                 lines.at(i) + QLatin1Char('\n') + colours.at(i));
-}
-
-void LanguageFilesTest::everyLanguageHasASample()
-{
-    QStringList languages;
-    for (const QString &sample : qAsConst(m_samples))
-        languages.append(LanguageConfig::languageOf(sample.section(QLatin1Char('\n'), 0, 0)));
-    languages.sort();
-    QCOMPARE(languages, AppSettings::instance().langlist);
+    for (int i = 0; i < lines.size(); ++i) {
+        const QString line = lines.at(i) + QLatin1Char('\n');
+        QCOMPARE(QString(line + actual.at(i)), QString(line + colours.at(i)));
+    }
 }
 
 QTEST_GUILESS_MAIN(LanguageFilesTest)
