@@ -29,7 +29,4 @@ struct Result {
 /// stand as in NativePath.
 Result parse(const QStringList &arguments);
 
-/// What -h prints: several lines, the last one ended.
-QString helpText();
-
 } // namespace OptionParser

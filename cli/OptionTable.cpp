@@ -132,7 +132,7 @@ QVector<OptionTable::Option> searchOptions()
          "result: \"::\" and the path, then the hits (default)\n"
          "grep: path:line:column:text\n"
          "json: one object a hit",
-         true, setFormat},
+         true, setFormat, "result grep json"},
     };
 }
 
@@ -148,11 +148,13 @@ QVector<OptionTable::Option> fileOptions()
         {0, "exclude-dir", "NAME", "leave out folders of this name; repeatable", false,
          [](Options &options, const QString &value) {
              return addText("exclude-dir", value, options.excludedFolders);
-         }},
+         },
+         nullptr, true},
         {0, "exclude-file", "TEXT", "leave out files with TEXT in their name; repeatable", false,
          [](Options &options, const QString &value) {
              return addText("exclude-file", value, options.excludedFiles);
-         }},
+         },
+         nullptr, true},
         {0, "max-size", "MIB", "leave out larger files (default 1, or the settings)", false,
          [](Options &options, const QString &value) {
              int mebibytes = 0;
@@ -172,7 +174,8 @@ QVector<OptionTable::Option> outputOptions()
          setSwitch<&Options::sort>},
         {0, "stats", nullptr, "counts and time to the standard error", false,
          setSwitch<&Options::stats>},
-        {0, "color", "WHEN", "auto (default), always or never", false, setColor},
+        {0, "color", "WHEN", "auto (default), always or never", false, setColor,
+         "auto always never"},
         {'h', "help", nullptr, "this text", false,
          [](Options &options, const QString &) {
              options.mode = Options::Mode::Help;
@@ -204,6 +207,14 @@ QVector<OptionTable::Option> modeOptions()
 }
 
 } // namespace
+
+QStringList OptionTable::Option::forms() const
+{
+    QStringList forms;
+    if (shortName != 0)
+        forms += QLatin1Char('-') + QString(QLatin1Char(shortName));
+    return forms << longForm();
+}
 
 const QVector<OptionTable::Option> &OptionTable::all()
 {

@@ -1,5 +1,6 @@
 #include "cli/Arguments.h"
 #include "cli/Console.h"
+#include "cli/HelpText.h"
 #include "cli/Interrupt.h"
 #include "cli/OptionParser.h"
 #include "cli/PathArguments.h"
@@ -77,7 +78,7 @@ int main(int argc, char *argv[])
         return refuse(parsed.error);
     switch (parsed.options.mode) {
     case Options::Mode::Help:
-        return print(Stream::Output, OptionParser::helpText(), Console::HitsFound);
+        return print(Stream::Output, HelpText::text(), Console::HitsFound);
     case Options::Mode::Version:
         return print(Stream::Output,
                      QStringLiteral("sarvik-cli %1\n").arg(QLatin1String(SARVIK_VERSION)),

@@ -48,8 +48,6 @@ private slots:
     void aWrongCommandLineIsRefusedWithOneLineThatNamesTheValue();
     void aFixedStringNeedNotBeAPattern();
     void theFirstErrorIsTheOneReported();
-    void theHelpNamesEveryOption();
-    void theHelpFitsEightyColumns();
     void noNameIsUsedTwice();
 };
 
@@ -361,27 +359,6 @@ void OptionParserTest::theFirstErrorIsTheOneReported()
              text("--tab takes a number from 1 to 1000: '0'"));
     QCOMPARE(OptionParser::parse(words("--nonsense --tab 0 k p")).error,
              text("unknown option '--nonsense'"));
-}
-
-void OptionParserTest::theHelpNamesEveryOption()
-{
-    const QString help = OptionParser::helpText();
-    QVERIFY(OptionTable::all().size() > 20);
-    for (const OptionTable::Option &option : OptionTable::all()) {
-        QVERIFY2(help.contains(option.longForm()), option.longName);
-        if (option.shortName != 0)
-            QVERIFY2(help.contains(QStringLiteral("  -%1, ").arg(QLatin1Char(option.shortName))
-                                   + option.longForm()),
-                     option.longName);
-    }
-    QVERIFY(help.endsWith(QLatin1Char('\n')));
-}
-
-void OptionParserTest::theHelpFitsEightyColumns()
-{
-    const QStringList lines = OptionParser::helpText().split(QLatin1Char('\n'));
-    for (const QString &line : lines)
-        QVERIFY2(line.size() <= 80, qPrintable(line));
 }
 
 void OptionParserTest::noNameIsUsedTwice()
