@@ -10,24 +10,31 @@ enum class LineRole {
     Follower ///< it follows a pending hit within the line distance
 };
 
-/// Leads cursor, which stands on the first line, over the lines that can matter,
+/// Leads cursor from the line that it stands on over the lines that can matter,
 /// in their order. next(from) tells a position on the first candidate, of the
 /// lines that begin at or after from, or -1; visit(role) hands the cursor's line
 /// to the matcher, or returns false to end the walk, as does this function then.
+///
+/// A text may come in parts, each a walk of its own: what a part's first lines
+/// follow may be in the part before.
 template <typename Cursor, typename Next, typename Visit>
 bool walkCandidates(const LineMatcher &matcher, Cursor &cursor, const Next &next,
                     const Visit &visit)
 {
-    for (qint64 candidate = next(0); candidate >= 0; candidate = next(cursor.start())) {
+    for (;;) {
+        while (cursor.number() <= matcher.lastLineOfInterest()) {
+            if (!visit(LineRole::Follower))
+                return false;
+            if (!cursor.next())
+                return true;
+        }
+        const qint64 candidate = next(cursor.start());
+        if (candidate < 0)
+            return true;
         cursor.moveTo(candidate);
         if (!visit(LineRole::Candidate))
             return false;
-        while (cursor.number() < matcher.lastLineOfInterest() && cursor.next()) {
-            if (!visit(LineRole::Follower))
-                return false;
-        }
         if (!cursor.next())
-            break;
+            return true;
     }
-    return true;
 }

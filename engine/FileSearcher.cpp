@@ -11,12 +11,17 @@ FileSearcher::FileSearcher(const SearchPlan &plan)
 {
 }
 
-QStringList FileSearcher::search(const char *content, qint64 size, int codeSet)
+QStringList FileSearcher::search(PieceSource &pieces, int codeSet)
 {
+    if (!m_plan.visitEveryLine()) {
+        if (const std::optional<QStringList> hits = m_rawLines.search(pieces, codeSet))
+            return *hits;
+    }
+    pieces.readWhole();
+    const char *const content = pieces.content();
+    const qint64 size = pieces.size();
     if (m_plan.visitEveryLine())
         return m_matcher.matchEveryLine(searchableText(content, size, codeSet));
-    if (const std::optional<QStringList> hits = m_rawLines.search(content, size, codeSet))
-        return *hits;
     if (!m_plan.prefilter().mayMatch(content, size, codeSet))
         return {};
     return searchDecoded(searchableText(content, size, codeSet));

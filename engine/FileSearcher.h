@@ -16,7 +16,7 @@ public:
     explicit FileSearcher(const SearchPlan &plan);
 
     /// The hit strings of a file's content in line order. codeSet as detected.
-    QStringList search(const char *content, qint64 size, int codeSet);
+    QStringList search(PieceSource &pieces, int codeSet);
 
 private:
     QStringList searchDecoded(const QString &text);

@@ -17,12 +17,14 @@ quint16 unitAt(const char *bytes)
 
 } // namespace
 
-RawLineCursor::RawLineCursor(const char *bytes, qint64 size, int unitSize, bool bigEndian)
+RawLineCursor::RawLineCursor(const char *bytes, qint64 size, int unitSize, bool bigEndian,
+                             qint64 firstNumber)
     : m_bytes(bytes)
     , m_size(size - size % unitSize)
     , m_unitSize(unitSize)
     , m_lineFeed(bigEndian ? qToBigEndian<quint16>('\n') : qToLittleEndian<quint16>('\n'))
     , m_end(lineFeedFrom(0))
+    , m_number(firstNumber)
 {
 }
 

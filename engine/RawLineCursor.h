@@ -7,8 +7,10 @@
 class RawLineCursor {
 public:
     /// A line feed is a unit of that many bytes, 1 or 2; it begins at a multiple
-    /// of that. bytes must outlive the cursor, which stands on the first line.
-    RawLineCursor(const char *bytes, qint64 size, int unitSize, bool bigEndian);
+    /// of that. bytes must outlive the cursor, which stands on the first line;
+    /// firstNumber is that line's number.
+    RawLineCursor(const char *bytes, qint64 size, int unitSize, bool bigEndian,
+                  qint64 firstNumber = 1);
 
     qint64 number() const { return m_number; } ///< from 1
     qint64 start() const { return m_start; }
@@ -19,6 +21,8 @@ public:
     bool next();
     /// Goes to the line that position, not before the present line, lies on.
     void moveTo(qint64 position);
+    /// The number of the last line; the cursor stays where it is.
+    qint64 lastNumber() const { return m_number + lineFeedsBetween(m_end, m_size); }
 
 private:
     bool isLineFeed(qint64 at) const;
@@ -31,5 +35,5 @@ private:
     quint16 m_lineFeed; // as it stands in memory, for units of 2
     qint64 m_start = 0;
     qint64 m_end = 0;
-    qint64 m_number = 1;
+    qint64 m_number;
 };

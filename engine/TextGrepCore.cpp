@@ -441,7 +441,8 @@ bool TextGrepCore::waitWhileHeldBack() const
 
 void TextGrepCore::loadOne(const QString &path, FileLoader &loader, FileSearcher &searcher)
 {
-    const FileLoader::Outcome outcome = loader.load(path);
+    const FileLoader::Outcome outcome =
+        m_condition.linecount ? loader.load(path) : loader.open(path);
     if (m_condition.linecount && m_options.reportEncodings)
         reportEncoding(path, loader, outcome);
     else if (outcome == FileLoader::Outcome::Refused)
@@ -476,12 +477,11 @@ void TextGrepCore::reportEncoding(const QString &path, const FileLoader &loader,
         emit encodingAt(path, kFileRefused, -1, false);
 }
 
-void TextGrepCore::searchLoaded(const QString &path, const FileLoader &loader,
-                                FileSearcher &searcher)
+void TextGrepCore::searchLoaded(const QString &path, FileLoader &loader, FileSearcher &searcher)
 {
     emit progressSrchCount();
     emit progressFileReport(path);
-    const QStringList hits = searcher.search(loader.content(), loader.size(), loader.codeSet());
+    const QStringList hits = searcher.search(loader.pieces(), loader.codeSet());
     if (!hits.isEmpty())
         emit foundAtList(path, hits);
     else if (m_condition.fnameflg)

@@ -134,7 +134,7 @@ private:
     void loadOne(const QString &path, FileLoader &loader, FileSearcher &searcher);
     void reportRefused(const QString &path, int codeSet);
     void reportEncoding(const QString &path, const FileLoader &loader, FileLoader::Outcome outcome);
-    void searchLoaded(const QString &path, const FileLoader &loader, FileSearcher &searcher);
+    void searchLoaded(const QString &path, FileLoader &loader, FileSearcher &searcher);
 
     bool isAborted() const { return m_aborted.load(std::memory_order_relaxed); }
     int otherWorkers() const;
