@@ -132,9 +132,9 @@ bool LineDecoder::decode(const char *bytes, qint64 size, QString *line) const
         known = decodeUtf16(bytes, size, m_codeSet == CodeSet::Utf16Be, line);
     if (!known)
         return false;
+    if (line->contains(QLatin1Char('\r')))
+        dropCarriageReturns(line); // first: one may stand between the halves of a pair
     if (m_codeSet != CodeSet::Utf8)
         replaceLoneSurrogates(line);
-    if (line->contains(QLatin1Char('\r')))
-        dropCarriageReturns(line);
     return true;
 }
