@@ -233,9 +233,8 @@ void LineAutomatonTest::noLineThatMatchesIsPassedOver()
         if (expression.indexIn(line) < 0)
             continue;
         ++matches;
-        const QByteArray about = (pattern + QLatin1String(" in ") + line).toUtf8();
-        QVERIFY2(made.next(line, 0) >= 0, about.constData());
-        QVERIFY2(findsInBytes(made, line.toUtf8()), about.constData());
+        if (made.next(line, 0) < 0 || !findsInBytes(made, line.toUtf8()))
+            QFAIL(qPrintable(pattern + QLatin1String(" in ") + line));
     }
     QVERIFY2(matches > 400, qPrintable(QString::number(matches)));
 }
