@@ -360,37 +360,35 @@ void TextGrepCore::queueEntries(const QString &folder, const QVector<FolderEntry
     QStringList folders;
     for (int i = 0; i < entries.size(); ++i) {
         const FolderEntry &entry = entries.at(i);
-        emit progressFileReport(folder + entry.name);
+        const QString path = folder + entry.name;
+        emit progressFileReport(path);
         if (i % kEntriesPerAbortCheck == 0 && isAborted())
             return;
         if (entry.kind == FolderEntry::File)
-            sortOutFile(folder, entry.name, mask, &files);
+            sortOutFile(path, entry.name, mask, &files);
         else if (entry.kind != FolderEntry::Other)
-            sortOutFolder(folder, entry, &folders);
+            sortOutFolder(path + QLatin1Char('/'), entry, &folders);
     }
-    QThread::yieldCurrentThread();
     std::sort(files.begin(), files.end());
     std::sort(folders.begin(), folders.end());
     m_files.append(files);
     m_folders.append(folders);
 }
 
-void TextGrepCore::sortOutFile(const QString &folder, const QString &name, const FileMask &mask,
+void TextGrepCore::sortOutFile(const QString &path, const QString &name, const FileMask &mask,
                                QStringList *files)
 {
     if (ExclusionList::excludesFile(m_options.limits.excludedFiles, name)) {
         emit WarningMsg(excludedFileWarning(name));
     } else if (mask.passes(name)) {
-        const QString path = folder + name;
         emit progressFileReport(path);
         files->append(path);
     }
 }
 
-void TextGrepCore::sortOutFolder(const QString &folder, const FolderEntry &entry,
+void TextGrepCore::sortOutFolder(const QString &path, const FolderEntry &entry,
                                  QStringList *folders)
 {
-    const QString path = folder + entry.name + QLatin1Char('/');
     if (ExclusionList::excludesFolder(m_options.limits.excludedFolders, entry.name))
         emit WarningMsg(excludedFolderWarning(path));
     else if (!m_condition.subdir)
