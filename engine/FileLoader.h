@@ -24,6 +24,9 @@ public:
     /// gives the others.
     Outcome open(const QString &path);
     PieceSource &pieces() { return m_reader; }
+    /// See FileReader.
+    void stopWhen(const std::function<bool()> &stop) { m_reader.stopWhen(stop); }
+    bool wasStopped() const { return m_reader.wasStopped(); }
 
     // Of the file that was loaded last; of one that was refused only codeSet(),
     // the negative number that refused it.

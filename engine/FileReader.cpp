@@ -9,6 +9,8 @@ namespace {
 
 /// A buffer that grew beyond this is given back after the file.
 constexpr qint64 kKeptBytes = 8 << 20;
+/// At once, so that a stop is not waited for longer than this takes.
+constexpr qint64 kLargestRead = 8 << 20;
 
 } // namespace
 
@@ -28,6 +30,7 @@ FileReader::Status FileReader::open(const QString &path, qint64 limit, TypeCheck
     m_dropped = 0;
     m_sizeAtOpen = 0;
     m_atEnd = true;
+    m_stopped = false;
     m_file.emplace(path, check);
     if (!m_file->isOpen())
         return Status::CannotOpen;
@@ -61,12 +64,14 @@ FileReader::Status FileReader::read(const QString &path, qint64 limit, TypeCheck
 void FileReader::fill()
 {
     while (!m_atEnd && m_size < m_room) {
-        const qint64 wanted = m_room - m_size;
+        const qint64 wanted = std::min(m_room - m_size, kLargestRead);
         const qint64 count = m_file->readSome(m_buffer.data() + m_size, wanted);
         m_size += count;
         const qint64 total = m_dropped + m_size;
         m_atEnd = count == 0 || (count < wanted && m_sizeAtOpen > 0 && total >= m_sizeAtOpen)
             || total > m_limit;
+        if (!m_atEnd && m_stop && m_stop())
+            m_atEnd = m_stopped = true;
     }
     if (m_atEnd)
         m_size = std::min(m_size, std::max(m_limit, m_sizeAtOpen) - m_dropped);

@@ -6,6 +6,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 /// Reads files, as a whole or in pieces, into one buffer that is kept from file
@@ -25,6 +26,11 @@ public:
 
     /// What a piece holds at least, unless the file ends before.
     static constexpr qint64 kPieceSize = 128 << 10;
+
+    /// Asked again and again while a large file is read; once it says true, the
+    /// file ends there and wasStopped() is true until the next one is opened.
+    void stopWhen(const std::function<bool()> &stop) { m_stop = stop; }
+    bool wasStopped() const { return m_stopped; }
 
     /// Opens a file and reads its first piece, of kPieceSize or atLeast bytes,
     /// whichever is more.
@@ -58,4 +64,6 @@ private:
     qint64 m_sizeAtOpen = 0;
     qint64 m_limit = 0;
     bool m_atEnd = true;
+    bool m_stopped = false;
+    std::function<bool()> m_stop;
 };

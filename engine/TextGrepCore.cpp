@@ -406,6 +406,7 @@ void TextGrepCore::doLoadFile()
     FileLoader loader(plan->limits(),
                       m_namedFiles ? FileReader::TypeCheck::BeforeOpen
                                    : FileReader::TypeCheck::WhenOpen);
+    loader.stopWhen([this] { return isAborted(); });
     FileSearcher searcher(*plan);
     int filesLoaded = 0;
     while (waitWhileHeldBack()) {
@@ -441,6 +442,8 @@ void TextGrepCore::loadOne(const QString &path, FileLoader &loader, FileSearcher
 {
     const FileLoader::Outcome outcome =
         m_condition.linecount ? loader.load(path) : loader.open(path);
+    if (loader.wasStopped())
+        return;
     if (m_condition.linecount && m_options.reportEncodings)
         reportEncoding(path, loader, outcome);
     else if (outcome == FileLoader::Outcome::Refused)
@@ -480,6 +483,8 @@ void TextGrepCore::searchLoaded(const QString &path, FileLoader &loader, FileSea
     emit progressSrchCount();
     emit progressFileReport(path);
     const QStringList hits = searcher.search(loader.pieces(), loader.codeSet());
+    if (loader.wasStopped()) // what was read of its last line may be half of it
+        return;
     if (!hits.isEmpty())
         emit foundAtList(path, hits);
     else if (m_condition.fnameflg)
