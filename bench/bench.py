@@ -26,6 +26,7 @@ class Bench:
         self.program = options.program
         self.folder = options.folder
         self.rounds = 3 if options.quick else options.rounds
+        self.ripgrep_only = options.ripgrep_only
         self.failures = []
 
     def run(self, row):
@@ -87,7 +88,7 @@ class Bench:
         own = self.ours(tree, row.keyword, row.own)
         commands = [own, self.ripgrep(tree, row.keyword, row.ripgrep)]
         print(f"\n{name}: {row.keyword} in linux-source-6.1 {version}")
-        if row.others is None:
+        if row.others is None or self.ripgrep_only:
             self.compare_lines(tree, own, commands[1])
         else:
             grep = measure.Command("grep", [*GREP, *row.others, "-e", row.keyword, tree])
@@ -209,6 +210,9 @@ def main():
     parser.add_argument("--quick", action="store_true", help="three rounds instead of --rounds")
     parser.add_argument("--rounds", type=int, default=9, help="rounds of each row (default 9)")
     parser.add_argument("--rows", nargs="+", choices=rows.ALL, default=rows.ALL, help="these only")
+    parser.add_argument(
+        "--ripgrep-only", action="store_true", help="leave out ugrep and grep, which take longest"
+    )
     options = parser.parse_args()
 
     bench = Bench(options)
