@@ -89,11 +89,11 @@ class Bench:
         commands = [own, self.ripgrep(tree, row.keyword, row.ripgrep)]
         print(f"\n{name}: {row.keyword} in linux-source-6.1 {version}")
         if row.others is None or self.ripgrep_only:
-            self.compare_lines(tree, own, commands[1])
+            self.compare_lines(tree, own, commands[1], row.ascii_only)
         else:
             grep = measure.Command("grep", [*GREP, *row.others, "-e", row.keyword, tree])
             ugrep = measure.Command("ugrep", [*UGREP, *row.others, "-e", row.keyword, tree])
-            self.compare_lines(tree, own, grep)
+            self.compare_lines(tree, own, grep, row.ascii_only)
             commands += [ugrep, grep]
         self.measure(row.goal, commands, "ripgrep")
 
@@ -149,9 +149,11 @@ class Bench:
             commands.append(own)
         self.measure(rows.GROWTH_GOAL, commands, commands[0].name)
 
-    def compare_lines(self, tree, own, peer):
+    def compare_lines(self, tree, own, peer, ascii_only):
         self.say("comparing lines")
         regular = lines.regular_files(tree)
+        if ascii_only:
+            regular = {path for path in regular if lines.is_ascii(path)}
         codes = lines.encodings(self.program, tree, SIZE)
         accepted = {path for path in regular if codes.get(path, -2) >= 0}
         found = {hit for hit in lines.parse(measure.outputs_of(own)[0]) if hit[0] in regular}

@@ -15,6 +15,9 @@ class LinuxRow:
     # Options of ugrep and grep; None: these are not run, because they are slow
     # with such a pattern or read it in another way, and ripgrep's lines count.
     others: list = None
+    # What beyond ASCII is a word depends on the code set that a file is read in,
+    # which the programs tell in different ways: then only pure ASCII is compared.
+    ascii_only: bool = False
 
 
 WORDS = "ERR_SYS|PME_TURN_OFF|LINK_REQ_RST|CFG_BME_EVT|of_irq_get_byname"
@@ -32,7 +35,7 @@ LINUX_ROWS = {
     "linux-pattern": LinuxRow("devm_[a-z]+_bulk_get", "at most 1.50", [], [], ["-E"]),
     "linux-words": LinuxRow(WORDS, "at most 1.50", [], [], ["-E"]),
     "linux-words-ignore-case": LinuxRow(WORDS, "at most 1.50", ["-i"], ["-i"]),
-    "linux-three-words": LinuxRow(r"\w{5}\s+\w{5}\s+\w{5}", "at most 1.50"),
+    "linux-three-words": LinuxRow(r"\w{5}\s+\w{5}\s+\w{5}", "at most 1.50", ascii_only=True),
     "linux-date": LinuxRow("[0-9]{4}-[0-9]{2}", "at most 1.50", [], [], ["-E"]),
 }
 
