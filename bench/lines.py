@@ -28,6 +28,11 @@ def regular_files(tree):
     return found
 
 
+def is_ascii(path):
+    with open(path, "rb") as file:
+        return file.read().isascii()
+
+
 def encodings(program, tree, size_options):
     """{path: code-set number} by --encodings; -2 where the file is refused."""
     command = [program, "--no-settings", "--encodings", *size_options, tree]

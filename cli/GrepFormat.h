@@ -11,5 +11,8 @@ public:
     QByteArray format(const FileResult &file) const override;
 
 private:
+    void appendHit(QByteArray *lines, const QByteArray &path, const QString &hit) const;
+    void appendNumber(QByteArray *lines, int number) const;
+
     HitPainter m_painter;
 };

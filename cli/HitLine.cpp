@@ -1,16 +1,30 @@
 #include "cli/HitLine.h"
 
+#include <limits>
+
 namespace {
 
 /// Reads blanks, digits and a ":" from index on; -1 when they are not there.
 int readNumber(const QString &hit, int index, int &number)
 {
-    while (index < hit.size() && hit.at(index) == QLatin1Char(' '))
+    const QChar *const units = hit.constData();
+    while (index < hit.size() && units[index] == QLatin1Char(' '))
         ++index;
-    const int colon = hit.indexOf(QLatin1Char(':'), index);
-    bool isNumber = false;
-    number = hit.midRef(index, colon - index).toInt(&isNumber);
-    return colon >= 0 && isNumber ? colon + 1 : -1;
+    const int firstDigit = index;
+    qint64 value = 0;
+    for (; index < hit.size(); ++index) {
+        const int digit = units[index].unicode() - '0';
+        if (digit < 0 || digit > 9)
+            break;
+        value = value * 10 + digit;
+        if (value > std::numeric_limits<int>::max())
+            return -1;
+    }
+    const bool isNumber = index > firstDigit && index < hit.size();
+    if (!isNumber || units[index] != QLatin1Char(':'))
+        return -1;
+    number = int(value);
+    return index + 1;
 }
 
 } // namespace

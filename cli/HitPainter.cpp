@@ -1,5 +1,6 @@
 #include "cli/HitPainter.h"
 
+#include "cli/Utf8Text.h"
 #include "engine/LineMatcher.h"
 #include "engine/NativePath.h"
 #include "engine/PatternLimits.h"
@@ -35,9 +36,21 @@ QByteArray HitPainter::path(const QString &path) const
     return m_on ? kPath + name + kPlain : name;
 }
 
-QByteArray HitPainter::number(const QString &number) const
+void HitPainter::appendNumber(QByteArray *line, QStringView number) const
 {
-    return m_on ? kNumber + number.toUtf8() + kPlain : number.toUtf8();
+    if (m_on)
+        line->append(kNumber);
+    Utf8Text::append(line, number);
+    if (m_on)
+        line->append(kPlain);
+}
+
+void HitPainter::appendText(QByteArray *line, QStringView text) const
+{
+    if (m_on)
+        line->append(this->text(text.toString()));
+    else
+        Utf8Text::append(line, text);
 }
 
 QByteArray HitPainter::text(const QString &text) const

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QRegExp>
 #include <QString>
+#include <QStringView>
 
 /// Colours the parts of the output with the terminal's escape sequences, or
 /// hands them through as UTF-8. Not re-entrant: QRegExp keeps its last match.
@@ -16,9 +17,11 @@ public:
     explicit HitPainter(const SearchCondition &condition);
 
     QByteArray path(const QString &path) const;
-    QByteArray number(const QString &number) const;
+    void appendNumber(QByteArray *line, QStringView number) const;
     /// The text of a hit line, every match of the keyword coloured.
     QByteArray text(const QString &text) const;
+    /// The same at the end of line.
+    void appendText(QByteArray *line, QStringView text) const;
 
 private:
     bool m_on = false;

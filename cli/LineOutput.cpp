@@ -10,6 +10,8 @@ LineOutput::LineOutput(StandardStreams::Stream stream, const std::function<void(
                        const std::function<bool()> &giveUp)
     : m_stream(stream), m_beforeWrite(beforeWrite), m_giveUp(giveUp)
 {
+    // Once it was told to keep its room, the buffer does so when it is emptied.
+    m_buffer.reserve(2 * kPieceSize);
 }
 
 void LineOutput::add(const QByteArray &lines)

@@ -10,12 +10,15 @@ QByteArray PlainFormat::format(const FileResult &file) const
 {
     QByteArray lines = "::" + m_painter.path(file.path) + '\n';
     for (const QString &hit : file.hits)
-        lines += hitLine(hit);
+        appendHit(&lines, hit);
     return lines;
 }
 
-QByteArray PlainFormat::hitLine(const QString &hit) const
+void PlainFormat::appendHit(QByteArray *lines, const QString &hit) const
 {
+    const QStringView whole(hit);
     const HitLine parts = HitLine::parse(hit);
-    return m_painter.number(hit.left(parts.textStart)) + m_painter.text(parts.text(hit)) + '\n';
+    m_painter.appendNumber(lines, whole.left(parts.textStart));
+    m_painter.appendText(lines, whole.mid(parts.textStart));
+    lines->append('\n');
 }

@@ -12,7 +12,7 @@ public:
     QByteArray format(const FileResult &file) const override;
 
 private:
-    QByteArray hitLine(const QString &hit) const;
+    void appendHit(QByteArray *lines, const QString &hit) const;
 
     HitPainter m_painter;
 };

@@ -1,6 +1,6 @@
 #include "engine/CandidateLines.h"
 
-#include "engine/CandidateFinder.h"
+#include "engine/CandidateWalk.h"
 #include "engine/LineMatcher.h"
 
 #include <QStringView>
@@ -16,7 +16,7 @@ public:
     explicit LineCursor(QStringView text) : m_text(text) { findEnd(); }
 
     qint64 number() const { return m_number; }
-    qint64 end() const { return m_end; }
+    qint64 start() const { return m_start; }
     QStringView line() const { return m_text.mid(m_start, m_end - m_start); }
 
     bool next()
@@ -56,20 +56,14 @@ private:
 
 } // namespace
 
-QStringList CandidateLines::match(LineMatcher &matcher, const CandidateFinder &finder,
-                                  const QString &text)
+QStringList CandidateLines::match(LineMatcher &matcher, const Next &next, const QString &text)
 {
     matcher.begin();
     LineCursor cursor{QStringView(text)};
-    qint64 candidate = finder.next(text, 0);
-    while (candidate >= 0) {
-        cursor.moveTo(candidate);
+    const auto visit = [&matcher, &cursor](LineRole) {
         matcher.visit(cursor.number(), cursor.line());
-        while (cursor.number() < matcher.lastLineOfInterest() && cursor.next())
-            matcher.visit(cursor.number(), cursor.line());
-        if (!cursor.next())
-            break;
-        candidate = finder.next(text, cursor.end() - cursor.line().size());
-    }
+        return true;
+    };
+    walkCandidates(matcher, cursor, next, visit);
     return matcher.takeHits();
 }

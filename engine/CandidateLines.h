@@ -1,16 +1,21 @@
 #pragma once
 
 #include <QStringList>
+#include <QStringView>
 
-class CandidateFinder;
+#include <functional>
+
 class LineMatcher;
 
 namespace CandidateLines {
 
+/// A position on the first line that may match keyword1, of those that begin at
+/// or after the given one; -1 if there is none.
+using Next = std::function<qint64(qint64 from)>;
+
 /// The hits of text as matcher.matchEveryLine(text) gives them, visiting only
-/// the lines that can matter: those on which finder finds a text that every
-/// match of the keyword needs, and those that follow a pending hit within the
-/// line distance.
-QStringList match(LineMatcher &matcher, const CandidateFinder &finder, const QString &text);
+/// the lines that can matter: those that next finds, and those that follow a
+/// pending hit within the line distance.
+QStringList match(LineMatcher &matcher, const Next &next, const QString &text);
 
 } // namespace CandidateLines

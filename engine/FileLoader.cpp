@@ -1,19 +1,29 @@
 #include "engine/FileLoader.h"
 
-#include "engine/FileCodeSet.h"
+#include <algorithm>
 
 FileLoader::FileLoader(const SearchLimits &limits, FileReader::TypeCheck typeCheck)
-    : m_limits(limits), m_typeCheck(typeCheck)
+    : m_typeCheck(typeCheck)
 {
+    m_settings.sizeLimitBytes = limits.sizeLimitBytes();
+    m_settings.sampleSize = limits.codechksize;
+    m_settings.detectSize = limits.detectsize;
 }
 
 FileLoader::Outcome FileLoader::load(const QString &path)
 {
-    DetectionSettings settings;
-    settings.sizeLimitBytes = m_limits.sizeLimitBytes();
-    settings.sampleSize = m_limits.codechksize;
-    settings.detectSize = m_limits.detectsize;
-    switch (m_reader.read(path, settings.sizeLimitBytes, m_typeCheck)) {
+    return detect(m_reader.read(path, m_settings.sizeLimitBytes, m_typeCheck));
+}
+
+FileLoader::Outcome FileLoader::open(const QString &path)
+{
+    const int sample = std::min(m_settings.sampleSize, kLargestSample);
+    return detect(m_reader.open(path, m_settings.sizeLimitBytes, m_typeCheck, sample));
+}
+
+FileLoader::Outcome FileLoader::detect(FileReader::Status status)
+{
+    switch (status) {
     case FileReader::Status::CannotOpen:
         return Outcome::Skipped;
     case FileReader::Status::TooLarge:
@@ -23,6 +33,6 @@ FileLoader::Outcome FileLoader::load(const QString &path)
         break;
     }
     m_codeSet = codeSetOfContent(m_reader.content(), m_reader.size(), m_reader.sizeAtOpen(),
-                                 settings, &m_lineEnd, &m_hasMark);
+                                 m_settings, &m_lineEnd, &m_hasMark);
     return m_codeSet < 0 ? Outcome::Refused : Outcome::Loaded;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/EngineOptions.h"
+#include "engine/FileCodeSet.h"
 #include "engine/FileReader.h"
 
 #include <QString>
@@ -17,7 +18,15 @@ public:
 
     FileLoader(const SearchLimits &limits, FileReader::TypeCheck typeCheck);
 
+    /// Reads the file as a whole.
     Outcome load(const QString &path);
+    /// Reads its first piece, which is enough to detect the code set; pieces()
+    /// gives the others.
+    Outcome open(const QString &path);
+    PieceSource &pieces() { return m_reader; }
+    /// See FileReader.
+    void stopWhen(const std::function<bool()> &stop) { m_reader.stopWhen(stop); }
+    bool wasStopped() const { return m_reader.wasStopped(); }
 
     // Of the file that was loaded last; of one that was refused only codeSet(),
     // the negative number that refused it.
@@ -28,7 +37,9 @@ public:
     bool hasMark() const { return m_hasMark; } ///< begins with a byte-order mark
 
 private:
-    SearchLimits m_limits;
+    Outcome detect(FileReader::Status status);
+
+    DetectionSettings m_settings;
     FileReader::TypeCheck m_typeCheck;
     FileReader m_reader;
     int m_codeSet = 0;

@@ -5,18 +5,35 @@
 #include "engine/TextDecoder.h"
 
 FileSearcher::FileSearcher(const SearchPlan &plan)
-    : m_plan(plan), m_matcher(plan.condition(), plan.limits().tabcolm)
+    : m_plan(plan)
+    , m_matcher(plan.condition(), plan.limits().tabcolm)
+    , m_rawLines(m_plan, m_matcher)
 {
 }
 
-QStringList FileSearcher::search(const char *content, qint64 size, int codeSet)
+QStringList FileSearcher::search(PieceSource &pieces, int codeSet)
 {
+    if (!m_plan.visitEveryLine()) {
+        if (const std::optional<QStringList> hits = m_rawLines.search(pieces, codeSet))
+            return *hits;
+    }
+    pieces.readWhole();
+    const char *const content = pieces.content();
+    const qint64 size = pieces.size();
     if (m_plan.visitEveryLine())
         return m_matcher.matchEveryLine(searchableText(content, size, codeSet));
     if (!m_plan.prefilter().mayMatch(content, size, codeSet))
         return {};
-    const QString text = searchableText(content, size, codeSet);
-    if (!m_plan.finder().usable())
-        return m_matcher.matchEveryLine(text);
-    return CandidateLines::match(m_matcher, m_plan.finder(), text);
+    return searchDecoded(searchableText(content, size, codeSet));
+}
+
+QStringList FileSearcher::searchDecoded(const QString &text)
+{
+    if (m_plan.finder().usable())
+        return CandidateLines::match(
+            m_matcher, [&](qint64 from) { return m_plan.finder().next(text, from); }, text);
+    if (m_plan.automaton().isUsable())
+        return CandidateLines::match(
+            m_matcher, [&](qint64 from) { return m_plan.automaton().next(text, from); }, text);
+    return m_matcher.matchEveryLine(text);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/LineMatcher.h"
+#include "engine/RawLines.h"
 
 #include <QStringList>
 
@@ -9,13 +10,18 @@ class SearchPlan;
 /// Finds the hits in the bytes of one file. One object a thread; the plan must
 /// outlive it.
 class FileSearcher {
+    Q_DISABLE_COPY(FileSearcher)
+
 public:
     explicit FileSearcher(const SearchPlan &plan);
 
     /// The hit strings of a file's content in line order. codeSet as detected.
-    QStringList search(const char *content, qint64 size, int codeSet);
+    QStringList search(PieceSource &pieces, int codeSet);
 
 private:
+    QStringList searchDecoded(const QString &text);
+
     const SearchPlan &m_plan;
     LineMatcher m_matcher;
+    RawLines m_rawLines;
 };

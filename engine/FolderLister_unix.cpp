@@ -6,7 +6,6 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
@@ -64,15 +63,12 @@ QVector<FolderEntry> NativeFolderLister::list(const QString &folder, const Claim
                                               const KeepGoing &keepGoing) const
 {
     QVector<FolderEntry> entries;
-    const int descriptor = ::open(NativePath::toNative(folder).constData(),
-                                  O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor < 0)
+    // Opens nothing but a folder, and without waiting; a descriptor of our own
+    // would only be asked by two further calls what it is.
+    DIR *const directory = ::opendir(NativePath::toNative(folder).constData());
+    if (!directory)
         return entries;
-    DIR *const directory = ::fdopendir(descriptor);
-    if (!directory) {
-        ::close(descriptor);
-        return entries;
-    }
+    const int descriptor = ::dirfd(directory);
     struct stat status;
     const bool told = ::fstat(descriptor, &status) == 0;
     if (claim(told ? identityOf(status) : FolderIdentity())) {

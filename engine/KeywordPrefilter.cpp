@@ -1,71 +1,19 @@
 #include "engine/KeywordPrefilter.h"
 
+#include "engine/ByteOrderMark.h"
 #include "engine/CodeForms.h"
 #include "engine/EncodedLiteral.h"
 #include "engine/Iso2022Stream.h"
 #include "engine/JapaneseForms.h"
+#include "engine/LoneCarriageReturn.h"
 
 #include <QChar>
 #include <QtEndian>
 
 #include <algorithm>
-#include <cstring>
 #include <limits>
 
 namespace {
-
-/// A byte-order mark at the start of a file.
-struct Mark {
-    const char *bytes;
-    int size;
-    CodeSet::Number codeSet;
-};
-
-// In the order in which the decoder looks for them.
-constexpr Mark kMarks[] = {
-    {"\x00\x00\xFE\xFF", 4, CodeSet::Utf32Be}, {"\xFF\xFE\x00\x00", 4, CodeSet::Utf32Le},
-    {"\xFE\xFF", 2, CodeSet::Utf16Be},         {"\xFF\xFE", 2, CodeSet::Utf16Le},
-    {"\xEF\xBB\xBF", 3, CodeSet::Utf8},
-};
-
-const Mark *markAt(const char *bytes, qint64 size)
-{
-    for (const Mark &mark : kMarks) {
-        if (size >= mark.size
-            && std::memcmp(bytes, mark.bytes, static_cast<size_t>(mark.size)) == 0)
-            return &mark;
-    }
-    return nullptr;
-}
-
-bool isUnit(const char *at, char16_t value, int unitSize, bool bigEndian)
-{
-    for (int i = 0; i < unitSize; ++i) {
-        const int shift = 8 * (bigEndian ? unitSize - 1 - i : i);
-        const int expected = shift < 16 ? (value >> shift) & 0xFF : 0;
-        if (static_cast<uchar>(at[i]) != expected)
-            return false;
-    }
-    return true;
-}
-
-/// A CR unit with another unit than LF behind it.
-bool hasLoneCarriageReturn(const char *bytes, qint64 size, int unitSize, bool bigEndian)
-{
-    const char *const end = bytes + size;
-    const char *at = bytes;
-    while (at != end) {
-        at = static_cast<const char *>(std::memchr(at, '\r', static_cast<size_t>(end - at)));
-        if (at == nullptr)
-            return false;
-        const char *const unit = at - (at - bytes) % unitSize;
-        if (end - unit >= 2 * unitSize && isUnit(unit, '\r', unitSize, bigEndian)
-            && !isUnit(unit + unitSize, '\n', unitSize, bigEndian))
-            return true;
-        ++at;
-    }
-    return false;
-}
 
 /// A UTF-32 unit above the last code point. It decodes to the halves of a pair
 /// that are computed without a check: the first may be any character.
@@ -102,11 +50,7 @@ bool KeywordPrefilter::mayMatch(const char *bytes, qint64 size, int codeSet) con
         return false;
     if (m_required.alternatives().isEmpty())
         return true;
-    if (const Mark *const mark = markAt(bytes, size)) {
-        codeSet = mark->codeSet;
-        bytes += mark->size;
-        size -= mark->size;
-    }
+    ByteOrderMark::skip(&bytes, &size, &codeSet);
     const Plan &way = plan(codeSet);
     if (way.answer != Plan::Search)
         return way.answer == Plan::PassAll;
@@ -115,6 +59,19 @@ bool KeywordPrefilter::mayMatch(const char *bytes, qint64 size, int codeSet) con
     if (CodeForms::unitSize(codeSet) == 1)
         return mayMatchBytes(way, bytes, size);
     return mayMatchUnits(way, bytes, size, codeSet);
+}
+
+const ByteSearch *KeywordPrefilter::lineSearch(int codeSet, bool highBytes) const
+{
+    static const ByteSearch nothing;
+    if (m_required.neverMatches())
+        return &nothing;
+    if (m_required.alternatives().isEmpty())
+        return nullptr;
+    const Plan &way = plan(codeSet);
+    if (way.answer == Plan::PassAll)
+        return nullptr;
+    return highBytes || !way.straysAreHigh ? &way.all : &way.needles;
 }
 
 const KeywordPrefilter::Plan &KeywordPrefilter::plan(int codeSet) const
@@ -147,6 +104,7 @@ void KeywordPrefilter::prepare(Plan *plan, int codeSet) const
     plan->answer = needles.isEmpty() ? Plan::PassNone : Plan::Search;
     plan->needles = ByteSearch(needles);
     plan->strays = ByteSearch(strays);
+    plan->all = ByteSearch(needles + strays);
     plan->straysAreHigh = std::all_of(strays.cbegin(), strays.cend(), hasHighByte);
 }
 
@@ -167,7 +125,7 @@ bool KeywordPrefilter::mayMatchUnits(const Plan &plan, const char *bytes, qint64
     const bool bigEndian = codeSet == CodeSet::Utf16Be || codeSet == CodeSet::Utf32Be;
     const int unitSize = CodeForms::unitSize(codeSet);
     return plan.needles.isIn(bytes, size) || plan.strays.isIn(bytes, size)
-        || hasLoneCarriageReturn(bytes, size, unitSize, bigEndian)
+        || LoneCarriageReturn::isIn(bytes, size, unitSize, bigEndian)
         || (unitSize == 4 && hasImpossibleUnit(bytes, size, bigEndian));
 }
 

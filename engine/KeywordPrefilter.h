@@ -32,6 +32,12 @@ public:
     /// bytes; codeSet is the number that the file would be decoded with.
     bool mayMatch(const char *bytes, qint64 size, int codeSet) const;
 
+    /// Finds, in the bytes of a text of codeSet behind its mark, something on
+    /// every line that can match, as long as rule 3 does not apply; null where
+    /// nothing can be known. highBytes: whether there is a byte of 128 or above
+    /// (always true for UTF-16 and UTF-32).
+    const ByteSearch *lineSearch(int codeSet, bool highBytes) const;
+
 private:
     /// How the files of one code set are searched.
     struct Plan {
@@ -40,6 +46,7 @@ private:
         std::once_flag prepared;
         Answer answer = PassAll;
         ByteSearch needles;
+        ByteSearch all; // needles and strays
         ByteSearch strays; // what lets a file pass although no needle was found
         bool straysAreHigh = false; // no stray occurs in a file of pure ASCII
     };

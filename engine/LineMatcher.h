@@ -49,6 +49,9 @@ public:
     /// The last line number that is of interest because of the pending hit; -1
     /// when there is none.
     qint64 lastLineOfInterest() const;
+    /// The line whose text a pending hit refers to: it must stay until the hit is
+    /// reported or replaced. -1 when there is none.
+    qint64 pendingLine() const { return m_pending.lineNumber; }
     QStringList takeHits();
 
 private:

@@ -13,6 +13,14 @@ bool isAscii(const char *bytes, int size)
                        [](char byte) { return static_cast<uchar>(byte) < 0x80; });
 }
 
+bool isAscii(const QString &text)
+{
+    ushort joined = 0;
+    for (const QChar unit : text)
+        joined = ushort(joined | unit.unicode());
+    return joined < 0x80;
+}
+
 /// Length of the valid UTF-8 sequence at the start of bytes, 0 when there is none.
 int validSequenceLength(const char *bytes, int size)
 {
@@ -77,6 +85,8 @@ QString NativePath::fromNative(const QByteArray &name)
 
 QByteArray NativePath::toNative(const QString &path)
 {
+    if (isAscii(path))
+        return path.toLatin1();
     QByteArray name;
     int start = 0;
     for (int i = 0; i < path.size(); ++i) {

@@ -33,6 +33,9 @@ public:
     /// the file, but 0 only at its end.
     qint64 readSome(char *buffer, qint64 maximum);
 
+    /// The next read begins at the beginning again.
+    void rewind();
+
 private:
     static constexpr qintptr kClosed = -1;
 

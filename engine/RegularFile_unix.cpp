@@ -62,3 +62,9 @@ qint64 RegularFile::readSome(char *buffer, qint64 maximum)
     } while (got == -1 && errno == EINTR);
     return std::max<ssize_t>(got, 0);
 }
+
+void RegularFile::rewind()
+{
+    if (isOpen())
+        ::lseek(int(m_handle), 0, SEEK_SET);
+}

@@ -56,3 +56,9 @@ qint64 RegularFile::readSome(char *buffer, qint64 maximum)
     DWORD got = 0;
     return ReadFile(handleOf(m_handle), buffer, wanted, &got, nullptr) == 0 ? 0 : qint64(got);
 }
+
+void RegularFile::rewind()
+{
+    if (isOpen())
+        SetFilePointerEx(handleOf(m_handle), LARGE_INTEGER(), nullptr, FILE_BEGIN);
+}

@@ -3,6 +3,7 @@
 #include "engine/CandidateFinder.h"
 #include "engine/EngineOptions.h"
 #include "engine/KeywordPrefilter.h"
+#include "engine/LineAutomaton.h"
 #include "engine/SearchCondition.h"
 
 /// All that the workers of one run read and none of them changes: made when the
@@ -16,6 +17,8 @@ public:
     bool visitEveryLine() const { return m_visitEveryLine; }
     const KeywordPrefilter &prefilter() const { return m_prefilter; }
     const CandidateFinder &finder() const { return m_finder; }
+    /// Of a keyword that is a pattern; for any other it is not usable.
+    const LineAutomaton &automaton() const { return m_automaton; }
 
 private:
     SearchCondition m_condition;
@@ -23,4 +26,5 @@ private:
     bool m_visitEveryLine;
     KeywordPrefilter m_prefilter;
     CandidateFinder m_finder;
+    LineAutomaton m_automaton;
 };

@@ -1,5 +1,6 @@
 #include "engine/SignalSpool.h"
 
+#include "engine/CallQueue.h"
 #include "engine/TextGrepCore.h"
 
 #include <QThread>
@@ -22,7 +23,7 @@ int moveAll(QStringList &from, QStringList *target)
 
 } // namespace
 
-SignalSpool::SignalSpool(QObject *parent) : QObject(parent)
+SignalSpool::SignalSpool(QObject *parent) : QObject(parent), m_calls(new CallQueue(this))
 {
 }
 
@@ -78,7 +79,7 @@ void SignalSpool::scan(QStringList pathlist, QString mask, QString keyword1, QSt
                               Q_ARG(bool, subdir), Q_ARG(bool, linecount));
 }
 
-/// Results, messages and the end keep their order through the event queue.
+/// Results, messages and the end keep their order through one queue.
 void SignalSpool::queueResults(TextGrepCore *engine)
 {
     connectQueued(engine, &TextGrepCore::lcntFinished, &SignalSpool::lcntFinished);
@@ -91,7 +92,7 @@ void SignalSpool::queueResults(TextGrepCore *engine)
     connectQueued(engine, &TextGrepCore::WarningMsg, &SignalSpool::onWarningMsg);
 }
 
-/// What waits in the event queue outlives the engine that emitted it: after a
+/// What waits in the queue outlives the engine that emitted it: after a
 /// scan that stopped a run it must not count for the new one.
 template <typename... Arguments>
 void SignalSpool::connectQueued(TextGrepCore *engine, void (TextGrepCore::*signal)(Arguments...),
@@ -100,10 +101,12 @@ void SignalSpool::connectQueued(TextGrepCore *engine, void (TextGrepCore::*signa
     connect(
         engine, signal, this,
         [this, member, run = m_run](const Arguments &...arguments) {
-            if (run == m_run)
-                (this->*member)(arguments...);
+            m_calls->add([=] {
+                if (run == m_run)
+                    (this->*member)(arguments...);
+            });
         },
-        Qt::QueuedConnection);
+        Qt::DirectConnection);
 }
 
 /// Progress is emitted for every entry and every file: called directly, its

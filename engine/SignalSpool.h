@@ -11,6 +11,7 @@
 #include <mutex>
 #include <optional>
 
+class CallQueue;
 class QThread;
 class TextGrepCore;
 
@@ -116,6 +117,7 @@ private:
     void endEngine();
     void abortEngine();
 
+    CallQueue *const m_calls; // a child, lives on the same thread
     std::optional<EngineOptions> m_engineOptions;
 
     // The engine lives on the thread; both are made by scan and live until

@@ -360,37 +360,35 @@ void TextGrepCore::queueEntries(const QString &folder, const QVector<FolderEntry
     QStringList folders;
     for (int i = 0; i < entries.size(); ++i) {
         const FolderEntry &entry = entries.at(i);
-        emit progressFileReport(folder + entry.name);
+        const QString path = folder + entry.name;
+        emit progressFileReport(path);
         if (i % kEntriesPerAbortCheck == 0 && isAborted())
             return;
         if (entry.kind == FolderEntry::File)
-            sortOutFile(folder, entry.name, mask, &files);
+            sortOutFile(path, entry.name, mask, &files);
         else if (entry.kind != FolderEntry::Other)
-            sortOutFolder(folder, entry, &folders);
+            sortOutFolder(path + QLatin1Char('/'), entry, &folders);
     }
-    QThread::yieldCurrentThread();
     std::sort(files.begin(), files.end());
     std::sort(folders.begin(), folders.end());
     m_files.append(files);
     m_folders.append(folders);
 }
 
-void TextGrepCore::sortOutFile(const QString &folder, const QString &name, const FileMask &mask,
+void TextGrepCore::sortOutFile(const QString &path, const QString &name, const FileMask &mask,
                                QStringList *files)
 {
     if (ExclusionList::excludesFile(m_options.limits.excludedFiles, name)) {
         emit WarningMsg(excludedFileWarning(name));
     } else if (mask.passes(name)) {
-        const QString path = folder + name;
         emit progressFileReport(path);
         files->append(path);
     }
 }
 
-void TextGrepCore::sortOutFolder(const QString &folder, const FolderEntry &entry,
+void TextGrepCore::sortOutFolder(const QString &path, const FolderEntry &entry,
                                  QStringList *folders)
 {
-    const QString path = folder + entry.name + QLatin1Char('/');
     if (ExclusionList::excludesFolder(m_options.limits.excludedFolders, entry.name))
         emit WarningMsg(excludedFolderWarning(path));
     else if (!m_condition.subdir)
@@ -408,6 +406,7 @@ void TextGrepCore::doLoadFile()
     FileLoader loader(plan->limits(),
                       m_namedFiles ? FileReader::TypeCheck::BeforeOpen
                                    : FileReader::TypeCheck::WhenOpen);
+    loader.stopWhen([this] { return isAborted(); });
     FileSearcher searcher(*plan);
     int filesLoaded = 0;
     while (waitWhileHeldBack()) {
@@ -441,7 +440,10 @@ bool TextGrepCore::waitWhileHeldBack() const
 
 void TextGrepCore::loadOne(const QString &path, FileLoader &loader, FileSearcher &searcher)
 {
-    const FileLoader::Outcome outcome = loader.load(path);
+    const FileLoader::Outcome outcome =
+        m_condition.linecount ? loader.load(path) : loader.open(path);
+    if (loader.wasStopped())
+        return;
     if (m_condition.linecount && m_options.reportEncodings)
         reportEncoding(path, loader, outcome);
     else if (outcome == FileLoader::Outcome::Refused)
@@ -476,12 +478,13 @@ void TextGrepCore::reportEncoding(const QString &path, const FileLoader &loader,
         emit encodingAt(path, kFileRefused, -1, false);
 }
 
-void TextGrepCore::searchLoaded(const QString &path, const FileLoader &loader,
-                                FileSearcher &searcher)
+void TextGrepCore::searchLoaded(const QString &path, FileLoader &loader, FileSearcher &searcher)
 {
     emit progressSrchCount();
     emit progressFileReport(path);
-    const QStringList hits = searcher.search(loader.content(), loader.size(), loader.codeSet());
+    const QStringList hits = searcher.search(loader.pieces(), loader.codeSet());
+    if (loader.wasStopped()) // what was read of its last line may be half of it
+        return;
     if (!hits.isEmpty())
         emit foundAtList(path, hits);
     else if (m_condition.fnameflg)

@@ -126,15 +126,15 @@ private:
     bool mayList(const FolderIdentity &identity, const QString &folder);
     void queueEntries(const QString &folder, const QVector<FolderEntry> &entries,
                       const FileMask &mask);
-    void sortOutFile(const QString &folder, const QString &name, const FileMask &mask,
+    void sortOutFile(const QString &path, const QString &name, const FileMask &mask,
                      QStringList *files);
-    void sortOutFolder(const QString &folder, const FolderEntry &entry, QStringList *folders);
+    void sortOutFolder(const QString &path, const FolderEntry &entry, QStringList *folders);
 
     bool waitWhileHeldBack() const;
     void loadOne(const QString &path, FileLoader &loader, FileSearcher &searcher);
     void reportRefused(const QString &path, int codeSet);
     void reportEncoding(const QString &path, const FileLoader &loader, FileLoader::Outcome outcome);
-    void searchLoaded(const QString &path, const FileLoader &loader, FileSearcher &searcher);
+    void searchLoaded(const QString &path, FileLoader &loader, FileSearcher &searcher);
 
     bool isAborted() const { return m_aborted.load(std::memory_order_relaxed); }
     int otherWorkers() const;

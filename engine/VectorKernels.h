@@ -35,29 +35,50 @@ public:
         }
     }
 
+    /// Most files hold no CR at all, which one look at each byte tells.
     static SearchKernels::ByteSurvey survey(const std::uint8_t *bytes, std::int64_t size)
     {
         const Vector carriageReturn = Isa::splat8('\r');
-        const Vector lineFeed = Isa::splat8('\n');
         Vector all = Isa::splat8(0);
-        Vector lone = Isa::splat8(0);
+        Vector returns = Isa::splat8(0);
         std::int64_t at = 0;
-        for (; at + Isa::Width + 1 <= size; at += Isa::Width) {
-            const Vector here = Isa::load(bytes + at);
-            const Vector next = Isa::load(bytes + at + 1);
-            all = Isa::either(all, here);
-            lone = Isa::either(
-                lone, Isa::butNot(Isa::equal8(here, carriageReturn), Isa::equal8(next, lineFeed)));
+        for (; at + 2 * Isa::Width <= size; at += 2 * Isa::Width) {
+            const Vector low = Isa::load(bytes + at);
+            const Vector high = Isa::load(bytes + at + Isa::Width);
+            all = Isa::either(all, Isa::either(low, high));
+            returns = Isa::either(
+                returns,
+                Isa::either(Isa::equal8(low, carriageReturn), Isa::equal8(high, carriageReturn)));
         }
         SearchKernels::ByteSurvey result;
         result.highByte = Isa::highBits(all) != 0;
-        result.loneCarriageReturn = Isa::highBits(lone) != 0;
+        result.loneCarriageReturn =
+            Isa::highBits(returns) != 0 && hasLoneCarriageReturn(bytes, at, size);
         ScalarKernels::extendSurvey(bytes, at, size, result);
         return result;
     }
 
 private:
     using Vector = typename Isa::Vector;
+
+    /// Looks at the CR of [0, end), which another byte may follow.
+    static bool hasLoneCarriageReturn(const std::uint8_t *bytes, std::int64_t end,
+                                      std::int64_t size)
+    {
+        const Vector carriageReturn = Isa::splat8('\r');
+        const Vector lineFeed = Isa::splat8('\n');
+        Vector lone = Isa::splat8(0);
+        std::int64_t at = 0;
+        for (; at + Isa::Width <= end && at + Isa::Width + 1 <= size; at += Isa::Width) {
+            const Vector here = Isa::load(bytes + at);
+            const Vector next = Isa::load(bytes + at + 1);
+            lone = Isa::either(
+                lone, Isa::butNot(Isa::equal8(here, carriageReturn), Isa::equal8(next, lineFeed)));
+        }
+        SearchKernels::ByteSurvey rest;
+        ScalarKernels::extendSurvey(bytes, at, size, rest);
+        return Isa::highBits(lone) != 0 || rest.loneCarriageReturn;
+    }
 
     template <bool Masked> class BytesEqual {
     public:

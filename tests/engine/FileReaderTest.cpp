@@ -63,6 +63,10 @@ class FileReaderTest : public QObject {
     Q_OBJECT
 
 private slots:
+    void aLargeFileComesInPieces();
+    void aPieceThatIsAskedForAgainIsLonger();
+    void theWholeFileCanBeHadAfterSomePieces();
+    void aReaderThatIsToldToStopEndsThere();
     void init();
     void aFileIsReadWhole_data();
     void aFileIsReadWhole();
@@ -476,6 +480,74 @@ void FileReaderTest::nothingStaysOpen()
         reader.read(path("missing"), kNoLimit, TypeCheck::WhenOpen);
     }
     QCOMPARE(open(), before);
+}
+
+void FileReaderTest::aLargeFileComesInPieces()
+{
+    const ScratchFolder scratch;
+    const QByteArray bytes = bytesOf(5 * FileReader::kPieceSize + 77);
+    scratch.write(QStringLiteral("a"), bytes);
+    FileReader reader;
+    QCOMPARE(reader.open(scratch.filePath(QStringLiteral("a")), kNoLimit, TypeCheck::WhenOpen),
+             Status::Read);
+    QByteArray together;
+    while (!reader.atEnd()) {
+        QCOMPARE(reader.size(), FileReader::kPieceSize);
+        constexpr qint64 kLeft = 100; // as what follows the last line feed
+        together += contentOf(reader).left(int(reader.size() - kLeft));
+        reader.advance(reader.size() - kLeft);
+    }
+    QVERIFY(together + contentOf(reader) == bytes);
+}
+
+void FileReaderTest::aPieceThatIsAskedForAgainIsLonger()
+{
+    const ScratchFolder scratch;
+    const QByteArray bytes = bytesOf(3 * FileReader::kPieceSize);
+    scratch.write(QStringLiteral("a"), bytes);
+    FileReader reader;
+    reader.open(scratch.filePath(QStringLiteral("a")), kNoLimit, TypeCheck::WhenOpen);
+    reader.advance(0);
+    QCOMPARE(reader.size(), 2 * FileReader::kPieceSize);
+    QVERIFY(!reader.atEnd());
+    QVERIFY(bytes.startsWith(contentOf(reader)));
+    reader.advance(0);
+    QVERIFY(reader.atEnd());
+    QVERIFY(contentOf(reader) == bytes);
+}
+
+void FileReaderTest::theWholeFileCanBeHadAfterSomePieces()
+{
+    const ScratchFolder scratch;
+    const QByteArray bytes = bytesOf(4 * FileReader::kPieceSize);
+    scratch.write(QStringLiteral("a"), bytes);
+    FileReader reader;
+    reader.open(scratch.filePath(QStringLiteral("a")), kNoLimit, TypeCheck::WhenOpen);
+    reader.advance(1000);
+    reader.advance(1000);
+    reader.readWhole();
+    QVERIFY(reader.atEnd());
+    QVERIFY(contentOf(reader) == bytes);
+}
+
+void FileReaderTest::aReaderThatIsToldToStopEndsThere()
+{
+    const ScratchFolder scratch;
+    scratch.write(QStringLiteral("a"), bytesOf(4 * FileReader::kPieceSize));
+    scratch.write(QStringLiteral("b"), "small");
+    FileReader reader;
+    bool stop = false;
+    reader.stopWhen([&stop] { return stop; });
+    reader.open(scratch.filePath(QStringLiteral("a")), kNoLimit, TypeCheck::WhenOpen);
+    QVERIFY(!reader.wasStopped());
+    stop = true;
+    reader.advance(1000);
+    QVERIFY(reader.wasStopped());
+    QVERIFY(reader.atEnd());
+    stop = false;
+    reader.read(scratch.filePath(QStringLiteral("b")), kNoLimit, TypeCheck::WhenOpen);
+    QVERIFY(!reader.wasStopped());
+    QCOMPARE(contentOf(reader), QByteArray("small"));
 }
 
 QTEST_GUILESS_MAIN(FileReaderTest)

@@ -88,6 +88,11 @@ void TextGrepCoreMemoryTest::aFileForWhichMemoryIsMissingIsAnError()
     QVERIFY(run.run(condition)); // the threads and their heaps stand from here on
     TreeBuilder tree(scratch.path().toLocal8Bit());
     tree.sparseFile("b.txt", 900 * kMiB);
+    // Text where detection looks, and then one line of the rest.
+    QFile file(scratch.filePath(QStringLiteral("b.txt")));
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QVERIFY(file.write(QByteArray("text\n").repeated(2000)) > 0);
+    file.close();
     {
         const ScarceMemory scarce(300 * kMiB);
         if (!scarce.inForce())

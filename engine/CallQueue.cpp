@@ -1,0 +1,34 @@
+#include "engine/CallQueue.h"
+
+#include <QTimer>
+
+#include <utility>
+
+CallQueue::CallQueue(QObject *parent) : QObject(parent)
+{
+}
+
+void CallQueue::add(std::function<void()> call)
+{
+    const std::lock_guard lock(m_lock);
+    m_calls.push_back(std::move(call));
+    if (std::exchange(m_awake, true))
+        return;
+    QMetaObject::invokeMethod(this, &CallQueue::runAll, Qt::QueuedConnection);
+}
+
+void CallQueue::runAll()
+{
+    std::vector<std::function<void()>> calls;
+    {
+        const std::lock_guard lock(m_lock);
+        calls.swap(m_calls);
+        m_awake = !calls.empty();
+    }
+    if (calls.empty())
+        return;
+    // Before the calls: one of them may delete the object.
+    QTimer::singleShot(kPauseMs, Qt::PreciseTimer, this, &CallQueue::runAll);
+    for (const std::function<void()> &call : calls)
+        call();
+}

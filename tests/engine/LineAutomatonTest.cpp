@@ -1,0 +1,243 @@
+#include "engine/LineAutomaton.h"
+
+#include "tests/support/TestLength.h"
+
+#include <QRandomGenerator>
+#include <QRegExp>
+#include <QTest>
+
+class LineAutomatonTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void aLineThatMatchesIsFound_data();
+    void aLineThatMatchesIsFound();
+    void aLineThatCannotMatchIsPassedOver_data();
+    void aLineThatCannotMatchIsPassedOver();
+    void theFirstOfSeveralLinesIsFound();
+    void aMatchDoesNotReachOverALineFeed();
+    void carriageReturnsCountForNothing();
+    void aPatternThatMatchesNothingIsOfNoUse_data();
+    void aPatternThatMatchesNothingIsOfNoUse();
+    void whatCannotBeFollowedIsOfNoUse_data();
+    void whatCannotBeFollowedIsOfNoUse();
+    void aPatternThatMakesPatternEnginesExplodeEndsSoon_data();
+    void aPatternThatMakesPatternEnginesExplodeEndsSoon();
+    void brokenBytesMayBeAnyCharacters();
+    void noLineThatMatchesIsPassedOver();
+};
+
+namespace {
+
+LineAutomaton automaton(const QString &pattern, Qt::CaseSensitivity sensitivity = Qt::CaseSensitive)
+{
+    return LineAutomaton(pattern, sensitivity);
+}
+
+bool findsInBytes(const LineAutomaton &automaton, const QByteArray &bytes)
+{
+    return automaton.nextInBytes(bytes.constData(), bytes.size(), 0) >= 0;
+}
+
+void addMatches()
+{
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<Qt::CaseSensitivity>("sensitivity");
+    const auto add = [](const char *name, const char *pattern, const char *line,
+                        Qt::CaseSensitivity sensitivity = Qt::CaseSensitive) {
+        QTest::newRow(name) << QString::fromUtf8(pattern) << QString::fromUtf8(line) << sensitivity;
+    };
+    add("three words", "\\w{5}\\s+\\w{5}\\s+\\w{5}", "(alpha  gamma\tdelta)");
+    add("digits", "[0-9]{4}-[0-9]{2}", "on 2024-02-29");
+    add("full-width digits", "\\d{2}", "x１２");
+    add("alternatives", "foo|ba+r", "baaar");
+    add("a group", "(ab)+c", "xababc");
+    add("a lookahead", "a(?=b)b", "ab");
+    add("a word boundary", "\\bfoo\\b", "a foo b");
+    add("a back-reference", "(a|b)x\\1y", "axay");
+    add("a negated class", "[^a]b", "漢b");
+    add("a class that begins with a bracket", "[]x]+y", "]y");
+    add("an escape by number", "\\x0041\\0102", "AB");
+    add("least and most", "a{2,3}b", "aab");
+    add("more than are copied", "a{40}b", "aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaab");
+    add("a high count", "ab{0,500}c", "abbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbc");
+    add("a count of nothing", "ab{0}c", "ac");
+    add("the Kelvin sign", "k+1", "\u212A1", Qt::CaseInsensitive);
+    add("another case", "ab+c", "ABBC", Qt::CaseInsensitive);
+    add("beyond the basic plane", "a.+b", "a𠮷b");
+}
+
+} // namespace
+
+void LineAutomatonTest::aLineThatMatchesIsFound_data()
+{
+    addMatches();
+}
+
+void LineAutomatonTest::aLineThatMatchesIsFound()
+{
+    QFETCH(QString, pattern);
+    QFETCH(QString, line);
+    QFETCH(Qt::CaseSensitivity, sensitivity);
+    QVERIFY(QRegExp(pattern, sensitivity).indexIn(line) >= 0);
+    const LineAutomaton made = automaton(pattern, sensitivity);
+    QVERIFY(made.isUsable());
+    QVERIFY(made.next(line, 0) >= 0);
+    QVERIFY(findsInBytes(made, line.toUtf8()));
+}
+
+void LineAutomatonTest::aLineThatCannotMatchIsPassedOver_data()
+{
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<QString>("line");
+    const auto add = [](const char *name, const char *pattern, const char *line) {
+        QTest::newRow(name) << QString::fromUtf8(pattern) << QString::fromUtf8(line);
+    };
+    add("a word too short", "\\w{5}\\s+\\w{5}\\s+\\w{5}", "alpha beta gamma delta");
+    add("digits too few", "[0-9]{4}-[0-9]{2}", "24-02-29 2024-2-29");
+    add("another case", "ab+c", "ABBC");
+    add("too many copies", "xa{2}b", "xaaab");
+    add("a class beyond ASCII is not one within", "[あ-ん]+x", "abcx");
+    add("ASCII alone is not beyond it", "[a-z]9", "漢9");
+}
+
+void LineAutomatonTest::aLineThatCannotMatchIsPassedOver()
+{
+    QFETCH(QString, pattern);
+    QFETCH(QString, line);
+    const LineAutomaton made = automaton(pattern);
+    QVERIFY(made.isUsable());
+    QCOMPARE(made.next(line, 0), qint64(-1));
+    QVERIFY(!findsInBytes(made, line.toUtf8()));
+}
+
+void LineAutomatonTest::theFirstOfSeveralLinesIsFound()
+{
+    const LineAutomaton made = automaton(QStringLiteral("[0-9]+x"));
+    const QString text = QStringLiteral("none\n1 2 3\nhere 45x\n6x\n");
+    const qint64 found = made.next(text, 0);
+    QCOMPARE(text.left(int(found)).count(QLatin1Char('\n')), 2);
+    const qint64 behind = text.indexOf(QStringLiteral("6x"));
+    QCOMPARE(made.next(text, behind), behind + 1);
+    QCOMPARE(made.next(text, text.size()), qint64(-1));
+}
+
+void LineAutomatonTest::aMatchDoesNotReachOverALineFeed()
+{
+    const LineAutomaton made = automaton(QStringLiteral("a[^b]c"));
+    QCOMPARE(made.next(QStringLiteral("a\nc a\n\nc"), 0), qint64(-1));
+    QVERIFY(!findsInBytes(made, "a\nc a\n\nc"));
+}
+
+void LineAutomatonTest::carriageReturnsCountForNothing()
+{
+    const LineAutomaton made = automaton(QStringLiteral("[ab]c[de]"));
+    QVERIFY(findsInBytes(made, "xa\rc\r\rd"));
+    QVERIFY(!findsInBytes(made, "xa\r\rd"));
+}
+
+void LineAutomatonTest::aPatternThatMatchesNothingIsOfNoUse_data()
+{
+    QTest::addColumn<QString>("pattern");
+    for (const char *const pattern : {"a*", "(ab)?", "^", "\\b", "a|", "(?=a)", "x{0}"})
+        QTest::newRow(pattern) << QString::fromLatin1(pattern);
+}
+
+void LineAutomatonTest::aPatternThatMatchesNothingIsOfNoUse()
+{
+    QFETCH(QString, pattern);
+    QVERIFY(!automaton(pattern).isUsable());
+}
+
+void LineAutomatonTest::whatCannotBeFollowedIsOfNoUse_data()
+{
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<Qt::CaseSensitivity>("sensitivity");
+    QTest::newRow("nothing to repeat") << QStringLiteral("*a") << Qt::CaseSensitive;
+    QTest::newRow("an open group") << QStringLiteral("(a") << Qt::CaseSensitive;
+    QTest::newRow("a closed group") << QStringLiteral("a)") << Qt::CaseSensitive;
+    QTest::newRow("an open class") << QStringLiteral("[a") << Qt::CaseSensitive;
+    QTest::newRow("another kind of group") << QStringLiteral("(?<a)b") << Qt::CaseSensitive;
+    QTest::newRow("one character that becomes two")
+        << QStringLiteral("a\u0130b|c") << Qt::CaseInsensitive;
+}
+
+void LineAutomatonTest::whatCannotBeFollowedIsOfNoUse()
+{
+    QFETCH(QString, pattern);
+    QFETCH(Qt::CaseSensitivity, sensitivity);
+    QVERIFY(!automaton(pattern, sensitivity).isUsable());
+}
+
+void LineAutomatonTest::aPatternThatMakesPatternEnginesExplodeEndsSoon_data()
+{
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<bool>("usable");
+    QTest::newRow("a repetition of repetitions") << QStringLiteral("(a*)*b") << true;
+    QTest::newRow("alternatives that overlap") << QStringLiteral("(a|aa|aaa)+$") << true;
+    QTest::newRow("optional ones and as many")
+        << QStringLiteral("a?a?a?a?a?a?a?a?a?a?aaaaaaaaaa") << true;
+    QTest::newRow("a place to remember") << QStringLiteral("(a|b)*a(a|b){16}") << false;
+    QTest::newRow("copies of copies") << QStringLiteral("((a{16}){16}){16}") << false;
+}
+
+void LineAutomatonTest::aPatternThatMakesPatternEnginesExplodeEndsSoon()
+{
+    QFETCH(QString, pattern);
+    QFETCH(bool, usable);
+    const LineAutomaton made = automaton(pattern);
+    QCOMPARE(made.isUsable(), usable);
+    if (usable)
+        QVERIFY(!findsInBytes(made, QByteArray(9, 'c') + QByteArray(100000, 'd')));
+}
+
+void LineAutomatonTest::brokenBytesMayBeAnyCharacters()
+{
+    const LineAutomaton made = automaton(QStringLiteral("a.b"));
+    QVERIFY(findsInBytes(made,
+                         "a\xFF"
+                         "b"));
+    QVERIFY(findsInBytes(made,
+                         "a\xE3\x81"
+                         "b"));
+    QVERIFY(!findsInBytes(made, "ab"));
+}
+
+void LineAutomatonTest::noLineThatMatchesIsPassedOver()
+{
+    static const char *const parts[] = {"a",     "b",     "[ab]", "[^a]", ".",     "\\w", "\\d",
+                                        "(a|c)", "(?:b)", "あ",   "ｋ",   "k",     "\\s", "[あ-ん]",
+                                        "\\bx",  "x\\B",  "(ab)", "\\1",  "(?!a)", "^",   "$"};
+    static const char *const counts[] = {"", "", "", "", "*", "+", "?", "{2}", "{1,3}", "{0,1}"};
+    static const char *const texts[] = {"a",  "b", "c", "x",  "k",  "K", "\u212A", "あ",
+                                        "漢", "1", " ", "ｋ", "Ａ", "9", "_",      "𠮷"};
+    QRandomGenerator random(20240601);
+    const auto pick = [&random](const auto &list) {
+        return QString::fromUtf8(list[random.bounded(int(std::size(list)))]);
+    };
+    int matches = 0;
+    for (int round = 0; round < TestLength::rounds(4000, 400000); ++round) {
+        QString pattern;
+        for (int i = 1 + random.bounded(5); i > 0; --i)
+            pattern +=
+                pick(parts) + pick(counts) + QLatin1String(random.bounded(12) == 0 ? "|" : "");
+        const auto sensitivity = random.bounded(2) == 0 ? Qt::CaseSensitive : Qt::CaseInsensitive;
+        const QRegExp expression(pattern, sensitivity);
+        const LineAutomaton made = automaton(pattern, sensitivity);
+        if (!expression.isValid() || !made.isUsable())
+            continue;
+        QString line;
+        for (int i = random.bounded(12); i > 0; --i)
+            line += pick(texts);
+        if (expression.indexIn(line) < 0)
+            continue;
+        ++matches;
+        if (made.next(line, 0) < 0 || !findsInBytes(made, line.toUtf8()))
+            QFAIL(qPrintable(pattern + QLatin1String(" in ") + line));
+    }
+    QVERIFY2(matches > 400, qPrintable(QString::number(matches)));
+}
+
+QTEST_GUILESS_MAIN(LineAutomatonTest)
+#include "LineAutomatonTest.moc"
