@@ -1,5 +1,3 @@
-#include "engine/FileSearcher.h"
-#include "engine/SearchPlan.h"
 #include "tests/engine_support/SearchCaseGenerator.h"
 #include "tests/support/TestLength.h"
 
@@ -10,14 +8,6 @@
 namespace {
 
 constexpr quint32 kSeed = 20150401;
-QStringList search(const SearchCase &made, bool visitEveryLine)
-{
-    EngineOptions options;
-    options.visitEveryLine = visitEveryLine;
-    const SearchPlan plan(made.condition, options);
-    FileSearcher searcher(plan);
-    return searcher.search(made.content.constData(), made.content.size(), made.codeSet);
-}
 
 } // namespace
 
@@ -36,8 +26,8 @@ void FastPathTest::theHitsAreThoseOfThePlainPath()
     int withHits = 0;
     for (int i = 0; i < TestLength::rounds(30000, 400000); ++i) {
         const SearchCase made = generator.next();
-        const QStringList expected = search(made, true);
-        const QStringList actual = search(made, false);
+        const QStringList expected = made.hits(true);
+        const QStringList actual = made.hits(false);
         if (actual != expected)
             qInfo("case %d: %s", i, qPrintable(made.describe()));
         QCOMPARE(actual, expected);

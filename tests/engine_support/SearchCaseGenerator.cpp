@@ -1,6 +1,8 @@
 #include "tests/engine_support/SearchCaseGenerator.h"
 
 #include "engine/CodeSet.h"
+#include "engine/FileSearcher.h"
+#include "engine/SearchPlan.h"
 
 #include <QStringList>
 #include <QTextCodec>
@@ -37,6 +39,15 @@ const QVector<QStringList> &alphabets()
 }
 
 } // namespace
+
+QStringList SearchCase::hits(bool visitEveryLine) const
+{
+    EngineOptions options;
+    options.visitEveryLine = visitEveryLine;
+    const SearchPlan plan(condition, options);
+    FileSearcher searcher(plan);
+    return searcher.search(content.constData(), content.size(), codeSet);
+}
 
 QString SearchCase::describe() const
 {

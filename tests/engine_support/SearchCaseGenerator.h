@@ -14,6 +14,10 @@ struct SearchCase {
     QByteArray content;
     int codeSet = 0;
 
+    /// The hits in the file: on the plain path, which decodes everything and
+    /// visits every line, or as a search finds them.
+    QStringList hits(bool visitEveryLine) const;
+
     /// For the message of a failed comparison.
     QString describe() const;
 };
