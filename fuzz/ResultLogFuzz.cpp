@@ -1,3 +1,4 @@
+#include "engine/NativePath.h"
 #include "fuzz/FuzzInput.h"
 #include "mainwindow/history/LogRestore.h"
 #include "mainwindow/history/ResultLogFile.h"
@@ -10,6 +11,13 @@ QString readLog(const QString &path)
     const std::optional<QString> content = ResultLogFile::read(path);
     require(content.has_value(), "a regular file is read");
     return *content;
+}
+
+/// Halves of surrogate pairs are what a log loses, but for those that stand for
+/// the bytes of a name.
+QString asLogged(const QString &text)
+{
+    return NativePath::fromNative(NativePath::toNative(text));
 }
 
 } // namespace
@@ -39,7 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     require(ResultLogFile::write(path, log), "a log can be written");
     const LogRestore again =
         LogRestore::fromContent(readLog(path), path, LogRestore::Extent::Everything);
-    require(again.text == all.text, "the text comes back letter by letter");
-    require(again.keyword1.value_or(QString()) == log.keyword1, "keyword 1 comes back");
+    require(again.text == asLogged(all.text), "the text comes back letter by letter");
+    require(again.keyword1.value_or(QString()) == asLogged(log.keyword1), "keyword 1 comes back");
     return 0;
 }

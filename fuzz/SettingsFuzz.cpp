@@ -69,10 +69,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     switch (file) {
     case 0:
     case 1:
-        for (const char *name : {"sarvik.ini", "sarvedit.ini", "keywordhistory.ini"})
-            scratch.remove(QString::fromLatin1(name));
-        scratch.write(file == 0 ? QStringLiteral("sarvik.ini") : QStringLiteral("sarvedit.ini"),
-                      bytes);
+        scratch.write(QStringLiteral("sarvik.ini"), bytes);
+        scratch.write(QStringLiteral("sarvedit.ini"), file == 0 ? QByteArray() : bytes);
         scratch.write(QStringLiteral("keywordhistory.ini"), bytes);
         readSettings(folder);
         break;
