@@ -1,4 +1,5 @@
 #include "engine/FolderLister.h"
+#include "engine/LongPath.h"
 #include "engine/NativePath.h"
 
 #include <cstring>
@@ -64,8 +65,8 @@ QVector<FolderEntry> NativeFolderLister::list(const QString &folder, const Claim
                                               const KeepGoing &keepGoing) const
 {
     QVector<FolderEntry> entries;
-    const int descriptor = ::open(NativePath::toNative(folder).constData(),
-                                  O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC);
+    const int descriptor = LongPath::open(NativePath::toNative(folder),
+                                          O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC);
     if (descriptor < 0)
         return entries;
     DIR *const directory = ::fdopendir(descriptor);
@@ -93,7 +94,7 @@ QVector<FolderEntry> NativeFolderLister::list(const QString &folder, const Claim
 bool NativeFolderLister::identify(const QString &path, FolderIdentity *identity) const
 {
     struct stat status;
-    if (::stat(NativePath::toNative(path).constData(), &status) != 0 || !S_ISDIR(status.st_mode))
+    if (!LongPath::status(NativePath::toNative(path), &status) || !S_ISDIR(status.st_mode))
         return false;
     *identity = identityOf(status);
     return identity->isKnown();

@@ -7,8 +7,13 @@
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TestLength.h"
 
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
 #include <QTest>
 
+#include <fcntl.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -23,6 +28,7 @@ private slots:
     void everyFileIsCountedOnce();
     void theHugeFileIsTheOnlyError();
     void aSecondSearchFindsTheSame();
+    void aPathLongerThanTheSystemTakesIsSearched();
     void manyFilesInOneFolderAreAllFound();
     void whatMayNotBeReadIsLeftOutAndNothingElse();
     void aMountInTheTreeIsSearched();
@@ -156,6 +162,50 @@ void HostileTreeTest::aSecondSearchFindsTheSame()
         QVERIFY(run.run(searchFor(HostileTree::keyword(), {tree.path()})));
         QVERIFY2(hitsOf(run) == expected, difference(hitsOf(run), expected).constData());
     }
+}
+
+void HostileTreeTest::aPathLongerThanTheSystemTakesIsSearched()
+{
+    constexpr int kLevels = 30;
+    const QByteArray level(255, 'x');
+    const ScratchFolder tree;
+    const QString start = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(tree.path()));
+    // One after the other: no call takes the whole path.
+    bool made = true;
+    for (int i = 0; i < kLevels; ++i)
+        made = made && ::mkdir(level.constData(), 0755) == 0 && ::chdir(level.constData()) == 0;
+    const int descriptor = ::open("plain.txt", O_WRONLY | O_CREAT | O_CLOEXEC, 0644);
+    const QByteArray content = HostileTree::content();
+    made =
+        made && ::write(descriptor, content.constData(), size_t(content.size())) == content.size();
+    ::close(descriptor);
+    made = made && ::symlink("plain.txt", "link.txt") == 0;
+    QVERIFY(QDir::setCurrent(start));
+    QVERIFY(made);
+
+    const QByteArray folder =
+        QFile::encodeName(tree.path()) + QByteArray(level + '/').repeated(kLevels);
+    const QByteArrayList files{folder + "link.txt", folder + "plain.txt"};
+    EngineRun run;
+    const bool searched = run.run(searchFor(HostileTree::keyword(), {tree.path()}));
+    const Counts hits = hitsOf(run);
+    // As a top folder and as files, too: nothing lists them first.
+    const bool fromBelow =
+        run.run(searchFor(HostileTree::keyword(), {NativePath::fromNative(folder)}));
+    const Counts hitsFromBelow = hitsOf(run);
+    const bool named = run.run(
+        searchFor(HostileTree::keyword(),
+                  {NativePath::fromNative(files.first()), NativePath::fromNative(files.last())}));
+    const Counts hitsOfNamed = hitsOf(run);
+    // The folder's own removal would fail.
+    QCOMPARE(QProcess::execute(QStringLiteral("rm"),
+                               {QStringLiteral("-rf"), tree.path() + QString::fromLatin1(level)}),
+             0);
+    QVERIFY(searched && fromBelow && named);
+    QCOMPARE(hits, expectedOf(files, 1));
+    QCOMPARE(hitsFromBelow, expectedOf(files, 1));
+    QCOMPARE(hitsOfNamed, expectedOf(files, 1));
 }
 
 void HostileTreeTest::manyFilesInOneFolderAreAllFound()
