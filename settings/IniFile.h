@@ -37,7 +37,7 @@ public:
     IniFile(const QString &path, IniDocument::Form form);
 
     /// A larger file is none that can be read: its content would take all memory.
-    static constexpr qint64 kLargestFileBytes = 256 * 1024 * 1024;
+    static constexpr qint64 kLargestFileBytes = Q_INT64_C(256) * 1024 * 1024;
 
     /// The file's content; an empty document when there is no file; nothing
     /// when it cannot be read, is too large or not a regular file. Who then goes on with
