@@ -1,11 +1,14 @@
 #include "engine/FolderLister.h"
+#include "engine/LongPath.h"
 #include "engine/NativePath.h"
 
+#include <cerrno>
 #include <cstring>
 
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -52,6 +55,23 @@ FolderEntry::Kind kindOf(int folder, const dirent &entry)
     }
 }
 
+/// Opens nothing but a folder, and without waiting; null when there is none. A
+/// descriptor of our own would only be asked by two further calls what it is, so
+/// it is opened for a path that is too long for one call only.
+DIR *openFolder(const QByteArray &path)
+{
+    DIR *const directory = ::opendir(path.constData());
+    if (directory || errno != ENAMETOOLONG)
+        return directory;
+    const int descriptor = LongPath::open(path, O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0)
+        return nullptr;
+    DIR *const deep = ::fdopendir(descriptor);
+    if (!deep)
+        ::close(descriptor);
+    return deep;
+}
+
 bool isDotOrDotDot(const char *name)
 {
     return std::strcmp(name, ".") == 0 || std::strcmp(name, "..") == 0;
@@ -63,9 +83,7 @@ QVector<FolderEntry> NativeFolderLister::list(const QString &folder, const Claim
                                               const KeepGoing &keepGoing) const
 {
     QVector<FolderEntry> entries;
-    // Opens nothing but a folder, and without waiting; a descriptor of our own
-    // would only be asked by two further calls what it is.
-    DIR *const directory = ::opendir(NativePath::toNative(folder).constData());
+    DIR *const directory = openFolder(NativePath::toNative(folder));
     if (!directory)
         return entries;
     const int descriptor = ::dirfd(directory);
@@ -89,7 +107,7 @@ QVector<FolderEntry> NativeFolderLister::list(const QString &folder, const Claim
 bool NativeFolderLister::identify(const QString &path, FolderIdentity *identity) const
 {
     struct stat status;
-    if (::stat(NativePath::toNative(path).constData(), &status) != 0 || !S_ISDIR(status.st_mode))
+    if (!LongPath::status(NativePath::toNative(path), &status) || !S_ISDIR(status.st_mode))
         return false;
     *identity = identityOf(status);
     return identity->isKnown();

@@ -41,7 +41,10 @@ bool findKeepsSteadyAscii(int codeSet)
 // followed by ending.
 QByteArray allBeginnings(const QByteArray &ending)
 {
+    constexpr int kBeginnings = 0x80 * 0x100;
     QByteArray bytes;
+    // At once: an appended expression asks for its own size, no more, each time.
+    bytes.reserve(kBeginnings * (2 + ending.size()));
     for (int first = 0x80; first <= 0xFF; ++first) {
         bytes += char(first) + ending;
         for (int second = 0; second <= 0xFF; ++second) {

@@ -47,7 +47,10 @@ QVector<Code> writtenCodes(const QTextCodec &codec)
 // it writes in place of a character that it cannot write.
 QVector<Code> codesReadBack(const QTextCodec &codec, const QVector<Code> &written)
 {
+    constexpr int kLongestLine = 3;
     QByteArray bytes;
+    // At once: an appended expression asks for its own size, no more, each time.
+    bytes.reserve(written.size() * kLongestLine);
     for (const Code &code : written)
         bytes += code.bytes + '\n';
     const QStringList read = codec.toUnicode(bytes).split(QLatin1Char('\n'));

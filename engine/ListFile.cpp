@@ -1,7 +1,8 @@
 #include "engine/ListFile.h"
 
+#include "settings/IniFile.h"
+
 #include <QFileInfo>
-#include <QSettings>
 
 QStringList ListFile::read(const QString &path, bool *known)
 {
@@ -12,8 +13,10 @@ QStringList ListFile::read(const QString &path, bool *known)
         *known = false;
     if (!readable)
         return {};
-    const QSettings file(path, QSettings::IniFormat);
+    // Not the toolkit's own reader of ini files: that one builds whatever object,
+    // of whatever size, a file asks for.
+    const IniDocument file = IniFile(path, IniDocument::Form::Escaped).read();
     if (known)
         *known = file.contains(key);
-    return file.value(key).toStringList();
+    return file.list(key);
 }

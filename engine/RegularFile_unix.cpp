@@ -1,5 +1,6 @@
 #include "engine/RegularFile.h"
 
+#include "engine/LongPath.h"
 #include "engine/NativePath.h"
 
 #include <algorithm>
@@ -13,7 +14,7 @@ namespace {
 bool isRegular(const QByteArray &name)
 {
     struct stat status = {};
-    return ::stat(name.constData(), &status) == 0 && S_ISREG(status.st_mode);
+    return LongPath::status(name, &status) && S_ISREG(status.st_mode);
 }
 
 int openWithoutBlocking(const QByteArray &name)
@@ -22,7 +23,7 @@ int openWithoutBlocking(const QByteArray &name)
     // O_NOCTTY: a terminal must not become the program's own.
     int descriptor = -1;
     do {
-        descriptor = ::open(name.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+        descriptor = LongPath::open(name, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     } while (descriptor == -1 && errno == EINTR);
     return descriptor;
 }

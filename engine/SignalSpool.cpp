@@ -6,6 +6,7 @@
 #include <QThread>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -131,13 +132,13 @@ void SignalSpool::takeProgress(const TextGrepCore *engine)
 
 void SignalSpool::endEngine()
 {
-    if (!m_engine)
-        return;
-    TextGrepCore *const engine = m_engine;
+    TextGrepCore *engine = nullptr;
     {
         const std::lock_guard lock(m_engineLock);
-        m_engine = nullptr;
+        std::swap(engine, m_engine);
     }
+    if (!engine)
+        return;
     m_engineThread->exit(0);
     m_engineThread->wait();
     delete m_engineThread;

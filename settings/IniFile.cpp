@@ -38,7 +38,8 @@ std::optional<QByteArray> contentOf(const QString &path)
     if (!info.exists())
         return QByteArray();
     QFile file(path);
-    if (!info.isFile() || !file.open(QIODevice::ReadOnly))
+    if (!info.isFile() || info.size() > IniFile::kLargestFileBytes
+        || !file.open(QIODevice::ReadOnly))
         return std::nullopt;
     QByteArray content = file.readAll();
     if (file.error() != QFileDevice::NoError)

@@ -36,8 +36,11 @@ public:
 
     IniFile(const QString &path, IniDocument::Form form);
 
+    /// A larger file is none that can be read: its content would take all memory.
+    static constexpr qint64 kLargestFileBytes = Q_INT64_C(256) * 1024 * 1024;
+
     /// The file's content; an empty document when there is no file; nothing
-    /// when it cannot be read or is not a regular file. Who then goes on with
+    /// when it cannot be read, is too large or not a regular file. Who then goes on with
     /// defaults must not save them over what could not be read.
     std::optional<IniDocument> tryRead() const;
 

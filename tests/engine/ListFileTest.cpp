@@ -19,6 +19,8 @@ private slots:
     void entriesComeBackAsTheToolkitWroteThem();
     void aFileWrittenByHandIsRead_data();
     void aFileWrittenByHandIsRead();
+    void anObjectThatAListFileAsksForIsNotBuilt_data();
+    void anObjectThatAListFileAsksForIsNotBuilt();
     void aLongListIsReadWhole();
     void aFileWithoutTheKeyIsEmptyAndNotKnown_data();
     void aFileWithoutTheKeyIsEmptyAndNotKnown();
@@ -126,6 +128,28 @@ void ListFileTest::aFileWrittenByHandIsRead()
     QCOMPARE(ListFile::read(m_folder.write(QStringLiteral("hand.ini"), bytes), &known), files);
     QVERIFY(known);
     m_folder.remove(QStringLiteral("hand.ini"));
+}
+
+void ListFileTest::anObjectThatAListFileAsksForIsNotBuilt_data()
+{
+    QTest::addColumn<QByteArray>("value");
+    QTest::newRow("a list of texts")
+        << QByteArray("@Variant(\\0\\0\\0\\v\\0\\0\\0\\x1\\0\\0\\0\\x2\\0\\x61)");
+    QTest::newRow("two thousand million texts")
+        << QByteArray("@Variant(\\0\\0\\0\\v\\x7f\\xff\\xff\\xff)");
+    QTest::newRow("a moment") << QByteArray("@DateTime(\\0\\0\\0\\x10\\0\\0)");
+}
+
+void ListFileTest::anObjectThatAListFileAsksForIsNotBuilt()
+{
+    QFETCH(QByteArray, value);
+    bool known = false;
+    const QStringList files = ListFile::read(
+        m_folder.write(QStringLiteral("object.ini"), "files=" + value + "\n"), &known);
+    QVERIFY(known);
+    // It is the text that it is, the name of no file.
+    QCOMPARE(files.size(), 1);
+    QVERIFY(files.first().startsWith(QLatin1Char('@')));
 }
 
 void ListFileTest::aLongListIsReadWhole()

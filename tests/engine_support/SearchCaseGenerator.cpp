@@ -1,6 +1,9 @@
 #include "tests/engine_support/SearchCaseGenerator.h"
 
 #include "engine/CodeSet.h"
+#include "engine/FileSearcher.h"
+#include "engine/SearchPlan.h"
+#include "tests/engine_support/CutContent.h"
 
 #include <QStringList>
 #include <QTextCodec>
@@ -36,7 +39,27 @@ const QVector<QStringList> &alphabets()
     return sets;
 }
 
+QStringList search(const SearchCase &made, bool visitEveryLine, qint64 pieceSize)
+{
+    EngineOptions options;
+    options.visitEveryLine = visitEveryLine;
+    const SearchPlan plan(made.condition, options);
+    FileSearcher searcher(plan);
+    CutContent content(made.content, pieceSize);
+    return searcher.search(content, made.codeSet);
+}
+
 } // namespace
+
+QStringList SearchCase::plainHits() const
+{
+    return search(*this, true, content.size());
+}
+
+QStringList SearchCase::hits(qint64 pieceSize) const
+{
+    return search(*this, false, pieceSize);
+}
 
 QString SearchCase::describe() const
 {

@@ -14,6 +14,15 @@ struct SearchCase {
     QByteArray content;
     int codeSet = 0;
 
+    /// The hits in the file on the plain path, which decodes everything and visits
+    /// every line.
+    QStringList plainHits() const;
+    /// The hits as a search finds them that reads pieces of so many bytes; a
+    /// byte-order mark must be in the first one.
+    QStringList hits(qint64 pieceSize) const;
+    /// The file in one piece.
+    QStringList hits() const { return hits(content.size()); }
+
     /// For the message of a failed comparison.
     QString describe() const;
 };

@@ -4,6 +4,7 @@
 #include "tests/support/FileTime.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/ScratchFolder.h"
+#include "tests/support/TreeBuilder.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -26,6 +27,7 @@ private slots:
     void aMissingFileReadsAsEmpty();
     void aFolderIsNeitherReadNorReplaced();
     void aFifoIsNeitherWaitedForNorReplaced();
+    void aFileThatWouldFillTheMemoryIsNeitherReadNorReplaced();
     void anUpdateMakesTheFile();
     void anUpdateChangesWhatItIsToldTo();
     void nothingElseIsLeftInTheFolder();
@@ -118,6 +120,21 @@ void IniFileTest::aFifoIsNeitherWaitedForNorReplaced()
     QCOMPARE(IniFile(path(), Form::Escaped).read().toBytes(), QByteArray());
     QVERIFY(!setKey(QStringLiteral("b"), 2));
     QVERIFY(QFileInfo::exists(path()) && !QFileInfo(path()).isFile());
+}
+
+void IniFileTest::aFileThatWouldFillTheMemoryIsNeitherReadNorReplaced()
+{
+    constexpr qint64 kHundredGigabytes = Q_INT64_C(100) << 30;
+    TreeBuilder tree(QFile::encodeName(m_folder->path()));
+    if (!tree.sparseFile("huge.ini", kHundredGigabytes))
+        QSKIP("the disk holds no sparse files of this size");
+    const QString path = m_folder->filePath(QStringLiteral("huge.ini"));
+    const IniFile file(path, IniDocument::Form::Escaped);
+    QVERIFY(!file.tryRead().has_value());
+    QVERIFY(!file.update([](IniDocument &document) {
+        document.setValue(QStringLiteral("a"), QStringLiteral("b"));
+    }));
+    QCOMPARE(QFileInfo(path).size(), kHundredGigabytes);
 }
 
 void IniFileTest::anUpdateMakesTheFile()

@@ -11,7 +11,9 @@ QString FileText::read(const QByteArray &bytes, QTextCodec *codec)
     QTextStream stream(&device);
     if (codec != nullptr)
         stream.setCodec(codec);
-    return QString::fromUtf8(stream.readAll().toUtf8());
+    const QByteArray utf8 = stream.readAll().toUtf8();
+    return QString::fromUtf8(utf8.constData(),
+                             utf8.size()); // a whole QByteArray would end at a NUL
 }
 
 QStringList FileText::lines(const QString &text)

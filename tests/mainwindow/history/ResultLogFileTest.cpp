@@ -5,15 +5,18 @@
 #include "settings/SaveSteps.h"
 #include "tests/support/EncodedTextGenerator.h"
 #include "tests/support/ScratchFolder.h"
+#include "tests/support/TestLength.h"
 #include "tests/support/TreeBuilder.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QRandomGenerator>
 #include <QSysInfo>
 #include <QTest>
 #include <QTextCodec>
+#include <QThread>
 
 class ResultLogFileTest : public QObject {
     Q_OBJECT
@@ -37,6 +40,7 @@ private slots:
     void aFailedStepLeavesTheOldLogWhole_data();
     void aFailedStepLeavesTheOldLogWhole();
     void aFullDeviceLeavesTheOldLogWhole();
+    void aKillAtAnyMomentLeavesAWholeLog();
     void aFolderInTheWayFails();
     void whatIsNoFileIsNotRead_data();
     void whatIsNoFileIsNotRead();
@@ -260,6 +264,30 @@ void ResultLogFileTest::aFullDeviceLeavesTheOldLogWhole()
     QCOMPARE(process.exitCode(), 1);
     QCOMPARE(folder.read(kName), QByteArray("old"));
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{kName});
+}
+
+void ResultLogFileTest::aKillAtAnyMomentLeavesAWholeLog()
+{
+    const ScratchFolder folder;
+    const QString path = folder.write(kName, "old");
+    const QString program = QStringLiteral(HISTORY_PROCESS);
+    QCOMPARE(QProcess::execute(program, {QStringLiteral("log"), path}), 0);
+    const QByteArray whole = folder.read(kName);
+    int killed = 0;
+    for (int i = 0; i < TestLength::rounds(50, 500); ++i) {
+        folder.write(kName, "old");
+        QProcess process;
+        process.start(program, {QStringLiteral("log"), path});
+        QVERIFY(process.waitForStarted());
+        QThread::usleep(QRandomGenerator::global()->bounded(30000u));
+        process.kill();
+        QVERIFY(process.waitForFinished());
+        killed += process.exitStatus() == QProcess::CrashExit ? 1 : 0;
+        const QByteArray content = folder.read(kName);
+        QVERIFY2(content == "old" || content == whole, content.left(100).constData());
+    }
+    // Pauses that are too long would stop nothing.
+    QVERIFY2(killed > TestLength::rounds(50, 500) / 10, qPrintable(QString::number(killed)));
 }
 
 void ResultLogFileTest::aFolderInTheWayFails()

@@ -4,12 +4,15 @@
 #include "settings/SaveSteps.h"
 #include "tests/support/FileTime.h"
 #include "tests/support/ScratchFolder.h"
+#include "tests/support/TestLength.h"
 #include "tests/support/TreeBuilder.h"
 
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QRandomGenerator>
 #include <QTest>
+#include <QThread>
 
 using Result = PreviewSaver::Outcome::Result;
 
@@ -44,6 +47,7 @@ private slots:
     void theQuestionsAreAnsweredBeforehand();
     void anEndBetweenTwoStepsLeavesAWholeFile();
     void aFullDeviceLeavesTheOldFile();
+    void aKillAtAnyMomentLeavesTheOldOrTheNewFile();
     void aFileForWhichMemoryIsMissingIsNotShown();
     void aFolderThatMayNotBeWrittenLeavesTheOldFile();
 };
@@ -445,6 +449,38 @@ void PreviewSaverTest::aFullDeviceLeavesTheOldFile()
     QCOMPARE(folder.read(kName), QByteArray("old text\n"));
     QCOMPARE(folder.read(kBackup), QByteArray("older\n"));
     QCOMPARE(filesIn(folder), QStringList({kName, kBackup}));
+}
+
+void PreviewSaverTest::aKillAtAnyMomentLeavesTheOldOrTheNewFile()
+{
+    const QByteArray old("old text\n");
+    QByteArray saved;
+    {
+        const ScratchFolder folder;
+        QCOMPARE(run(saveCommand(folder.write(kName, old))), 0);
+        saved = folder.read(kName);
+    }
+    const int rounds = TestLength::rounds(50, 500);
+    int killed = 0;
+    for (int i = 0; i < rounds; ++i) {
+        const ScratchFolder folder;
+        const QStringList command = saveCommand(folder.write(kName, old));
+        QProcess process;
+        process.start(command.first(), command.mid(1));
+        QVERIFY(process.waitForStarted());
+        QThread::usleep(QRandomGenerator::global()->bounded(30000u));
+        process.kill();
+        QVERIFY(process.waitForFinished());
+        killed += process.exitStatus() == QProcess::CrashExit ? 1 : 0;
+        const QByteArray content = folder.read(kName);
+        QVERIFY2(content == old || content == saved, content.left(100).constData());
+        if (folder.exists(kBackup))
+            QCOMPARE(folder.read(kBackup), old);
+        else
+            QCOMPARE(content, old);
+    }
+    // Pauses that are too long would stop nothing.
+    QVERIFY2(killed > rounds / 10, qPrintable(QString::number(killed)));
 }
 
 void PreviewSaverTest::aFileForWhichMemoryIsMissingIsNotShown()

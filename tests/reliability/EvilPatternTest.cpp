@@ -1,0 +1,96 @@
+#include "tests/engine_support/SearchCaseGenerator.h"
+#include "view/FindPattern.h"
+#include "view/HighlightRules.h"
+
+#include <QTest>
+
+/// Patterns that are known to send a backtracking engine through an exponential
+/// number of ways, on lines that almost match. A test that hangs here has found
+/// one.
+class EvilPatternTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void aSearchEnds_data();
+    void aSearchEnds();
+    void theMarksOfAFindEnd_data();
+    void theMarksOfAFindEnd();
+};
+
+namespace {
+
+void addPatterns()
+{
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<QString>("ending");
+    const auto row = [](const char *pattern, const char *ending) {
+        QTest::newRow(pattern) << QString::fromLatin1(pattern) << QString::fromLatin1(ending);
+    };
+    row("(a*)*b", "b");
+    row("(a+)+b", "b");
+    row("(a|a)*b", "b");
+    row("(a|aa)+b", "b");
+    row("((a*)*)*b", "b");
+    row("(.*)*x", "x");
+    row("(a+a+)+y", "y");
+    row("(a?){50}a{50}x", "x");
+    row("(a*)\\1b", "b");
+    row("(a*)*\\1b", "b");
+    row("(.*)(.*)\\1\\2z", "z");
+    row("^(([a-z])+.)+[A-Z]([a-z])+$", "Aa");
+    row("(?!(a*)*b)c", "c");
+    row("(?=(a+)+b)ab", "b");
+}
+
+QString almost(const QString &ending = QString())
+{
+    constexpr int kLength = 300;
+    return QString(kLength, QLatin1Char('a')) + ending;
+}
+
+} // namespace
+
+void EvilPatternTest::aSearchEnds_data()
+{
+    addPatterns();
+}
+
+void EvilPatternTest::aSearchEnds()
+{
+    QFETCH(QString, pattern);
+    QFETCH(QString, ending);
+    SearchCase made;
+    made.condition.flg = SearchCondition::RegExpFlag;
+    made.condition.keyword1 = pattern;
+    made.codeSet = 4;
+    made.content = QString(almost() + QLatin1Char('\n') + almost(ending)).toUtf8();
+    const QStringList hits = made.hits(false);
+    QCOMPARE(hits.size(), 1);
+    QVERIFY(hits.first().startsWith(QLatin1String("      2:")));
+}
+
+void EvilPatternTest::theMarksOfAFindEnd_data()
+{
+    QTest::addColumn<QString>("pattern");
+    for (const char *pattern : {"(a*)*b", "(a+)+b", "(a|aa)+b", "(.*)*x"})
+        QTest::newRow(pattern) << QString::fromLatin1(pattern);
+}
+
+void EvilPatternTest::theMarksOfAFindEnd()
+{
+    QFETCH(QString, pattern);
+    FindPattern::Options options;
+    options.regexp = true;
+    HighlightRules rules;
+    rules.set(HighlightRules::findName(1), FindPattern::forKeyword(pattern, options),
+              HighlightColour::Find1);
+    // Longer than any line of code: marked piece by piece.
+    const QString line = almost().repeated(HighlightRules::kLongText / 300 + 1);
+    int marks = 0;
+    rules.visitMatches(line, HighlightRules::Group::Finds, line.size(),
+                       [&marks](int, int, HighlightColour) { ++marks; });
+    QCOMPARE(marks, 0);
+}
+
+QTEST_GUILESS_MAIN(EvilPatternTest)
+#include "EvilPatternTest.moc"

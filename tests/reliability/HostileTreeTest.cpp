@@ -1,0 +1,314 @@
+#include "tests/support/HostileTree.h"
+
+#include "engine/NativePath.h"
+#include "engine/TextGrepCore.h"
+#include "tests/engine_support/EngineRun.h"
+#include "tests/engine_support/SearchRequests.h"
+#include "tests/support/OrdinaryUser.h"
+#include "tests/support/TestLength.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QTest>
+
+#include <fcntl.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+/// Searches and line counts over trees that real disks hold and tests seldom do.
+/// A test that hangs here has found what would hang the program.
+class HostileTreeTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void everyLineIsFoundOnce();
+    void everyFileIsCountedOnce();
+    void theHugeFileIsTheOnlyError();
+    void aSecondSearchFindsTheSame();
+    void aPathLongerThanTheSystemTakesIsSearched();
+    void manyFilesInOneFolderAreAllFound();
+    void whatMayNotBeReadIsLeftOutAndNothingElse();
+    void aMountInTheTreeIsSearched();
+    void aTreeMountedIntoItselfIsSearchedOnce();
+    void virtualFilesEndASearchAndALineCount_data();
+    void virtualFilesEndASearchAndALineCount();
+};
+
+namespace {
+
+/// Paths with so many entries each, to compare what is found with what is there.
+using Counts = QMap<QString, int>;
+
+Counts expectedOf(const QByteArrayList &paths, int each)
+{
+    Counts counts;
+    for (const QByteArray &path : paths)
+        counts.insert(NativePath::fromNative(path), each);
+    return counts;
+}
+
+/// The hits of each file; a file that comes twice has twice as many.
+Counts hitsOf(const EngineRun &run)
+{
+    Counts counts;
+    for (const auto &list : run.lists)
+        counts[list.first] += list.second.size();
+    return counts;
+}
+
+Counts linesOf(const EngineRun &run, const QByteArrayList &paths)
+{
+    const Counts wanted = expectedOf(paths, 0);
+    Counts counts;
+    for (const auto &count : run.lineCounts) {
+        if (wanted.contains(count.first))
+            counts[count.first] += count.second;
+    }
+    return counts;
+}
+
+QByteArray difference(const Counts &found, const Counts &expected)
+{
+    QByteArray text;
+    for (auto it = expected.begin(); it != expected.end(); ++it) {
+        if (found.value(it.key()) != it.value())
+            text += QByteArray::number(found.value(it.key())) + " in "
+                + it.key().toUtf8().toPercentEncoding(" /") + '\n';
+    }
+    for (auto it = found.begin(); it != found.end(); ++it) {
+        if (!expected.contains(it.key()))
+            text += "too many: " + it.key().toUtf8().toPercentEncoding(" /") + '\n';
+    }
+    return text.left(4000);
+}
+
+/// A mount as long as the object lives, where this user may make one.
+class Mount {
+public:
+    static Mount memory(const QByteArray &path)
+    {
+        return Mount(path, ::mount("tmpfs", path.constData(), "tmpfs", 0, "size=1m") == 0);
+    }
+    static Mount of(const QByteArray &source, const QByteArray &path)
+    {
+        return Mount(path,
+                     ::mount(source.constData(), path.constData(), nullptr, MS_BIND, nullptr) == 0);
+    }
+    ~Mount()
+    {
+        if (m_mounted)
+            ::umount2(m_path.constData(), MNT_DETACH);
+    }
+    Mount(const Mount &) = delete;
+    Mount &operator=(const Mount &) = delete;
+
+    bool isThere() const { return m_mounted; }
+
+private:
+    Mount(const QByteArray &path, bool mounted) : m_path(path), m_mounted(mounted) { }
+
+    const QByteArray m_path;
+    const bool m_mounted;
+};
+
+} // namespace
+
+void HostileTreeTest::everyLineIsFoundOnce()
+{
+    const HostileTree tree;
+    EngineRun run;
+    QVERIFY(run.run(searchFor(HostileTree::keyword(), {tree.path()})));
+    QCOMPARE(run.finishedFlags, QVector<bool>{false});
+    const Counts expected = expectedOf(tree.steady(), 1);
+    QVERIFY2(hitsOf(run) == expected, difference(hitsOf(run), expected).constData());
+}
+
+void HostileTreeTest::everyFileIsCountedOnce()
+{
+    const HostileTree tree;
+    EngineRun run;
+    QVERIFY(run.run(countLinesIn({tree.path()})));
+    QCOMPARE(run.lcntFinishedFlags, QVector<bool>{false});
+    const Counts expected = expectedOf(tree.steady(), HostileTree::linesOfContent());
+    const Counts counted = linesOf(run, tree.steady());
+    QVERIFY2(counted == expected, difference(counted, expected).constData());
+}
+
+void HostileTreeTest::theHugeFileIsTheOnlyError()
+{
+    const HostileTree tree;
+    if (tree.hugeFile().isEmpty())
+        QSKIP("the disk holds no sparse files of this size");
+    const QStringList expected{QStringLiteral("Error File size over 1 MByte:")
+                               + NativePath::fromNative(tree.hugeFile())};
+    EngineRun search;
+    QVERIFY(search.run(searchFor(HostileTree::keyword(), {tree.path()})));
+    QCOMPARE(search.errors, expected);
+    QCOMPARE(search.warnings, QStringList());
+    EngineRun count;
+    QVERIFY(count.run(countLinesIn({tree.path()})));
+    QCOMPARE(count.errors, expected);
+}
+
+void HostileTreeTest::aSecondSearchFindsTheSame()
+{
+    const HostileTree tree;
+    const Counts expected = expectedOf(tree.steady(), 1);
+    EngineRun run;
+    for (int i = 0; i < 3; ++i) {
+        QVERIFY(run.run(searchFor(HostileTree::keyword(), {tree.path()})));
+        QVERIFY2(hitsOf(run) == expected, difference(hitsOf(run), expected).constData());
+    }
+}
+
+void HostileTreeTest::aPathLongerThanTheSystemTakesIsSearched()
+{
+    constexpr int kLevels = 30;
+    const QByteArray level(255, 'x');
+    const ScratchFolder tree;
+    const QString start = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(tree.path()));
+    // One after the other: no call takes the whole path.
+    bool made = true;
+    for (int i = 0; i < kLevels; ++i)
+        made = made && ::mkdir(level.constData(), 0755) == 0 && ::chdir(level.constData()) == 0;
+    const int descriptor = ::open("plain.txt", O_WRONLY | O_CREAT | O_CLOEXEC, 0644);
+    const QByteArray content = HostileTree::content();
+    made =
+        made && ::write(descriptor, content.constData(), size_t(content.size())) == content.size();
+    ::close(descriptor);
+    made = made && ::symlink("plain.txt", "link.txt") == 0;
+    QVERIFY(QDir::setCurrent(start));
+    QVERIFY(made);
+
+    const QByteArray folder =
+        QFile::encodeName(tree.path()) + QByteArray(level + '/').repeated(kLevels);
+    const QByteArrayList files{folder + "link.txt", folder + "plain.txt"};
+    EngineRun run;
+    const bool searched = run.run(searchFor(HostileTree::keyword(), {tree.path()}));
+    const Counts hits = hitsOf(run);
+    // As a top folder and as files, too: nothing lists them first.
+    const bool fromBelow =
+        run.run(searchFor(HostileTree::keyword(), {NativePath::fromNative(folder)}));
+    const Counts hitsFromBelow = hitsOf(run);
+    const bool named = run.run(
+        searchFor(HostileTree::keyword(),
+                  {NativePath::fromNative(files.first()), NativePath::fromNative(files.last())}));
+    const Counts hitsOfNamed = hitsOf(run);
+    // The folder's own removal would fail.
+    QCOMPARE(QProcess::execute(QStringLiteral("rm"),
+                               {QStringLiteral("-rf"), tree.path() + QString::fromLatin1(level)}),
+             0);
+    QVERIFY(searched && fromBelow && named);
+    QCOMPARE(hits, expectedOf(files, 1));
+    QCOMPARE(hitsFromBelow, expectedOf(files, 1));
+    QCOMPARE(hitsOfNamed, expectedOf(files, 1));
+}
+
+void HostileTreeTest::manyFilesInOneFolderAreAllFound()
+{
+    const int files = TestLength::rounds(20000, 100000);
+    const ScratchFolder folder;
+    TreeBuilder tree(QFile::encodeName(folder.path()));
+    QByteArrayList paths;
+    for (int i = 0; i < files; ++i) {
+        const QByteArray name = "many/" + QByteArray::number(i) + ".txt";
+        tree.file(name, "needle\n");
+        paths.append(tree.path(name));
+    }
+    EngineRun run;
+    QVERIFY(run.run(searchFor(HostileTree::keyword(), {folder.path()}), 300000));
+    QCOMPARE(run.searched, files);
+    QVERIFY(hitsOf(run) == expectedOf(paths, 1));
+    QVERIFY(run.run(countLinesIn({folder.path()}), 300000));
+    QVERIFY(linesOf(run, paths) == expectedOf(paths, 2));
+}
+
+void HostileTreeTest::whatMayNotBeReadIsLeftOutAndNothingElse()
+{
+    HostileTree tree;
+    TreeBuilder &builder = tree.builder();
+    builder.setMode("", 0755);
+    builder.file("secret.txt", HostileTree::content());
+    builder.setMode("secret.txt", 0);
+    builder.file("secret/plain.txt", HostileTree::content());
+    builder.setMode("secret", 0);
+    builder.file("listed only/plain.txt", HostileTree::content());
+    builder.setMode("listed only", 0444);
+    // What is inside can be opened by who knows the name; a search does not.
+    builder.file("entered only/plain.txt", HostileTree::content());
+    builder.setMode("entered only", 0111);
+    const Counts expected = expectedOf(tree.steady(), 1);
+    {
+        const OrdinaryUser user;
+        if (!user.inForce())
+            QSKIP("no user without privileges to search as");
+        EngineRun run;
+        QVERIFY(run.run(searchFor(HostileTree::keyword(), {tree.path()})));
+        QVERIFY2(hitsOf(run) == expected, difference(hitsOf(run), expected).constData());
+    }
+    for (const char *name : {"secret", "listed only", "entered only"})
+        builder.setMode(name, 0755);
+}
+
+void HostileTreeTest::aMountInTheTreeIsSearched()
+{
+    HostileTree tree;
+    tree.builder().folder("mount");
+    const Mount mount = Mount::memory(tree.builder().path("mount"));
+    if (!mount.isThere())
+        QSKIP("this user may mount nothing");
+    tree.steadyFile("mount/plain.txt");
+    tree.steadyFile("mount/deeper/plain.txt");
+    EngineRun run;
+    QVERIFY(run.run(searchFor(HostileTree::keyword(), {tree.path()})));
+    const Counts expected = expectedOf(tree.steady(), 1);
+    QVERIFY2(hitsOf(run) == expected, difference(hitsOf(run), expected).constData());
+}
+
+void HostileTreeTest::aTreeMountedIntoItselfIsSearchedOnce()
+{
+    HostileTree tree;
+    tree.builder().folder("again");
+    const Mount mount = Mount::of(QFile::encodeName(tree.path()), tree.builder().path("again"));
+    if (!mount.isThere())
+        QSKIP("this user may mount nothing");
+    EngineRun run;
+    QVERIFY(run.run(searchFor(HostileTree::keyword(), {tree.path()})));
+    const Counts expected = expectedOf(tree.steady(), 1);
+    QVERIFY2(hitsOf(run) == expected, difference(hitsOf(run), expected).constData());
+}
+
+void HostileTreeTest::virtualFilesEndASearchAndALineCount_data()
+{
+    QTest::addColumn<QString>("folder");
+    for (const char *folder : {"/proc/self/", "/proc/sys/", "/proc/bus/", "/proc/driver/",
+                               "/proc/irq/", "/sys/kernel/", "/sys/module/", "/sys/class/"})
+        QTest::newRow(folder) << QString::fromLatin1(folder);
+}
+
+void HostileTreeTest::virtualFilesEndASearchAndALineCount()
+{
+    QFETCH(QString, folder);
+    if (!QFileInfo::exists(folder))
+        QSKIP("not there");
+    EngineOptions options;
+    // Links to the whole system, and what is as large as the kernel's memory.
+    options.limits.excludedFolders = QStringList{
+        QStringLiteral("root"),   QStringLiteral("cwd"),       QStringLiteral("fd"),
+        QStringLiteral("task"),   QStringLiteral("debug"),     QStringLiteral("tracing"),
+        QStringLiteral("slab"),   QStringLiteral("subsystem"), QStringLiteral("device"),
+        QStringLiteral("devices")};
+    EngineRun run(options);
+    SearchCondition condition = searchFor(QStringLiteral("no such text"), {folder});
+    QVERIFY(run.run(condition, 300000));
+    QCOMPARE(run.finishedFlags, QVector<bool>{false});
+    QVERIFY(run.run(countLinesIn({folder}), 300000));
+    QCOMPARE(run.lcntFinishedFlags, QVector<bool>{false});
+}
+
+QTEST_GUILESS_MAIN(HostileTreeTest)
+#include "HostileTreeTest.moc"

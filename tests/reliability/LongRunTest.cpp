@@ -1,0 +1,108 @@
+#include "engine/SignalSpool.h"
+#include "tests/engine_support/SearchRequests.h"
+#include "tests/engine_support/SpoolRun.h"
+#include "tests/support/ScratchFolder.h"
+#include "tests/support/TestLength.h"
+
+#include <QFile>
+#include <QTest>
+
+#include <malloc.h>
+#include <unistd.h>
+
+/// A working week of searches in one process.
+class LongRunTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void searchesLeaveNoMemoryBehind();
+};
+
+namespace {
+
+QByteArray fileContent(int number)
+{
+    QByteArray content;
+    for (int line = 0; line < 40; ++line)
+        content += "word" + QByteArray::number((number * 7 + line) % 500) + " 表示 text\n";
+    return content;
+}
+
+/// Each unlike the one before, of every kind.
+SearchCondition requestNumber(int number, const QString &folder)
+{
+    if (number % 10 == 9)
+        return countLinesIn({folder});
+    SearchCondition condition = searchFor(QStringLiteral("word%1").arg(number % 500), {folder});
+    switch (number % 4) {
+    case 1:
+        condition.flg = SearchCondition::RegExpFlag;
+        condition.keyword1 = QStringLiteral("w.*%1\\b.*示").arg(number);
+        break;
+    case 2:
+        condition.flg = SearchCondition::IgnoreCaseFlag | SearchCondition::WordFlag;
+        condition.keyword2 = QStringLiteral("表示");
+        break;
+    case 3:
+        condition.keyword1 += QStringLiteral(" 表");
+        condition.fnameflg = true;
+        break;
+    default:
+        break;
+    }
+    return condition;
+}
+
+struct Memory {
+    /// Bytes that the program has asked for and not given back, of every thread; 0
+    /// where the allocator cannot tell.
+    qint64 used = 0;
+    /// Bytes that the system gives the process, after what is free went back.
+    qint64 resident = 0;
+};
+
+Memory memoryNow()
+{
+    ::malloc_trim(0);
+    const struct mallinfo2 info = ::mallinfo2();
+    QFile statm(QStringLiteral("/proc/self/statm"));
+    statm.open(QIODevice::ReadOnly);
+    const qint64 pages = statm.readAll().split(' ').value(1).toLongLong();
+    return {static_cast<qint64>(info.uordblks + info.hblkhd), pages * ::sysconf(_SC_PAGESIZE)};
+}
+
+void verifyNotGrown(const char *what, qint64 before, qint64 after)
+{
+    qInfo("%s: %lld bytes, %lld after the first hundred", what, after, before);
+    QVERIFY2(after <= before + before / 10, what);
+}
+
+} // namespace
+
+void LongRunTest::searchesLeaveNoMemoryBehind()
+{
+    constexpr int kWarmedUp = 100;
+    const ScratchFolder tree;
+    for (int i = 0; i < 60; ++i)
+        tree.write(QStringLiteral("%1/%2.txt").arg(i % 6).arg(i), fileContent(i));
+    const int searches = TestLength::rounds(500, 5000);
+    Memory afterWarmUp;
+    int lines = 0;
+    for (int i = 1; i <= searches; ++i) {
+        SpoolRun run;
+        run->requestScan(requestNumber(i, tree.path()));
+        QVERIFY(run.waitForEnds(1));
+        lines += run.takeAll().size();
+        if (i == kWarmedUp)
+            afterWarmUp = memoryNow();
+    }
+    QVERIFY(lines > searches);
+    if (afterWarmUp.used == 0)
+        QSKIP("this allocator does not tell what is in use");
+    const Memory atTheEnd = memoryNow();
+    verifyNotGrown("in use", afterWarmUp.used, atTheEnd.used);
+    verifyNotGrown("resident", afterWarmUp.resident, atTheEnd.resident);
+}
+
+QTEST_GUILESS_MAIN(LongRunTest)
+#include "LongRunTest.moc"

@@ -1,0 +1,218 @@
+#include "engine/SignalSpool.h"
+#include "tests/engine_support/SearchRequests.h"
+#include "tests/engine_support/SpoolRun.h"
+#include "tests/support/OneProcessor.h"
+#include "tests/support/ScratchFolder.h"
+#include "tests/support/TestLength.h"
+
+#include <QTest>
+
+#include <random>
+
+/// Searches and line counts that are started, aborted, replaced and given up at
+/// random moments.
+class SearchStressTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void everyRunEndsOnceWithAllThatItFound_data();
+    void everyRunEndsOnceWithAllThatItFound();
+
+private:
+    using Hits = QMap<QString, QStringList>;
+
+    SearchCondition request(bool lineCount);
+    void runToTheEnd();
+    void abortInTheMiddle();
+    void replaceInTheMiddle();
+    void giveUpInTheMiddle();
+    void verifyResults(SpoolRun &run, bool lineCount);
+    void pause();
+    int number(int limit) { return static_cast<int>(m_random() % static_cast<unsigned>(limit)); }
+
+    ScratchFolder m_tree;
+    int m_files = 0;
+    std::mt19937 m_random{20260101};
+    int m_aborted = 0;
+    int m_replaced = 0;
+};
+
+namespace {
+
+constexpr int kFolders = 40;
+constexpr int kFilesInAFolder = 8;
+constexpr int kLines = 30;
+constexpr int kHitsInAFile = 5;
+
+} // namespace
+
+void SearchStressTest::initTestCase()
+{
+    QByteArray content;
+    for (int line = 1; line <= kLines; ++line)
+        content += line % (kLines / kHitsInAFile) == 0 ? "a needle here\n" : "hay and straw\n";
+    for (int folder = 0; folder < kFolders; ++folder) {
+        for (int file = 0; file < kFilesInAFolder; ++file) {
+            m_tree.write(QStringLiteral("%1/%2.txt").arg(folder).arg(file), content);
+            ++m_files;
+        }
+    }
+}
+
+/// The keywords differ, what they find does not.
+SearchCondition SearchStressTest::request(bool lineCount)
+{
+    if (lineCount)
+        return countLinesIn({m_tree.path()});
+    SearchCondition condition = searchFor(QStringLiteral("needle"), {m_tree.path()});
+    switch (number(3)) {
+    case 0:
+        condition.flg = SearchCondition::RegExpFlag;
+        condition.keyword1 = QStringLiteral("ne+dle|nothing%1").arg(number(1000));
+        break;
+    case 1:
+        condition.flg = SearchCondition::IgnoreCaseFlag | SearchCondition::WordFlag;
+        condition.keyword1 = QStringLiteral("NEEDLE");
+        break;
+    default:
+        condition.keyword3 = QStringLiteral("nothing%1").arg(number(1000));
+    }
+    return condition;
+}
+
+/// From nothing to about as long as a run takes.
+void SearchStressTest::pause()
+{
+    constexpr int kLongestMicroseconds = 12000;
+    if (number(4) != 0)
+        QThread::usleep(static_cast<unsigned long>(number(kLongestMicroseconds)));
+}
+
+void SearchStressTest::verifyResults(SpoolRun &run, bool lineCount)
+{
+    if (lineCount) {
+        QMap<QString, int> counts;
+        for (const auto &count : qAsConst(run.lineCounts)) {
+            QCOMPARE(count.second, kLines + 1);
+            ++counts[count.first];
+        }
+        QCOMPARE(counts.size(), m_files);
+        QCOMPARE(run.lineCounts.size(), m_files);
+        return;
+    }
+    QMap<QString, int> hits;
+    QString file;
+    int heads = 0;
+    for (const QString &line : run.takeAll()) {
+        if (line.startsWith(QLatin1String("::"))) {
+            file = line;
+            ++heads;
+        } else {
+            ++hits[file];
+        }
+    }
+    QCOMPARE(heads, m_files);
+    QCOMPARE(hits.size(), m_files);
+    for (const int count : qAsConst(hits))
+        QCOMPARE(count, kHitsInAFile);
+    QCOMPARE(run->hitLineCount(), m_files * kHitsInAFile);
+}
+
+void SearchStressTest::runToTheEnd()
+{
+    const bool lineCount = number(3) == 0;
+    SpoolRun run;
+    run->requestScan(request(lineCount));
+    QVERIFY(run.waitForEnds(1));
+    run.settle();
+    QTest::qWait(0);
+    QCOMPARE(lineCount ? run.lcntFinishedFlags : run.finishedFlags, QVector<bool>{false});
+    QCOMPARE(run.finishedFlags.size() + run.lcntFinishedFlags.size(), 1);
+    verifyResults(run, lineCount);
+}
+
+void SearchStressTest::abortInTheMiddle()
+{
+    const bool lineCount = number(3) == 0;
+    SpoolRun run;
+    run->requestScan(request(lineCount));
+    pause();
+    run->abort();
+    QVERIFY(run.waitForEnds(1));
+    run.settle();
+    QTest::qWait(0);
+    QCOMPARE(run.finishedFlags.size(), lineCount ? 0 : 1);
+    QCOMPARE(run.lcntFinishedFlags.size(), lineCount ? 1 : 0);
+    const bool aborted = (run.finishedFlags + run.lcntFinishedFlags).constFirst();
+    m_aborted += aborted ? 1 : 0;
+    if (!aborted)
+        verifyResults(run, lineCount);
+}
+
+/// By a run of the other kind, so that their ends cannot be mistaken.
+void SearchStressTest::replaceInTheMiddle()
+{
+    const bool lineCount = number(2) == 0;
+    SpoolRun run;
+    run->requestScan(request(!lineCount));
+    pause();
+    const bool abortFirst = number(2) == 0;
+    if (abortFirst)
+        run->abort();
+    run->requestScan(request(lineCount));
+    const QVector<bool> &first = lineCount ? run.finishedFlags : run.lcntFinishedFlags;
+    const QVector<bool> &second = lineCount ? run.lcntFinishedFlags : run.finishedFlags;
+    QTRY_VERIFY_WITH_TIMEOUT(!second.isEmpty(), 60000);
+    run.settle();
+    QTest::qWait(0);
+    QCOMPARE(second, QVector<bool>{false});
+    QVERIFY(first.size() <= 1);
+    m_replaced += first.isEmpty() ? 1 : 0;
+    if (!lineCount || first.isEmpty())
+        verifyResults(run, lineCount);
+}
+
+void SearchStressTest::giveUpInTheMiddle()
+{
+    SpoolRun run;
+    run->requestScan(request(number(3) == 0));
+    pause();
+}
+
+void SearchStressTest::everyRunEndsOnceWithAllThatItFound_data()
+{
+    QTest::addColumn<bool>("oneProcessor");
+    QTest::newRow("on every processor") << false;
+    QTest::newRow("on one processor") << true;
+}
+
+void SearchStressTest::everyRunEndsOnceWithAllThatItFound()
+{
+    QFETCH(bool, oneProcessor);
+    const OneProcessor processors(oneProcessor);
+    m_aborted = 0;
+    m_replaced = 0;
+    const int rounds = TestLength::rounds(100, 1000);
+    for (int round = 0; round < rounds && !QTest::currentTestFailed(); ++round) {
+        switch (number(4)) {
+        case 0:
+            runToTheEnd();
+            break;
+        case 1:
+            abortInTheMiddle();
+            break;
+        case 2:
+            replaceInTheMiddle();
+            break;
+        default:
+            giveUpInTheMiddle();
+        }
+    }
+    // Pauses that are too short or too long would race nothing.
+    QVERIFY2(m_aborted > rounds / 50, qPrintable(QString::number(m_aborted)));
+    QVERIFY2(m_replaced > rounds / 50, qPrintable(QString::number(m_replaced)));
+}
+
+QTEST_GUILESS_MAIN(SearchStressTest)
+#include "SearchStressTest.moc"

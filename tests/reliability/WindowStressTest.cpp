@@ -1,0 +1,157 @@
+#include "tests/mainwindow/WindowFixture.h"
+
+#include "settings/AppSettings.h"
+#include "tests/support/TestLength.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QTest>
+#include <QTextDocument>
+
+#include <random>
+
+#include <malloc.h>
+#include <unistd.h>
+
+/// What an impatient user does to the window while it searches.
+class WindowStressTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanupTestCase() { WindowFixture::waitForFading(); }
+    void aWindowSurvivesWhatIsDoneToItDuringASearch();
+    void searchesLeaveNoMemoryBehind();
+
+private:
+    void meddle();
+    void pause();
+    void verifyWholeSearch(const QString &keyword);
+    int number(int limit) { return static_cast<int>(m_random() % static_cast<unsigned>(limit)); }
+
+    WindowFixture m_fixture;
+    std::mt19937 m_random{20260401};
+};
+
+namespace {
+
+constexpr int kFolders = 20;
+constexpr int kFiles = 10;
+constexpr int kHitsInAFile = 3;
+
+void invoke(MainWindow &window, const char *slot)
+{
+    QVERIFY2(QMetaObject::invokeMethod(&window, slot, Qt::DirectConnection), slot);
+}
+
+qint64 residentBytes()
+{
+    ::malloc_trim(0);
+    QFile statm(QStringLiteral("/proc/self/statm"));
+    statm.open(QIODevice::ReadOnly);
+    return statm.readAll().split(' ').value(1).toLongLong() * ::sysconf(_SC_PAGESIZE);
+}
+
+} // namespace
+
+void WindowStressTest::initTestCase()
+{
+    const QByteArray content = QByteArray("hay\na needle in it\nstraw\n").repeated(kHitsInAFile);
+    for (int folder = 0; folder < kFolders; ++folder) {
+        for (int file = 0; file < kFiles; ++file)
+            m_fixture.tree.write(QStringLiteral("%1/%2.txt").arg(folder).arg(file), content);
+    }
+}
+
+void WindowStressTest::pause()
+{
+    constexpr int kLongestMilliseconds = 250;
+    if (number(3) != 0)
+        QTest::qWait(number(kLongestMilliseconds));
+}
+
+/// Whatever can be done without a dialog that waits for an answer.
+void WindowStressTest::meddle()
+{
+    static const char *const actions[] = {"arrowBack", "arrowForward", "makeBackMenu",
+                                          "previewFile", "lineCountGrep"};
+    MainWindow &window = m_fixture.window();
+    switch (number(4)) {
+    case 0:
+        m_fixture.searchButton()->click();
+        break;
+    case 1:
+        m_fixture.fill(m_fixture.tree.path(), QStringLiteral("*.txt"), QStringLiteral("straw"));
+        m_fixture.searchButton()->click();
+        break;
+    case 2:
+        AppSettings::instance().pathhistory.append(m_fixture.tree.path());
+        m_fixture.resultView()->moveCursor(QTextCursor::Down);
+        break;
+    default:
+        invoke(window, actions[number(5)]);
+    }
+}
+
+void WindowStressTest::verifyWholeSearch(const QString &keyword)
+{
+    QVERIFY(m_fixture.waitUntilIdle());
+    QVERIFY(m_fixture.search(m_fixture.tree.path(), QStringLiteral("*.txt"), keyword));
+    int heads = 0;
+    int hits = 0;
+    for (const QString &line : m_fixture.resultText().split(QLatin1Char('\n'))) {
+        heads += line.startsWith(QLatin1String("::")) ? 1 : 0;
+        hits += line.startsWith(QLatin1Char(' ')) && line.contains(keyword) ? 1 : 0;
+    }
+    QCOMPARE(heads, kFolders * kFiles);
+    QCOMPARE(hits, kFolders * kFiles * kHitsInAFile);
+}
+
+void WindowStressTest::aWindowSurvivesWhatIsDoneToItDuringASearch()
+{
+    for (int round = 0; round < TestLength::rounds(25, 250); ++round) {
+        m_fixture.open();
+        m_fixture.fill(m_fixture.tree.path(), QStringLiteral("*.txt"), QStringLiteral("needle"));
+        m_fixture.searchButton()->click();
+        for (int acts = number(6); acts > 0; --acts) {
+            pause();
+            meddle();
+            if (QTest::currentTestFailed())
+                return;
+        }
+        pause();
+        if (number(4) == 0)
+            verifyWholeSearch(QStringLiteral("needle"));
+        if (QTest::currentTestFailed())
+            return;
+        m_fixture.close(); // a run or not
+    }
+    m_fixture.open();
+    verifyWholeSearch(QStringLiteral("straw"));
+    m_fixture.close();
+}
+
+void WindowStressTest::searchesLeaveNoMemoryBehind()
+{
+#ifdef SARVIK_SANITIZED
+    QSKIP("a sanitizer needs memory of its own");
+#endif
+    const int warmUp = TestLength::rounds(20, 100);
+    const int searches = TestLength::rounds(40, 400);
+    m_fixture.open();
+    qint64 before = 0;
+    for (int i = 1; i <= searches && !QTest::currentTestFailed(); ++i) {
+        const QString folder = m_fixture.tree.filePath(QStringLiteral("%1/").arg(i % kFolders));
+        QVERIFY(m_fixture.search(folder, QStringLiteral("*.txt"),
+                                 QStringLiteral("needle|%1").arg(i).left(6 + i % 3)));
+        if (i == warmUp)
+            before = residentBytes();
+    }
+    const qint64 after = residentBytes();
+    qInfo("%lld bytes, %lld after the first %d", after, before, warmUp);
+    QVERIFY2(after <= before + before / 10, qPrintable(QString::number(after)));
+    m_fixture.close();
+}
+
+QTEST_MAIN(WindowStressTest)
+#include "WindowStressTest.moc"
