@@ -9,6 +9,7 @@
 #include "settings/dialogs/prompts/UserPrompt.h"
 #include "view/GrepEditor.h"
 #include "view/Highlighter.h"
+#include "view/LanguageConfig.h"
 #include "view/ResultLine.h"
 
 #include <QDateTime>
@@ -103,7 +104,7 @@ bool PreviewControl::showFile(const QString &path)
     };
     m_file = PreviewFile::load(path, detectionSettings(), tell);
     m_views.preview->setReadOnly(true);
-    m_views.preview->highlighter().setLanguage(QFileInfo(path).suffix());
+    m_views.preview->highlighter().setLanguage(LanguageConfig::suffixOf(path));
     m_text.show(PreviewText::forDocument(m_file.text, m_file.form));
     // The view holds the text now.
     m_file.text.clear();
