@@ -88,11 +88,13 @@ class Program:
         self.process = None
         self.window = None
 
-    def start(self):
+    def start(self, *command):
+        """By a command that becomes the program, or the program itself."""
         # Its memory checks, where it has them, go on; leaks of the platform's
         # libraries are not this test's.
         environment = dict(self.screen.environment, ASAN_OPTIONS="detect_leaks=0")
-        self.process = subprocess.Popen([str(self.folder / "sarvik")], env=environment,
+        command = command or [str(self.folder / "sarvik")]
+        self.process = subprocess.Popen(command, env=environment,
                                         cwd=self.folder.parent, stderr=subprocess.DEVNULL)
         self.window = wait_for("the window", self.find_window)
         wait_for("the focus", self.has_focus)
