@@ -10,13 +10,17 @@
 
 #include <QApplication>
 #include <QStyleFactory>
+#include <QToolTip>
 
 namespace {
 
 void applyLook(const QString &appDir)
 {
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    QApplication::setPalette(ApplicationPalette::fromSettings(AppSettings::instance()));
+    const QPalette palette = ApplicationPalette::fromSettings(AppSettings::instance());
+    QApplication::setPalette(palette);
+    // After the palette of all widgets, which takes back those of single classes.
+    QToolTip::setPalette(ApplicationPalette::forToolTips(palette));
     if (const auto sheet = StyleSheet::read(appDir))
         qApp->setStyleSheet(*sheet);
 }

@@ -4,7 +4,8 @@
 
 namespace {
 
-constexpr int kProgramSizes[] = {16, 24, 32, 48, 64, 128, 256};
+/// Beside 48 pixels, the size of the image that is the program's everywhere.
+constexpr int kOtherSizes[] = {16, 24, 32, 64, 128, 256};
 
 } // namespace
 
@@ -22,8 +23,8 @@ void Icons::load()
 QIcon Icons::program()
 {
     load();
-    QIcon icon;
-    for (const int size : kProgramSizes)
+    QIcon icon(QStringLiteral(":/icon/sarvik.png"));
+    for (const int size : kOtherSizes)
         icon.addFile(QStringLiteral(":/icon/program/%1.png").arg(size));
     return icon;
 }

@@ -82,6 +82,8 @@ MainWindow::MainWindow(const QStringList &pathlist, const QString &mask, const Q
 
 MainWindow::~MainWindow()
 {
+    // The program may end without closing its window.
+    m_previewControl->rescueIfModified();
     // What still runs must end before anything that it reads or shows goes.
     delete m_run;
     storeState();
@@ -169,7 +171,10 @@ void MainWindow::on_btnPlus_clicked()
         || path.isEmpty())
         return;
     path = SearchPaths::withSlash(path);
-    if (SearchPaths::fromText(m_ui->searchForm->state().pathText).contains(path))
+    // As lines, where a list file is the same with and without the slash.
+    const QStringList listed =
+        SearchPaths::toLines(SearchPaths::fromText(m_ui->searchForm->state().pathText));
+    if (listed.contains(SearchPaths::toLines({path}).value(0)))
         refuse(QStringLiteral("既に登録されています"));
     else
         m_ui->searchForm->addPathLine(path);
@@ -285,7 +290,7 @@ void MainWindow::onTimerProgressReport()
 
 void MainWindow::searchFinished(bool aborted)
 {
-    const auto unlisted = m_run->listSearchEnd(aborted, m_ui->searchForm->state());
+    const auto unlisted = m_run->listSearchEnd(aborted);
     if (!unlisted)
         return;
     if (m_history->save(m_request, m_pathlist, QDateTime::currentDateTime(), *unlisted))
@@ -304,8 +309,11 @@ void MainWindow::showLinecntResult(QString filename, int count)
 
 void MainWindow::linecntFinished(bool aborted)
 {
-    if (m_run->listLineCountEnd(aborted))
-        endRun();
+    if (!m_run->listLineCountEnd(aborted))
+        return;
+    // The file that was counted last.
+    statusBar()->clearMessage();
+    endRun();
 }
 
 void MainWindow::endRun()
@@ -394,8 +402,11 @@ void MainWindow::openLogfile(QAction *action)
 {
     const int index = action->data().toInt();
     qDebug().noquote() << index << action->text();
-    if (index >= 0 && !m_run->isRunning())
-        m_history->loadEntry(index);
+    if (index < 0)
+        return;
+    if (m_run->isRunning())
+        return refuse(runningText());
+    m_history->loadEntry(index);
 }
 
 void MainWindow::historyBackMenuPopup()
@@ -408,20 +419,22 @@ void MainWindow::historyBackMenuPopup()
 
 void MainWindow::arrowBack()
 {
-    if (!m_run->isRunning())
-        m_history->goBack();
+    if (m_run->isRunning())
+        return refuse(runningText());
+    m_history->goBack();
 }
 
 void MainWindow::arrowForward()
 {
-    if (!m_run->isRunning())
-        m_history->goForward();
+    if (m_run->isRunning())
+        return refuse(runningText());
+    m_history->goForward();
 }
 
 void MainWindow::openFile()
 {
     if (m_run->isRunning())
-        return;
+        return refuse(runningText());
     // Before the first search there is none, and the chooser would start elsewhere.
     QDir().mkpath(m_history->logDirectory());
     QString path;

@@ -74,7 +74,8 @@ public:
     /// AppSettings from the application directory.
     MainWindow(const QStringList &pathlist, const QString &mask, const QString &findword,
                QWidget *parent = nullptr);
-    /// Aborts a run and stores the settings.
+    /// Aborts a run and stores the settings. A modified preview that nobody was
+    /// asked about is kept in the rescue directory.
     ~MainWindow() override;
 
     // GrepEditorHost

@@ -174,6 +174,7 @@ void MainWindow::fillHistories()
     form->loadSwitches();
     form->showToggles();
     m_keywords->fillAll();
+    form->setMask(AppSettings::instance().maskhistory.value(0));
     form->setKeyword1(QString());
     form->setKeyword2(QString());
 }

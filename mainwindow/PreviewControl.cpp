@@ -5,6 +5,7 @@
 #include "mainwindow/Questions.h"
 #include "mainwindow/SearchForm.h"
 #include "mainwindow/preview/PreviewSaver.h"
+#include "mainwindow/preview/RescueFile.h"
 #include "settings/AppSettings.h"
 #include "settings/dialogs/prompts/UserPrompt.h"
 #include "view/GrepEditor.h"
@@ -13,10 +14,9 @@
 #include "view/ResultLine.h"
 
 #include <QDateTime>
-#include <QDir>
+#include <QDebug>
 #include <QFileInfo>
 #include <QLabel>
-#include <QSaveFile>
 #include <QStatusBar>
 #include <QTextBlock>
 
@@ -116,7 +116,7 @@ void PreviewControl::onTextShown()
 {
     // Not before: what is not there yet would be missing from a saved file.
     m_views.preview->setReadOnly(!m_file.readable);
-    if (m_place.path == m_file.path)
+    if (std::exchange(m_placeWaits, false) && m_place.path == m_file.path)
         moveCursorToPlace();
 }
 
@@ -125,6 +125,7 @@ void PreviewControl::showPlace()
 {
     m_views.resultView->setLocation(m_place.path, m_place.line, m_place.column);
     m_views.preview->setLocation(m_place.path, m_place.line, m_place.column);
+    m_placeWaits = !isPlaceShown();
     moveCursorToPlace();
     markKeywords();
 }
@@ -148,8 +149,7 @@ bool PreviewControl::leaveFile()
     case QMessageBox::No:
         return true;
     default:
-        rescue();
-        return true;
+        return keepElsewhere();
     }
 }
 
@@ -161,10 +161,17 @@ bool PreviewControl::saveIfModified()
     case QMessageBox::Yes:
         return save();
     case QMessageBox::No:
+        m_views.preview->document()->setModified(false);
         return true;
     default:
         return false;
     }
+}
+
+void PreviewControl::rescueIfModified()
+{
+    if (isModified() && rescue().isEmpty())
+        qWarning().noquote() << "edited text of" << m_file.path << "is lost";
 }
 
 QString PreviewControl::text() const
@@ -223,17 +230,25 @@ bool PreviewControl::save()
 }
 
 /// The file that the text is kept in; empty when it could not be written.
-QString PreviewControl::rescue()
+QString PreviewControl::rescue() const
 {
-    const QString stamp = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-hhmmss"));
-    const QString path = m_rescueDirectory + stamp + QLatin1Char('-')
-        + QFileInfo(m_file.path).fileName() + QStringLiteral(".txt");
-    QDir().mkpath(m_rescueDirectory);
-    QSaveFile file(path);
-    const QByteArray bytes = text().toUtf8();
-    const bool saved =
-        file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
-    return saved ? path : QString();
+    return RescueFile::write(m_rescueDirectory, QFileInfo(m_file.path).fileName(), text(),
+                             QDateTime::currentDateTime());
+}
+
+/// For a question that was cancelled. False when the text could not be kept.
+bool PreviewControl::keepElsewhere()
+{
+    const QString path = rescue();
+    if (path.isEmpty()) {
+        Questions::tellFailure(
+            window(),
+            QStringLiteral("%1\nの修正した内容を残せなかったので、そのまま表示します。")
+                .arg(m_file.path));
+        return false;
+    }
+    m_views.statusBar->showMessage(QStringLiteral("修正した内容を %1 に残しました").arg(path));
+    return true;
 }
 
 bool PreviewControl::rescueAndTell()
@@ -248,6 +263,17 @@ bool PreviewControl::rescueAndTell()
             QStringLiteral("%1\nを保存できなかったので、修正した内容を\n%2\nに残しました。")
                 .arg(m_file.path, path));
     return !path.isEmpty();
+}
+
+/// False while the part of the text that the hit is in is still to come: later,
+/// nobody is taken away from where they are reading.
+bool PreviewControl::isPlaceShown() const
+{
+    if (m_text.isFinished())
+        return true;
+    // All rows of such a file are its first line.
+    const bool isOneLine = m_file.readable && m_file.form.lineEnd == CodeSet::Cr;
+    return !isOneLine && m_place.line <= m_views.preview->document()->blockCount();
 }
 
 void PreviewControl::moveCursorToPlace()

@@ -49,8 +49,12 @@ public:
     void follow();
 
     /// Asks whether a modified text is to be saved, and saves it. False when it
-    /// was to be saved and was not, or when the question was cancelled.
+    /// was to be saved and was not, or when the question was cancelled. A text that
+    /// was given up is not modified any more.
     bool saveIfModified();
+    /// For a window that goes without having asked: keeps a modified text in the
+    /// rescue directory.
+    void rescueIfModified();
     /// Saves the text. False when it was not saved.
     bool save();
 
@@ -68,9 +72,11 @@ private:
     void onTextShown();
     bool isModified() const;
     bool leaveFile();
-    QString rescue();
+    QString rescue() const;
+    bool keepElsewhere();
     bool rescueAndTell();
     bool mayBeSaved(const QString &text);
+    bool isPlaceShown() const;
     void moveCursorToPlace();
     int rowInLine(const QTextBlock &block) const;
     void markKeywords();
@@ -83,6 +89,7 @@ private:
     PreviewFile m_file; // its path is empty before the first preview
     PiecewiseText m_text; // of m_file
     Place m_place; // of the hit selected last
+    bool m_placeWaits = false; // for its part of the text
     int m_lastResultBlock = -1;
     bool m_resultShown = false;
     bool m_mayBeOutdated = false;

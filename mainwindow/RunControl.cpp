@@ -42,6 +42,7 @@ RunControl::~RunControl()
 void RunControl::start(const SearchCondition &condition)
 {
     m_running = true;
+    m_condition = condition;
     m_pendingCounts.clear();
     m_elapsed.start();
     m_listing.reset();
@@ -98,7 +99,7 @@ void RunControl::listPendingCounts()
     m_pendingCounts.clear();
 }
 
-std::optional<QStringList> RunControl::listSearchEnd(bool aborted, const FormState &form)
+std::optional<QStringList> RunControl::listSearchEnd(bool aborted)
 {
     if (!m_run.exists() || m_abandoned)
         return std::nullopt;
@@ -107,7 +108,7 @@ std::optional<QStringList> RunControl::listSearchEnd(bool aborted, const FormSta
     // The engine has ended; there is nothing left to abort.
     m_views.form->setButtonEnabled(false);
     const QStringList unlisted = m_listing.drain(*m_run.spool(), [this] { return m_abandoned; });
-    const QStringList summary = summaryLines(aborted, form);
+    const QStringList summary = summaryLines(aborted);
     if (m_abandoned)
         return unlisted + summary;
     m_listing.append(summary);
@@ -115,16 +116,17 @@ std::optional<QStringList> RunControl::listSearchEnd(bool aborted, const FormSta
     return QStringList();
 }
 
-QStringList RunControl::summaryLines(bool aborted, const FormState &form)
+QStringList RunControl::summaryLines(bool aborted)
 {
     SignalSpool &spool = *m_run.spool();
+    const FormState form = m_views.form->state();
     SearchSummary::Outcome outcome;
     outcome.aborted = aborted;
     outcome.usesKeyword2 = form.usesKeyword2();
-    outcome.keyword2 = form.keyword2;
-    outcome.lineDistance = form.lineDistance;
+    outcome.keyword2 = m_condition.keyword2;
+    outcome.lineDistance = m_condition.plusline;
     outcome.excludesKeyword3 = form.keyword3Group;
-    outcome.keyword3 = form.keyword3;
+    outcome.keyword3 = m_condition.keyword3;
     outcome.matchedFiles = spool.resultFileCount();
     outcome.totalFiles = spool.searchedCount();
     outcome.matchedLines = spool.hitLineCount();

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "engine/SearchCondition.h"
-#include "mainwindow/FormState.h"
 #include "mainwindow/ResultListing.h"
 #include "mainwindow/SearchRun.h"
 
@@ -64,11 +63,12 @@ public:
     void showProgress();
     void addLineCount(const QString &filename, int count);
 
-    /// Lists the hits that are left, the summary and the sections; form says
-    /// which conditions hold at the end. Returns the lines that are not listed
+    /// Lists the hits that are left, the summary and the sections. The texts of the
+    /// conditions are those of the start; the form's check boxes say, as they are
+    /// then, which of them are told. Returns the lines that are not listed
     /// because the window was closed meanwhile, which usually are none; nothing
     /// when there is no run or it was abandoned before its end.
-    std::optional<QStringList> listSearchEnd(bool aborted, const FormState &form);
+    std::optional<QStringList> listSearchEnd(bool aborted);
     /// False when there is no run.
     bool listLineCountEnd(bool aborted);
 
@@ -76,11 +76,12 @@ public:
     void end();
 
 private:
-    QStringList summaryLines(bool aborted, const FormState &form);
+    QStringList summaryLines(bool aborted);
     void listPendingCounts();
 
     const Views m_views;
     ResultListing m_listing;
+    SearchCondition m_condition;
     QElapsedTimer m_elapsed;
     std::unique_ptr<LineCountReport> m_lineCount; // of a line count
     QStringList m_pendingCounts; // its lines that are to be listed at the next tick

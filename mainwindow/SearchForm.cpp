@@ -15,6 +15,15 @@ namespace {
 
 constexpr int kPathLines = 3;
 
+/// Shows text, as the item that it is: Up and Down go on from there.
+void showText(QComboBox *combo, const QString &text)
+{
+    const int item = combo->findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    if (combo->currentIndex() != item)
+        combo->setCurrentIndex(item);
+    combo->setEditText(text);
+}
+
 /// Lets fill replace the items. What the user typed stays, and so do the cursor
 /// and the selection in it: a search that ends refills while one types.
 template <typename Fill> void refill(QComboBox *combo, const Fill &fill)
@@ -26,7 +35,7 @@ template <typename Fill> void refill(QComboBox *combo, const Fill &fill)
     const int start = edit->selectionStart();
     const int length = edit->selectionLength();
     fill(combo);
-    combo->setEditText(text);
+    showText(combo, text);
     if (start < 0)
         edit->setCursorPosition(cursor);
     else if (cursor == start)
@@ -146,22 +155,22 @@ void SearchForm::addPathLine(const QString &path)
 
 void SearchForm::setMask(const QString &mask)
 {
-    m_ui->maskCombo->setEditText(mask);
+    showText(m_ui->maskCombo, mask);
 }
 
 void SearchForm::setKeyword1(const QString &keyword)
 {
-    m_ui->keyword1Combo->setEditText(keyword);
+    showText(m_ui->keyword1Combo, keyword);
 }
 
 void SearchForm::setKeyword2(const QString &keyword)
 {
-    m_ui->keyword2Combo->setEditText(keyword);
+    showText(m_ui->keyword2Combo, keyword);
 }
 
 void SearchForm::setKeyword3(const QString &keyword)
 {
-    m_ui->keyword3Combo->setEditText(keyword);
+    showText(m_ui->keyword3Combo, keyword);
 }
 
 void SearchForm::setUseKeyword2(bool use)

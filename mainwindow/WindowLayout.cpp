@@ -19,12 +19,6 @@ bool isStored(const QByteArray &state)
     return state.size() > 1;
 }
 
-QSize desktopSize()
-{
-    const QScreen *screen = QGuiApplication::primaryScreen();
-    return screen ? screen->size() : QSize();
-}
-
 /// A window that is larger than its screen gets the screen's size; one that fits
 /// stays where it is.
 void fitIntoScreen(QMainWindow &window)
@@ -50,7 +44,7 @@ void fitIntoScreen(QMainWindow &window)
 void restore(const Parts &parts)
 {
     const AppSettings &settings = AppSettings::instance();
-    parts.window->resize(WindowSize::clamped(settings.size, desktopSize()));
+    parts.window->resize(WindowSize::clamped(settings.size, WindowSize::desktop()));
     parts.window->move(settings.pos);
     if (isStored(settings.geometry))
         parts.window->restoreGeometry(settings.geometry);

@@ -6,8 +6,6 @@
 #include "settings/WindowSize.h"
 
 #include <QFileInfo>
-#include <QGuiApplication>
-#include <QScreen>
 
 #include <algorithm>
 #include <optional>
@@ -23,12 +21,6 @@ AppSettings::AppSettings() = default;
 AppSettings::~AppSettings() = default;
 
 namespace {
-
-QSize desktopSize()
-{
-    const QScreen *screen = QGuiApplication::primaryScreen();
-    return screen ? screen->virtualSize() : QSize();
-}
 
 QString settingsPath(const QString &appDir)
 {
@@ -60,7 +52,7 @@ void AppSettings::load(const QString &appDir)
     m_mayBeSaved = found.has_value();
     const IniDocument file = std::move(found).value_or(IniDocument(IniDocument::Form::Utf8));
     SettingsTable::read(*this, file);
-    size = WindowSize::clamped(size, desktopSize());
+    size = WindowSize::clamped(size, WindowSize::desktop());
     // Columns are counted modulo this.
     tabcolm = std::max(tabcolm, 1);
     word = false;

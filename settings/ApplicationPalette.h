@@ -11,4 +11,9 @@ namespace ApplicationPalette {
 /// buttons, are dark green.
 QPalette fromSettings(const AppSettings &settings);
 
+/// The palette for tool tips: that of the program, but with a black or white
+/// text, whichever is easier to read, where the program's can hardly be told
+/// from its ground.
+QPalette forToolTips(const QPalette &program);
+
 } // namespace ApplicationPalette

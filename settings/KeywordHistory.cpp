@@ -46,11 +46,14 @@ QString KeywordHistory::filePath() const
 
 void KeywordHistory::load()
 {
-    m_entries.clear();
     const auto file = IniFile(filePath(), IniDocument::Form::Escaped).tryRead();
-    m_mayBeSaved = file.has_value();
-    if (!file)
+    if (!file) {
+        m_mayBeSaved = m_wasRead;
         return;
+    }
+    m_wasRead = true;
+    m_mayBeSaved = true;
+    m_entries.clear();
     for (int position = 1; position <= m_capacity; ++position) {
         const QString value = file->text(keyOf(position));
         if (value.isEmpty())

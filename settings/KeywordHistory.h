@@ -36,8 +36,9 @@ public:
 
     /// Replaces the entries by those of the file: positions from 1 on until
     /// one is missing or empty, or the capacity is reached. A missing file
-    /// gives no entry; neither does one that cannot be read, which is then not
-    /// saved over.
+    /// gives no entry. One that cannot be read, as while another program replaces
+    /// it, leaves the entries as they are; when none was ever read, they are not
+    /// saved over it.
     void load();
 
     /// Writes the entries to positions 1, 2, …; what stands in the file at
@@ -69,7 +70,8 @@ private:
 
     int m_capacity;
     QString m_appDir;
-    /// False when there is a file and load() could not read it.
+    /// False when there is a file and load() could not read it even once.
     bool m_mayBeSaved = true;
+    bool m_wasRead = false;
     std::vector<Entry> m_entries;
 };

@@ -1,5 +1,8 @@
 #include "settings/WindowSize.h"
 
+#include <QGuiApplication>
+#include <QScreen>
+
 namespace WindowSize {
 
 namespace {
@@ -17,6 +20,12 @@ QSize clamped(const QSize &stored, const QSize &desktop)
 {
     return {clampedLength(stored.width(), 600, desktop.width()),
             clampedLength(stored.height(), 400, desktop.height())};
+}
+
+QSize desktop()
+{
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    return screen ? screen->virtualSize() : QSize();
 }
 
 } // namespace WindowSize

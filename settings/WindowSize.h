@@ -10,4 +10,7 @@ namespace WindowSize {
 /// that there is no screen: only the lower bounds apply then.
 QSize clamped(const QSize &stored, const QSize &desktop);
 
+/// All screens together, in pixels; null where there is none.
+QSize desktop();
+
 } // namespace WindowSize

@@ -140,8 +140,11 @@ bool GrepEditor::takeLocationFromLine()
     const ResultLine::Kind kind = ResultLine::kind(text);
     if (kind == ResultLine::Kind::None)
         return false;
-    const QString fileLine = kind == ResultLine::Kind::File ? text : fileLineText();
     const ResultLine::Place place = ResultLine::placeOf(text);
+    // A line of a line count begins with a blank, too, but no line number follows.
+    if (place.line < 1)
+        return false;
+    const QString fileLine = kind == ResultLine::Kind::File ? text : fileLineText();
     setLocation(ResultLine::pathOf(fileLine), place.line, place.column);
     return true;
 }

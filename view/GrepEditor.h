@@ -79,7 +79,7 @@ public:
 
     /// Opens the file in the external editor. The result view opens what the
     /// cursor's line points to, which becomes the location; a line that points
-    /// nowhere does nothing. The preview opens its file at the cursor.
+    /// nowhere, as one of a line count, does nothing. The preview opens its file at the cursor.
     void openInEditor();
 
     /// What is marked as found for a keyword of the form, with the switches as

@@ -25,6 +25,7 @@ private slots:
     void aFileWithoutTheKeyIsEmptyAndNotKnown_data();
     void aFileWithoutTheKeyIsEmptyAndNotKnown();
     void aMissingFileIsEmptyAndNotKnown();
+    void aFoldersSlashAtTheEndOfTheNameIsNoPartOfIt();
     void aFolderIsEmptyAndNotKnown();
     void aFifoIsNotOpened();
     void aSocketIsEmptyAndNotKnown();
@@ -190,6 +191,14 @@ void ListFileTest::aMissingFileIsEmptyAndNotKnown()
     known = true;
     QCOMPARE(ListFile::read(QString(), &known), QStringList());
     QVERIFY(!known);
+}
+
+void ListFileTest::aFoldersSlashAtTheEndOfTheNameIsNoPartOfIt()
+{
+    const QStringList files{QStringLiteral("c:/a/")};
+    bool known = false;
+    QCOMPARE(ListFile::read(writeWithToolkit(files) + QLatin1Char('/'), &known), files);
+    QVERIFY(known);
 }
 
 void ListFileTest::aFolderIsEmptyAndNotKnown()

@@ -99,6 +99,7 @@ private slots:
     void everyDrawingHasItsImages();
     void theProgramHasItsIconInAllSizes_data();
     void theProgramHasItsIconInAllSizes();
+    void theProgramsIconIsTheImageOfItsName();
     void theWindowsIconHoldsAllSizes();
 };
 
@@ -230,6 +231,16 @@ void IconsTest::theProgramHasItsIconInAllSizes()
     const QImage image = icon.pixmap(size).toImage();
     QCOMPARE(image.size(), size);
     QVERIFY(visibleShare(image, 0xff353535) > 0.07);
+}
+
+void IconsTest::theProgramsIconIsTheImageOfItsName()
+{
+    // The other sizes are drawn for this one alone: no other file could be it.
+    QVERIFY(!QFile::exists(resource(QStringLiteral("program/48"))));
+    const QImage expected(resource(QStringLiteral("sarvik")));
+    const QImage shown = Icons::program().pixmap(expected.size()).toImage();
+    const auto format = QImage::Format_ARGB32_Premultiplied;
+    QCOMPARE(shown.convertToFormat(format), expected.convertToFormat(format));
 }
 
 void IconsTest::theWindowsIconHoldsAllSizes()

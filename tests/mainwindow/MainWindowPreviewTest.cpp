@@ -59,6 +59,12 @@ private slots:
     void charactersThatWouldBeLostAreAskedFor();
     void bytesThatNobodyTouchedAreAskedFor();
     void aTextThatCannotBeSavedIsKeptElsewhere();
+    void aTextNobodyGaveUpIsNamedInTheStatusBar();
+    void aTextThatCanBeKeptNowhereStays_data();
+    void aTextThatCanBeKeptNowhereStays();
+    void aWindowThatGoesUnclosedKeepsTheText();
+    void aTextThatWasGivenUpIsNotKept();
+    void aClickedPlaceIsNotLeftWhenTheRestComes();
     void aLargeFileIsNeverModifiedWhileItIsShown();
     void aHitFarDownALargeFileIsGoneTo();
     void loneCarriageReturnsAgreeWithTheSearchAndAreKept_data();
@@ -76,6 +82,9 @@ private:
     QString previewText() const { return m_fixture->preview()->toPlainText(); }
     int previewLine() const { return m_fixture->preview()->textCursor().blockNumber() + 1; }
     void edit();
+    /// Their paths.
+    static QStringList rescuedFiles();
+    static QByteArray contentOf(const QString &path);
 
     std::unique_ptr<WindowFixture> m_fixture;
 };
@@ -121,6 +130,21 @@ void MainWindowPreviewTest::edit()
 {
     QTest::keyClicks(m_fixture->preview(), text("new "));
     QVERIFY(m_fixture->preview()->document()->isModified());
+}
+
+QStringList MainWindowPreviewTest::rescuedFiles()
+{
+    const QDir folder(WindowFixture::applicationFile(text("sarvikrescue")));
+    QStringList paths;
+    for (const QString &name : folder.entryList(QDir::Files))
+        paths += folder.filePath(name);
+    return paths;
+}
+
+QByteArray MainWindowPreviewTest::contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 void MainWindowPreviewTest::aHitShowsItsFileAtItsLine()
@@ -391,6 +415,87 @@ void MainWindowPreviewTest::aTextThatCannotBeSavedIsKeptElsewhere()
     QVERIFY(kept.open(QIODevice::ReadOnly));
     QCOMPARE(kept.readAll(), QByteArray("new rare apple\n"));
     QVERIFY(m_fixture->prompt.messages.last().text.contains(names.first()));
+}
+
+void MainWindowPreviewTest::aTextNobodyGaveUpIsNamedInTheStatusBar()
+{
+    m_fixture->prompt.buttons = {QMessageBox::Cancel, QMessageBox::Cancel};
+    searchAndSelect(text("one apple"));
+    edit();
+    select(text("the apple"));
+    QCOMPARE(rescuedFiles().size(), 1);
+    const QString first = rescuedFiles().first();
+    QCOMPARE(m_fixture->statusText(), text("修正した内容を %1 に残しました").arg(first));
+    QCOMPARE(contentOf(first), QByteArray("new one apple\ntwo pears\nthree apple pies\n"));
+    // Another one, in the same second or not, takes no other's name.
+    select(text("three apple"));
+    edit();
+    select(text("the apple"));
+    QCOMPARE(rescuedFiles().size(), 2);
+    QCOMPARE(contentOf(first), QByteArray("new one apple\ntwo pears\nthree apple pies\n"));
+}
+
+void MainWindowPreviewTest::aTextThatCanBeKeptNowhereStays_data()
+{
+    QTest::addColumn<QMessageBox::StandardButton>("answer");
+    QTest::newRow("the question cancelled") << QMessageBox::Cancel;
+    QTest::newRow("the file gone") << QMessageBox::Yes;
+}
+
+void MainWindowPreviewTest::aTextThatCanBeKeptNowhereStays()
+{
+    QFETCH(QMessageBox::StandardButton, answer);
+    // Nothing can be written into a folder that is a file.
+    QFile noFolder(WindowFixture::applicationFile(text("sarvikrescue")));
+    QVERIFY(noFolder.open(QIODevice::WriteOnly));
+    m_fixture->prompt.buttons = {answer};
+    m_fixture->tree.write(QStringLiteral("gone/c.txt"), "rare apple\n");
+    searchAndSelect(text("rare apple"));
+    edit();
+    QVERIFY(QDir(file("gone")).removeRecursively());
+    select(text("the apple"));
+    QCOMPARE(previewText(), text("new rare apple\n"));
+    QVERIFY(m_fixture->preview()->document()->isModified());
+    const UserPrompt::Message told = m_fixture->prompt.messages.last();
+    QCOMPARE(told.icon, QMessageBox::Critical);
+    QVERIFY(told.text.startsWith(file("gone/c.txt")));
+    m_fixture->preview()->document()->setModified(false);
+    QVERIFY(noFolder.remove());
+}
+
+void MainWindowPreviewTest::aWindowThatGoesUnclosedKeepsTheText()
+{
+    searchAndSelect(text("one apple"));
+    edit();
+    m_fixture->close();
+    QVERIFY(m_fixture->prompt.messages.isEmpty());
+    QCOMPARE(rescuedFiles().size(), 1);
+    QCOMPARE(contentOf(rescuedFiles().first()),
+             QByteArray("new one apple\ntwo pears\nthree apple pies\n"));
+}
+
+void MainWindowPreviewTest::aTextThatWasGivenUpIsNotKept()
+{
+    m_fixture->prompt.buttons = {QMessageBox::No};
+    searchAndSelect(text("one apple"));
+    edit();
+    QVERIFY(m_fixture->window().close());
+    m_fixture->close();
+    QCOMPARE(m_fixture->prompt.messages.size(), 1);
+    QVERIFY(rescuedFiles().isEmpty());
+}
+
+void MainWindowPreviewTest::aClickedPlaceIsNotLeftWhenTheRestComes()
+{
+    m_fixture->tree.write(QStringLiteral("a.txt"),
+                          "an apple\n" + QByteArray("nothing here\n").repeated(60000));
+    searchAndSelect(text("an apple"));
+    QVERIFY(m_fixture->preview()->isReadOnly());
+    QCOMPARE(previewLine(), 1);
+    m_fixture->preview()->setTextCursor(
+        QTextCursor(m_fixture->preview()->document()->findBlockByNumber(9)));
+    QTRY_VERIFY(!m_fixture->preview()->isReadOnly());
+    QCOMPARE(previewLine(), 10);
 }
 
 void MainWindowPreviewTest::aLargeFileIsNeverModifiedWhileItIsShown()

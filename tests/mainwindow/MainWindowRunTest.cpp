@@ -3,6 +3,7 @@
 #include "settings/AppSettings.h"
 #include "settings/KeywordHistory.h"
 #include "settings/ParameterFile.h"
+#include "tests/support/RecordingLauncher.h"
 
 #include <QAction>
 #include <QApplication>
@@ -10,6 +11,8 @@
 #include <QGroupBox>
 #include <QSpinBox>
 #include <QTest>
+
+#include <functional>
 
 namespace {
 
@@ -40,6 +43,8 @@ private slots:
 
     void hitsAreListedToTheLetter();
     void conditionsAreToldAtTheEnd();
+    void whatIsTypedDuringASearchIsNotToldAtItsEnd();
+    void theBoxesAtTheEndSayWhatIsTold();
     void keyword2NeedsItsGroupAndItsCheckBox_data();
     void keyword2NeedsItsGroupAndItsCheckBox();
     void keyword3NeedsItsGroupAlone();
@@ -69,6 +74,9 @@ private slots:
     void aLineCountNeedsNoKeyword();
     void aLineCountIsRefusedWhileARunGoesOn();
     void anAbortedLineCountSaysSo();
+    void aLineCountLeavesNoPathInTheStatusBar();
+    void aLineOfALineCountStartsNoEditor();
+    void pastSearchesAreRefusedWhileARunGoesOn();
 
 private:
     std::unique_ptr<WindowFixture> m_fixture;
@@ -171,6 +179,61 @@ void MainWindowRunTest::conditionsAreToldAtTheEnd()
                   "追加条件：「pies」を含まない行のみ\n"
                   "該当ファイル数 1 / 3\n該当行数 1\n処理時間: T 秒\n")
                  .arg(m_tree));
+}
+
+void MainWindowRunTest::whatIsTypedDuringASearchIsNotToldAtItsEnd()
+{
+    m_fixture->child<QGroupBox>("extraGroup")->setChecked(true);
+    m_fixture->child<QCheckBox>("useKeyword2")->setChecked(true);
+    m_fixture->keyword2()->setEditText(text("pears"));
+    m_fixture->child<QSpinBox>("lineDistance")->setValue(1);
+    m_fixture->child<QGroupBox>("keyword3Group")->setChecked(true);
+    m_fixture->keyword3()->setEditText(text("pies"));
+    m_fixture->fill(m_tree, text("*.txt"), text("apple"));
+    m_fixture->searchButton()->click();
+    m_fixture->keyword2()->setEditText(text("later"));
+    m_fixture->child<QSpinBox>("lineDistance")->setValue(7);
+    m_fixture->keyword3()->setEditText(text("later"));
+    QVERIFY(m_fixture->waitUntilIdle());
+    QVERIFY2(m_fixture->resultText().contains(text("追加条件：「pears」が 1 行以内にある場合\n"
+                                                   "追加条件：「pies」を含まない行のみ\n"
+                                                   "該当ファイル数 1 / 3\n")),
+             qPrintable(m_fixture->resultText()));
+}
+
+void MainWindowRunTest::theBoxesAtTheEndSayWhatIsTold()
+{
+    AppSettings::instance().excusionfile = QStringList(text("b.txt"));
+    m_fixture->child<QSpinBox>("lineDistance")->setValue(1);
+    auto *group = m_fixture->child<QGroupBox>("extraGroup");
+    auto *box = m_fixture->child<QCheckBox>("useKeyword2");
+    auto *group3 = m_fixture->child<QGroupBox>("keyword3Group");
+    auto *skipped = m_fixture->child<QCheckBox>("skippedCheck");
+    const QString head = text("---------- Warning skip foler or file ------------");
+    const auto searchAndChange = [&](bool before, bool after) {
+        for (const bool checked : {before, after}) {
+            group->setChecked(checked);
+            box->setChecked(checked);
+            group3->setChecked(checked);
+            skipped->setChecked(checked);
+            m_fixture->keyword2()->setEditText(text("pears"));
+            m_fixture->keyword3()->setEditText(text("pies"));
+            m_fixture->fill(m_tree, text("*.txt"), text("apple"));
+            if (!m_fixture->isRunning())
+                m_fixture->searchButton()->click();
+        }
+        QVERIFY(m_fixture->waitUntilIdle());
+    };
+    searchAndChange(true, false);
+    QVERIFY(!m_fixture->resultText().contains(text("追加条件")));
+    QVERIFY(!m_fixture->resultText().contains(head));
+    QVERIFY(m_fixture->resultText().contains(text("該当行数 1\n")));
+    // Checked too late to take part: there is no keyword to tell.
+    searchAndChange(false, true);
+    QVERIFY(m_fixture->resultText().contains(text("追加条件：「」が ")));
+    QVERIFY(m_fixture->resultText().contains(text("追加条件：「」を含まない行のみ\n")));
+    QVERIFY(m_fixture->resultText().contains(head));
+    QVERIFY(m_fixture->resultText().contains(text("該当行数 3\n")));
 }
 
 void MainWindowRunTest::keyword2NeedsItsGroupAndItsCheckBox_data()
@@ -489,5 +552,27 @@ void MainWindowRunTest::anAbortedLineCountSaysSo()
              qPrintable(m_fixture->resultText().right(200)));
 }
 
-QTEST_MAIN(MainWindowRunTest)
-#include "MainWindowRunTest.moc"
+void MainWindowRunTest::aLineCountLeavesNoPathInTheStatusBar()
+{
+    m_fixture->fill(m_tree, text("*.txt"), QString());
+    m_fixture->window().lineCountGrep();
+    m_fixture->window().statusBar()->showMessage(m_tree);
+    QVERIFY(m_fixture->waitUntilIdle());
+    QCOMPARE(m_fixture->statusText(), QString());
+}
+
+void MainWindowRunTest::aLineOfALineCountStartsNoEditor()
+{
+    RecordingLauncher launcher;
+    AppSettings::instance().editor = text("ed");
+    m_fixture->resultView()->setLauncher(&launcher);
+    m_fixture->fill(m_tree, text("*.txt"), QString());
+    m_fixture->window().lineCountGrep();
+    QVERIFY(m_fixture->waitUntilIdle());
+    m_fixture->resultView()->setFocus();
+    QTest::keyClick(m_fixture->resultView(), Qt::Key_Home, Qt::ControlModifier);
+    QTest::keyClick(m_fixture->resultView(), Qt::Key_Return);
+    QVERIFY(launcher.started.isEmpty());
+    QVERIFY(m_fixture->search(m_tree, text("*.txt"), text("apple")));
+    QTest::keyClick(m_fixture->resultView(), Qt::Key_Home, Qt::ControlModifier);
+    QTest::keyClick(m_fixture->resultView(), Qt::Key_Return);

@@ -49,6 +49,9 @@ private slots:
 
     void aHandedOverRequestStandsInTheForm();
     void theMaskOfAllFilesIsNotTakenOver();
+    void theNewestMaskStandsThereAtTheStart_data();
+    void theNewestMaskStandsThereAtTheStart();
+    void downLeadsToTheNewestKeywordAtTheStart();
     void aKeywordThatBeginsWithAQuoteLosesAllQuotes();
     void aQuoteInsideAKeywordStays();
     void aHandedOverListFileEndsTheList();
@@ -59,6 +62,7 @@ private slots:
     void theTogglesFlipTheSettings();
     void aPathIsAddedThroughTheDialog();
     void aListedPathIsNotAddedAgain();
+    void aListFileIsAddedOnceAndSearched();
     void theNotesOfThePathDialogAreShownAndHidden();
     void theExtraConditionsFold();
     void keyword1IsPutBackUnlessItHoldsABackslash();
@@ -222,6 +226,34 @@ void MainWindowTest::theMaskOfAllFilesIsNotTakenOver()
     QCOMPARE(m_fixture->mask()->currentText(), QString());
 }
 
+void MainWindowTest::theNewestMaskStandsThereAtTheStart_data()
+{
+    QTest::addColumn<QString>("requested");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("no request") << QString() << text("*.new");
+    QTest::newRow("all files") << text("*.*") << text("*.new");
+    QTest::newRow("a mask") << text("*.cpp") << text("*.cpp");
+}
+
+void MainWindowTest::theNewestMaskStandsThereAtTheStart()
+{
+    QFETCH(QString, requested);
+    AppSettings::instance().maskhistory = QStringList({text("*.new"), text("*.old")});
+    m_fixture->open({}, requested);
+    QTEST(m_fixture->mask()->currentText(), "shown");
+    QCOMPARE(m_fixture->mask()->count(), 2);
+}
+
+void MainWindowTest::downLeadsToTheNewestKeywordAtTheStart()
+{
+    AppSettings::instance().keywordHistory->add(text("old"), false, false, false);
+    AppSettings::instance().keywordHistory->add(text("new"), false, false, false);
+    m_fixture->open();
+    QCOMPARE(m_fixture->keyword1()->currentText(), QString());
+    QTest::keyClick(m_fixture->keyword1(), Qt::Key_Down);
+    QCOMPARE(m_fixture->keyword1()->currentText(), text("new"));
+}
+
 void MainWindowTest::aKeywordThatBeginsWithAQuoteLosesAllQuotes()
 {
     m_fixture->open({}, {}, text("\"a \"b\" c\""));
@@ -321,6 +353,35 @@ void MainWindowTest::aListedPathIsNotAddedAgain()
     m_fixture->child<QAbstractButton>("btnPlus")->click();
     QCOMPARE(m_fixture->pathEdit()->toPlainText(), text("/a\n/b/"));
     QCOMPARE(m_fixture->statusText(), text("既に登録されています"));
+}
+
+void MainWindowTest::aListFileIsAddedOnceAndSearched()
+{
+    const QString entry = QLatin1Char('@') + m_fixture->tree.filePath(text("list.ini"));
+    m_fixture->tree.write(text("list.ini"), "files=" + m_tree.toUtf8() + "\n");
+    m_fixture->fill(QString(), text("*.txt"), text("apple"));
+    const auto add = [&] {
+        QTimer::singleShot(0, this, [entry] {
+            auto *field =
+                QApplication::activeModalWidget()->findChild<QLineEdit *>(text("lineEdit"));
+            field->setText(entry);
+            QTest::keyClick(field, Qt::Key_Return);
+        });
+        m_fixture->child<QAbstractButton>("btnPlus")->click();
+    };
+    add();
+    const QString line = m_fixture->pathEdit()->toPlainText();
+    m_fixture->searchButton()->click();
+    QVERIFY(m_fixture->waitUntilIdle());
+    QVERIFY2(m_fixture->resultText().contains(text("該当行数 3\n")),
+             qPrintable(m_fixture->resultText()));
+    // With and without the slash it is the same file.
+    add();
+    QCOMPARE(m_fixture->statusText(), text("既に登録されています"));
+    QCOMPARE(m_fixture->pathEdit()->toPlainText(), line);
+    m_fixture->pathEdit()->setPlainText(entry);
+    add();
+    QCOMPARE(m_fixture->pathEdit()->toPlainText(), entry);
 }
 
 void MainWindowTest::theNotesOfThePathDialogAreShownAndHidden()

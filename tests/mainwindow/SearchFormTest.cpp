@@ -38,6 +38,8 @@ private slots:
     void aRefilledDropDownKeepsWhatWasTyped();
     void aRefillLeavesCursorAndSelection_data();
     void aRefillLeavesCursorAndSelection();
+    void downGoesOnFromTheTextInTheField_data();
+    void downGoesOnFromTheTextInTheField();
     void aRefillIsNoChange();
     void aRefillDropsFormerItems();
     void aPastKeywordThatIsChosenIsTold();
@@ -324,6 +326,59 @@ void SearchFormTest::aRefillLeavesCursorAndSelection()
         QCOMPARE(edit->selectedText(), selected);
         QCOMPARE(edit->cursorPosition(), start + length);
     }
+}
+
+void SearchFormTest::downGoesOnFromTheTextInTheField_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("next");
+    for (const char *name : {"maskCombo", "keyword1Combo", "keyword2Combo"}) {
+        const QString combo = QString::fromLatin1(name);
+        QTest::addRow("%s, another text", name)
+            << combo << QStringLiteral("typed") << QStringLiteral("newest");
+        QTest::addRow("%s, no text", name) << combo << QString() << QStringLiteral("newest");
+        QTest::addRow("%s, the newest", name)
+            << combo << QStringLiteral("newest") << QStringLiteral("older");
+        QTest::addRow("%s, an older one", name)
+            << combo << QStringLiteral("older") << QStringLiteral("oldest");
+        QTest::addRow("%s, in other letters", name)
+            << combo << QStringLiteral("OLDER") << QStringLiteral("newest");
+    }
+}
+
+void SearchFormTest::downGoesOnFromTheTextInTheField()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, typed);
+    AppSettings &settings = AppSettings::instance();
+    const QStringList history = {QStringLiteral("newest"), QStringLiteral("older"),
+                                 QStringLiteral("oldest")};
+    settings.maskhistory = history;
+    settings.history2 = history;
+    for (int i = history.size(); i > 0; --i)
+        settings.keywordHistory->add(history.at(i - 1), false, false, false);
+    m_form->showExtraConditions(true);
+    m_form->setExtraGroup(true);
+    m_form->setUseKeyword2(true);
+    QComboBox *combo = this->combo(name.toLatin1().constData());
+    const auto fill = [this] {
+        m_form->fillMasks();
+        m_form->fillKeywords1();
+        m_form->fillKeywords2();
+    };
+    fill();
+    combo->setEditText(typed);
+    fill();
+    QCOMPARE(combo->currentText(), typed);
+    QTest::keyClick(combo, Qt::Key_Down);
+    QTEST(combo->currentText(), "next");
+    // A text that is put there is as good as one that was typed.
+    m_form->setMask(typed);
+    m_form->setKeyword1(typed);
+    m_form->setKeyword2(typed);
+    QTest::keyClick(combo, Qt::Key_Down);
+    QTEST(combo->currentText(), "next");
 }
 
 void SearchFormTest::aRefillIsNoChange()

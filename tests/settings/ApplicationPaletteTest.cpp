@@ -14,6 +14,9 @@ private slots:
     void brushesAreSolid();
     void otherRolesAreThoseOfTheBasePalette();
     void theDefaultsAreTheDarkScheme();
+    void aToolTipsTextCanBeRead_data();
+    void aToolTipsTextCanBeRead();
+    void aToolTipDiffersInNothingElse();
 };
 
 namespace {
@@ -99,6 +102,54 @@ void ApplicationPaletteTest::theDefaultsAreTheDarkScheme()
     QCOMPARE(palette.color(QPalette::Window), QColor(0x35, 0x35, 0x35));
     QCOMPARE(palette.color(QPalette::HighlightedText), QColor(Qt::black));
     QCOMPARE(palette.color(QPalette::Link), QColor(0x2a, 0x82, 0xda));
+}
+
+void ApplicationPaletteTest::aToolTipsTextCanBeRead_data()
+{
+    QTest::addColumn<QColor>("base");
+    QTest::addColumn<QColor>("text");
+    QTest::addColumn<QColor>("shown");
+    const QColor black(Qt::black);
+    const QColor white(Qt::white);
+    const ScratchFolder folder;
+    AppSettings settings;
+    settings.load(folder.path());
+    QTest::newRow("the defaults") << settings.paletteToolTipBase << settings.paletteToolTipText
+                                  << black;
+    QTest::newRow("white on white") << white << white << black;
+    QTest::newRow("black on black") << black << black << white;
+    QTest::newRow("yellow on white") << white << QColor(Qt::yellow) << black;
+    QTest::newRow("dark blue on black") << black << QColor(0, 0, 128) << white;
+    QTest::newRow("black on white stays") << white << black << black;
+    QTest::newRow("blue on white stays") << white << QColor(Qt::blue) << QColor(Qt::blue);
+    // 3.03 and 2.95 to 1.
+    QTest::newRow("just enough stays")
+        << white << QColor(0x94, 0x94, 0x94) << QColor(0x94, 0x94, 0x94);
+    QTest::newRow("just too little") << white << QColor(0x96, 0x96, 0x96) << black;
+}
+
+void ApplicationPaletteTest::aToolTipsTextCanBeRead()
+{
+    QFETCH(QColor, base);
+    QFETCH(QColor, text);
+    QPalette program;
+    program.setColor(QPalette::ToolTipBase, base);
+    program.setColor(QPalette::ToolTipText, text);
+    const QPalette palette = ApplicationPalette::forToolTips(program);
+    for (const QPalette::ColorGroup group : kGroups) {
+        QTEST(palette.color(group, QPalette::ToolTipText), "shown");
+        QCOMPARE(palette.color(group, QPalette::ToolTipBase), base);
+    }
+}
+
+void ApplicationPaletteTest::aToolTipDiffersInNothingElse()
+{
+    const QPalette program = ApplicationPalette::fromSettings(AppSettings());
+    QPalette palette = ApplicationPalette::forToolTips(program);
+    QVERIFY(palette != program);
+    for (const QPalette::ColorGroup group : kGroups)
+        palette.setBrush(group, QPalette::ToolTipText, program.brush(group, QPalette::ToolTipText));
+    QCOMPARE(palette, program);
 }
 
 QTEST_GUILESS_MAIN(ApplicationPaletteTest)

@@ -41,6 +41,8 @@ private slots:
     void otherSectionsOfTheFileStay();
     void withoutADirectoryTheSettingsOneIsUsed();
     void aSaveThatIsImpossibleSaysSo();
+    void aFileThatCannotBeReadLeavesTheEntries();
+    void aFileThatWasNeverReadIsNotSavedOver();
 
 private:
     void write(const QByteArray &content);
@@ -341,6 +343,36 @@ void KeywordHistoryTest::aSaveThatIsImpossibleSaysSo()
     history.load();
     history.add(text("a"), false, false, false);
     QVERIFY(!history.save());
+}
+
+void KeywordHistoryTest::aFileThatCannotBeReadLeavesTheEntries()
+{
+    write("001=101abc\n002=010def\n");
+    KeywordHistory history = loaded();
+    m_folder->remove(kFile);
+    m_folder->makeFolder(kFile);
+    history.load();
+    QCOMPARE(history.keywords(), texts({"abc", "def"}));
+    // It is what the file held; what is added since may go there again.
+    history.add(text("new"), false, false, false);
+    QVERIFY(QDir(m_folder->path()).rmdir(kFile));
+    QVERIFY(history.save());
+    QCOMPARE(loaded().keywords(), texts({"new", "abc", "def"}));
+    QFile::remove(m_folder->filePath(kFile));
+    history.load();
+    QCOMPARE(history.keywords(), QStringList());
+}
+
+void KeywordHistoryTest::aFileThatWasNeverReadIsNotSavedOver()
+{
+    m_folder->makeFolder(kFile);
+    KeywordHistory history(100, m_folder->path());
+    history.load();
+    history.add(text("new"), false, false, false);
+    QVERIFY(QDir(m_folder->path()).rmdir(kFile));
+    write("001=101abc\n");
+    QVERIFY(!history.save());
+    QCOMPARE(loaded().keywords(), texts({"abc"}));
 }
 
 QTEST_GUILESS_MAIN(KeywordHistoryTest)

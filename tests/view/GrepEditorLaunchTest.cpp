@@ -1,6 +1,7 @@
 #include "view/GrepEditor.h"
 
 #include "engine/HitString.h"
+#include "engine/LineCountReport.h"
 #include "engine/NativePath.h"
 #include "settings/AppSettings.h"
 #include "tests/support/RecordingHost.h"
@@ -26,6 +27,8 @@ private slots:
     void theFileLineOpensAtLineOneColumnOne();
     void anotherLineOpensNothing_data();
     void anotherLineOpensNothing();
+    void aLineOfALineCountOpensNothing();
+    void aLineThatBeginsWithALetterHeadsAHit();
     void theLocationIsThatOfTheOpenedHit();
     void thePreviewOpensAtTheCursor();
     void thePreviewCountsDisplayColumns();
@@ -228,6 +231,35 @@ void GrepEditorLaunchTest::anotherLineOpensNothing()
     place(view, 2, 0);
     view.openInEditor();
     QVERIFY(launcher.started.isEmpty());
+}
+
+void GrepEditorLaunchTest::aLineOfALineCountOpensNothing()
+{
+    RecordingLauncher launcher;
+    GrepEditor view(true);
+    view.setLauncher(&launcher);
+    LineCountReport report;
+    view.appendLines(report.addFile(text("/a/12:7:b.txt"), 4));
+    view.appendLines(report.addFile(text("C:/a/b.txt"), 12));
+    view.appendLines(report.finish(false));
+    for (int line = 0; line < view.document()->blockCount(); ++line) {
+        place(view, line, 0);
+        view.openInEditor();
+    }
+    QVERIFY(launcher.started.isEmpty());
+    QCOMPARE(view.fileName(), QString());
+}
+
+void GrepEditorLaunchTest::aLineThatBeginsWithALetterHeadsAHit()
+{
+    RecordingLauncher launcher;
+    GrepEditor view(true);
+    view.setLauncher(&launcher);
+    view.appendLines({text("ab/x/y"), text("  12:7:text")});
+    place(view, 1, 0);
+    view.openInEditor();
+    QCOMPARE(launcher.started.size(), 1);
+    QCOMPARE(view.fileName(), text("/x/y"));
 }
 
 void GrepEditorLaunchTest::theLocationIsThatOfTheOpenedHit()

@@ -1,0 +1,58 @@
+#include "mainwindow/preview/RescueFile.h"
+
+#include <QDir>
+#include <QFile>
+
+namespace RescueFile {
+
+namespace {
+
+/// File systems take 255 bytes or UTF-16 code units; time and suffix need some.
+constexpr int kLongestNameBytes = 200;
+constexpr int kMostFilesASecond = 1000;
+
+QString shortened(QString fileName)
+{
+    while (QFile::encodeName(fileName).size() > kLongestNameBytes)
+        fileName.chop(fileName.size() > 1 && fileName.at(fileName.size() - 1).isLowSurrogate() ? 2
+                                                                                               : 1);
+    return fileName;
+}
+
+QString pathOf(const QString &directory, const QString &stamp, int number, const QString &fileName)
+{
+    const QString suffix =
+        number > 1 ? QStringLiteral("_%1").arg(number, 2, 10, QLatin1Char('0')) : QString();
+    return directory + stamp + suffix + QLatin1Char('-') + fileName + QStringLiteral(".txt");
+}
+
+bool fill(QFile &file, const QByteArray &bytes)
+{
+    const bool written = file.write(bytes) == bytes.size() && file.flush();
+    file.close();
+    if (written && file.error() == QFile::NoError)
+        return true;
+    file.remove();
+    return false;
+}
+
+} // namespace
+
+QString write(const QString &directory, const QString &fileName, const QString &text,
+              const QDateTime &time)
+{
+    QDir().mkpath(directory);
+    const QString stamp = time.toString(QStringLiteral("yyyyMMdd-hhmmss"));
+    const QString name = shortened(fileName);
+    for (int number = 1; number <= kMostFilesASecond; ++number) {
+        QFile file(pathOf(directory, stamp, number, name));
+        // Another window may take the name at the same moment.
+        if (file.open(QIODevice::WriteOnly | QIODevice::NewOnly))
+            return fill(file, text.toUtf8()) ? file.fileName() : QString();
+        if (!file.exists())
+            return QString();
+    }
+    return QString();
+}
+
+} // namespace RescueFile
