@@ -576,3 +576,37 @@ void MainWindowRunTest::aLineOfALineCountStartsNoEditor()
     QVERIFY(m_fixture->search(m_tree, text("*.txt"), text("apple")));
     QTest::keyClick(m_fixture->resultView(), Qt::Key_Home, Qt::ControlModifier);
     QTest::keyClick(m_fixture->resultView(), Qt::Key_Return);
+    QCOMPARE(launcher.started.size(), 1);
+}
+
+void MainWindowRunTest::pastSearchesAreRefusedWhileARunGoesOn()
+{
+    QVERIFY(m_fixture->search(m_tree, text("*.txt"), text("apple")));
+    MainWindow &window = m_fixture->window();
+    m_fixture->fill(text("/usr/"), text("*"), text("no such text anywhere"));
+    m_fixture->searchButton()->click();
+    QAction entry(nullptr);
+    entry.setData(0);
+    const std::function<void()> refused[] = {[&] { window.arrowBack(); },
+                                             [&] { window.arrowForward(); },
+                                             [&] { window.openLogfile(&entry); },
+                                             [&] {
+                                                 window.openFile();
+                                             }};
+    for (const auto &slot : refused) {
+        window.statusBar()->clearMessage();
+        slot();
+        QCOMPARE(m_fixture->statusText(), text("検索中です。中止してから実行してください"));
+        QVERIFY(m_fixture->isRunning());
+        QCOMPARE(m_fixture->keyword1()->currentText(), text("no such text anywhere"));
+    }
+    window.statusBar()->clearMessage();
+    entry.setData(-1);
+    window.openLogfile(&entry);
+    QCOMPARE(m_fixture->statusText(), QString());
+    m_fixture->searchButton()->click();
+    QVERIFY(m_fixture->waitUntilIdle());
+}
+
+QTEST_MAIN(MainWindowRunTest)
+#include "MainWindowRunTest.moc"
