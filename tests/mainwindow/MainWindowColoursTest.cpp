@@ -1,0 +1,181 @@
+#include "tests/mainwindow/WindowFixture.h"
+
+#include "settings/AppSettings.h"
+#include "tests/view/ColouredText.h"
+#include "view/Highlighter.h"
+#include <QCheckBox>
+#include <QDir>
+#include <QFile>
+#include <QGroupBox>
+#include <QTest>
+#include <QTextBlock>
+
+namespace {
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+/// The letters of ColouredText for the first line of view that contains part.
+QString coloursOf(const GrepEditor &view, const QString &part)
+{
+    const QStringList lines = view.toPlainText().split(QLatin1Char('\n'));
+    const QStringList letters = ColouredText::lettersOf(view.highlighter().syntax(), lines);
+    for (int i = 0; i < lines.size(); ++i) {
+        if (lines.at(i).contains(part))
+            return letters.at(i);
+    }
+    return text("no such line");
+}
+
+} // namespace
+
+/// What the two views colour and mark in the window.
+class MainWindowColoursTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QLocale::setDefault(QLocale::c()); }
+    void cleanupTestCase() { WindowFixture::waitForFading(); }
+    void init();
+    void cleanup() { m_fixture.reset(); }
+
+    void theSuffixDecidesThePreviewsLanguage();
+    void theResultViewKnowsNoLanguage();
+    void oneKeywordIsMarkedInBothViews();
+    void twoKeywordsAreMarkedWhenBothBoxesAreChecked_data();
+    void twoKeywordsAreMarkedWhenBothBoxesAreChecked();
+    void anotherSearchMarksItsOwnKeyword();
+    void theKeywordOfTheLastSearchIsMarkedAtTheStart();
+    void theKeywordOfALoadedLogIsMarked();
+
+private:
+    void select(const QString &line);
+
+    std::unique_ptr<WindowFixture> m_fixture;
+};
+
+void MainWindowColoursTest::init()
+{
+    m_fixture = std::make_unique<WindowFixture>();
+    m_fixture->tree.write(QStringLiteral("a.c"), "int apple;\nint pears;\n");
+    m_fixture->tree.write(QStringLiteral("b.none"), "int apple pie\n");
+    QVERIFY(QDir().mkpath(WindowFixture::applicationFile(text("list"))));
+    QFile language(WindowFixture::applicationFile(text("list/c.lst")));
+    QVERIFY(language.open(QIODevice::WriteOnly));
+    language.write("[langoption]\nsuffix=c\n\n[WordReserve]\nint\n\n");
+    language.close();
+    m_fixture->open();
+    AppSettings::instance().langlist = QStringList(text("c"));
+    AppSettings::instance().langlistValues = QStringList(text("c"));
+}
+
+void MainWindowColoursTest::select(const QString &line)
+{
+    GrepEditor *view = m_fixture->resultView();
+    view->setFocus();
+    const QTextCursor found = view->document()->find(line);
+    QVERIFY(!found.isNull());
+    view->setTextCursor(QTextCursor(found.block()));
+}
+
+void MainWindowColoursTest::theSuffixDecidesThePreviewsLanguage()
+{
+    QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.c *.none"), text("apple")));
+    select(text("int apple;"));
+    QCOMPARE(coloursOf(*m_fixture->preview(), text("int apple")), text("rrr.11111."));
+    // As it is painted: the highlighter of the view's own document.
+    Highlighter &highlighter = m_fixture->preview()->highlighter();
+    highlighter.colourLines(0, 0);
+    const auto formats = m_fixture->preview()->document()->firstBlock().layout()->formats();
+    QVERIFY(!formats.isEmpty());
+    QCOMPARE(formats.first().length, 3);
+    QCOMPARE(formats.first().format.foreground().color(), AppSettings::instance().reservecolor);
+    // Nothing of it is left for a file that no language is known of.
+    select(text("int apple pie"));
+    QCOMPARE(coloursOf(*m_fixture->preview(), text("int apple")), text("....11111...."));
+    select(text("int apple;"));
+    QCOMPARE(coloursOf(*m_fixture->preview(), text("int pears")), text("rrr......."));
+}
+
+void MainWindowColoursTest::theResultViewKnowsNoLanguage()
+{
+    QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.c *.none"), text("apple")));
+    QCOMPARE(coloursOf(*m_fixture->resultView(), text("int apple;")),
+             QString(QString(18, QLatin1Char('.')) + text("11111.")));
+    const QString fileLine = text("::%1a.c").arg(m_fixture->tree.path());
+    QCOMPARE(coloursOf(*m_fixture->resultView(), fileLine),
+             QString(fileLine.size(), QLatin1Char('f')));
+}
+
+void MainWindowColoursTest::oneKeywordIsMarkedInBothViews()
+{
+    QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.c *.none"), text("apple")));
+    select(text("int apple pie"));
+    for (const GrepEditor *view : {m_fixture->resultView(), m_fixture->preview()})
+        QVERIFY(coloursOf(*view, text("int apple pie")).endsWith(text("....11111....")));
+}
+
+void MainWindowColoursTest::twoKeywordsAreMarkedWhenBothBoxesAreChecked_data()
+{
+    QTest::addColumn<bool>("group");
+    QTest::addColumn<bool>("checkBox");
+    QTest::addColumn<QString>("colours");
+    QTest::newRow("both") << true << true << text("....11111.222");
+    QTest::newRow("the group alone") << true << false << text("....11111....");
+    QTest::newRow("the check box alone") << false << true << text("....11111....");
+    QTest::newRow("neither") << false << false << text("....11111....");
+}
+
+void MainWindowColoursTest::twoKeywordsAreMarkedWhenBothBoxesAreChecked()
+{
+    QFETCH(bool, group);
+    QFETCH(bool, checkBox);
+    QFETCH(QString, colours);
+    m_fixture->child<QGroupBox>("extraGroup")->setChecked(group);
+    m_fixture->child<QCheckBox>("useKeyword2")->setChecked(checkBox);
+    m_fixture->keyword2()->setEditText(text("pie"));
+    QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.c *.none"), text("apple")));
+    select(text("int apple pie"));
+    for (const GrepEditor *view : {m_fixture->resultView(), m_fixture->preview()})
+        QCOMPARE(coloursOf(*view, text("int apple pie")).right(colours.size()), colours);
+}
+
+void MainWindowColoursTest::anotherSearchMarksItsOwnKeyword()
+{
+    QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.c *.none"), text("apple")));
+    select(text("int apple pie"));
+    QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.c *.none"), text("pie")));
+    select(text("int apple pie"));
+    for (const GrepEditor *view : {m_fixture->resultView(), m_fixture->preview()})
+        QVERIFY(coloursOf(*view, text("int apple pie")).endsWith(text("..........111")));
+}
+
+void MainWindowColoursTest::theKeywordOfTheLastSearchIsMarkedAtTheStart()
+{
+    QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.c *.none"), text("apple")));
+    m_fixture->open();
+    QVERIFY(coloursOf(*m_fixture->resultView(), text("int apple pie")).endsWith(text("11111....")));
+}
+
+void MainWindowColoursTest::theKeywordOfALoadedLogIsMarked()
+{
+    QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.c *.none"), text("apple")));
+    const QDir logs(WindowFixture::applicationFile(text("sarviklog")));
+    const QString log = logs.filePath(logs.entryList(QDir::Files).first());
+    QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.c *.none"), text("pie")));
+    // The older one, whatever the clock of the file system tells apart.
+    QFile file(log);
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QVERIFY(file.setFileTime(QDateTime::currentDateTime().addSecs(-60),
+                             QFileDevice::FileModificationTime));
+    file.close();
+    m_fixture->window().makeBackMenu();
+    m_fixture->window().arrowBack();
+    QCOMPARE(m_fixture->keyword1()->currentText(), text("apple"));
+    QVERIFY(coloursOf(*m_fixture->resultView(), text("int apple pie")).endsWith(text("11111....")));
+}
+
+QTEST_MAIN(MainWindowColoursTest)
+#include "MainWindowColoursTest.moc"
