@@ -103,7 +103,7 @@ void MainWindowColoursTest::theResultViewKnowsNoLanguage()
 {
     QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.c *.none"), text("apple")));
     QCOMPARE(coloursOf(*m_fixture->resultView(), text("int apple;")),
-             QString(QString(18, QLatin1Char('.')) + text("11111.")));
+             text("......v.....v.....11111."));
     const QString fileLine = text("::%1a.c").arg(m_fixture->tree.path());
     QCOMPARE(coloursOf(*m_fixture->resultView(), fileLine),
              QString(fileLine.size(), QLatin1Char('f')));

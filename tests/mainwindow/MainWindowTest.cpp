@@ -24,6 +24,20 @@ QString text(const char *utf8)
     return QString::fromUtf8(utf8);
 }
 
+QImage imageOf(const QIcon &icon)
+{
+    return icon.pixmap(24, 24).toImage();
+}
+
+/// Of a file of the program's images.
+QImage imageOf(const QString &name)
+{
+    const QString file = text(":/icon/%1.png").arg(name);
+    if (!QFile::exists(file))
+        qFatal("no image %s", qPrintable(name));
+    return imageOf(QIcon(file));
+}
+
 } // namespace
 
 /// The window's own part: what happens when. A tree of two folders is searched.
@@ -153,19 +167,23 @@ void MainWindowTest::actionsCarryTheirTexts_data()
     QTest::addColumn<QString>("label");
     QTest::addColumn<QString>("shortcut");
     QTest::addColumn<QString>("statusTip");
+    QTest::addColumn<QString>("icon");
     const auto row = [](const char *name, const char *label, const char *shortcut,
-                        const char *statusTip) {
-        QTest::newRow(name) << text(name) << text(label) << text(shortcut) << text(statusTip);
+                        const char *statusTip, const char *icon) {
+        QTest::newRow(name) << text(name) << text(label) << text(shortcut) << text(statusTip)
+                            << text(icon);
     };
-    row("actionOpenLog", "(&R) 過去の検索ログ読み込み", "", "過去の検索ログファイルを読み込みます");
-    row("actionQuit", "(&X) 終了", "Ctrl+Q", "終了します");
-    row("actionOptions", "(&O) 設定", "", "設定を変更します");
+    row("actionOpenLog", "(&R) 過去の検索ログ読み込み", "", "過去の検索ログファイルを読み込みます",
+        "application_put");
+    row("actionQuit", "(&X) 終了", "Ctrl+Q", "終了します", "exit");
+    row("actionOptions", "(&O) 設定", "", "設定を変更します", "option");
     row("actionLineCount", "(&L) 行数カウント集計", "",
-        "パスマスクで該当するファイルの行数だけをカウント集計します");
-    row("actionHelp", "(&H) 操作説明", "", "操作説明を表示します");
-    row("actionRegExpHelp", "(&R) 正規表現サンプル", "", "正規表現のサンプルを表示します");
-    row("actionVersion", "(&V) バージョン", "", "バージョン表示");
-    row("actionAboutQt", "(&Q) Ｑｔ について", "", "Ｑｔ ライブラリについて");
+        "パスマスクで該当するファイルの行数だけをカウント集計します", "counter");
+    row("actionHelp", "(&H) 操作説明", "", "操作説明を表示します", "question");
+    row("actionRegExpHelp", "(&R) 正規表現サンプル", "", "正規表現のサンプルを表示します",
+        "regular_expression_delimiter");
+    row("actionVersion", "(&V) バージョン", "", "バージョン表示", "sarvik");
+    row("actionAboutQt", "(&Q) Ｑｔ について", "", "Ｑｔ ライブラリについて", "qt-icon");
 }
 
 void MainWindowTest::actionsCarryTheirTexts()
@@ -176,18 +194,20 @@ void MainWindowTest::actionsCarryTheirTexts()
     QTEST(action->text(), "label");
     QTEST(action->shortcut().toString(), "shortcut");
     QTEST(action->statusTip(), "statusTip");
-    QVERIFY(!action->icon().isNull());
+    QFETCH(QString, icon);
+    QCOMPARE(imageOf(action->icon()), imageOf(icon));
 }
 
 void MainWindowTest::toolButtonsCarryTheirTexts_data()
 {
     QTest::addColumn<QString>("shortcut");
-    QTest::newRow("arrowBackBtn") << text("Alt+Left");
-    QTest::newRow("arrowForwardBtn") << text("Alt+Right");
-    QTest::newRow("findBtn") << text("Ctrl+F");
-    QTest::newRow("findNextBtn") << text("Ctrl+Down");
-    QTest::newRow("findPrevBtn") << text("Ctrl+Up");
-    QTest::newRow("optionBtn") << QString();
+    QTest::addColumn<QString>("icon");
+    QTest::newRow("arrowBackBtn") << text("Alt+Left") << text("arrow-back");
+    QTest::newRow("arrowForwardBtn") << text("Alt+Right") << text("arrow-forward");
+    QTest::newRow("findBtn") << text("Ctrl+F") << text("edit-find-4");
+    QTest::newRow("findNextBtn") << text("Ctrl+Down") << text("go-down-5");
+    QTest::newRow("findPrevBtn") << text("Ctrl+Up") << text("go-up-5");
+    QTest::newRow("optionBtn") << QString() << text("option");
 }
 
 void MainWindowTest::toolButtonsCarryTheirTexts()
@@ -195,7 +215,8 @@ void MainWindowTest::toolButtonsCarryTheirTexts()
     const auto *button = m_fixture->child<QToolButton>(QTest::currentDataTag());
     QVERIFY(button);
     QTEST(button->shortcut().toString(), "shortcut");
-    QVERIFY(!button->icon().isNull());
+    QFETCH(QString, icon);
+    QCOMPARE(imageOf(button->icon()), imageOf(icon));
     QVERIFY(!button->accessibleName().isEmpty());
     if (button->objectName() == QLatin1String("arrowBackBtn")) {
         QCOMPARE(button->toolTip(), text("前に検索結果を表示します"));

@@ -4,6 +4,7 @@
 import os
 import pathlib
 import shutil
+import struct
 import subprocess
 import sys
 import tempfile
@@ -53,10 +54,12 @@ class Screen:
 
     def __init__(self):
         read_end, write_end = os.pipe()
+        self.frames = tempfile.TemporaryDirectory()
         # Without a reset when the first visitor leaves, in which the next one is
         # refused and the window manager lost.
         self.server = subprocess.Popen(
-            ["Xvfb", "-noreset", "-displayfd", str(write_end), "-screen", "0", "1280x1024x24"],
+            ["Xvfb", "-noreset", "-displayfd", str(write_end), "-screen", "0", "1280x1024x24",
+             "-fbdir", self.frames.name],
             pass_fds=[write_end], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(write_end)
         with os.fdopen(read_end) as pipe:
@@ -73,6 +76,22 @@ class Screen:
         for process in (self.manager, self.server):
             process.terminate()
             process.wait()
+        self.frames.cleanup()
+
+    def pixels(self, geometry):
+        """The part of the screen as rows of (red, green, blue)."""
+        dump = (pathlib.Path(self.frames.name) / "Xvfb_screen0").read_bytes()
+        # A dump of the X window system: numbers of 32 bits, the high byte first,
+        # then the table of colours, then the rows, here of four bytes a pixel.
+        header = struct.unpack(">25I", dump[:100])
+        start = header[0] + 12 * header[19]
+        order = slice(2, None, -1) if header[7] == 0 else slice(1, 4)
+        rows = []
+        for y in range(geometry["Y"], geometry["Y"] + geometry["HEIGHT"]):
+            begin = start + y * header[12] + 4 * geometry["X"]
+            row = dump[begin:begin + 4 * geometry["WIDTH"]]
+            rows.append([tuple(row[i:i + 4][order]) for i in range(0, len(row), 4)])
+        return rows
 
     def tool(self, *arguments):
         return subprocess.run(["xdotool", *map(str, arguments)], env=self.environment,

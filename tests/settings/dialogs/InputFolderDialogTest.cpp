@@ -1,5 +1,6 @@
 #include "settings/dialogs/InputFolderDialog.h"
 
+#include "icon/Icons.h"
 #include "settings/AppSettings.h"
 #include "settings/KeywordHistory.h"
 #include "settings/dialogs/AssistWindow.h"
@@ -44,6 +45,8 @@ private slots:
     void theSlotsAreDeclaredInTheirOrder();
     void everyWidgetHasItsText();
     void theButtonsAreNamedForThoseWhoDoNotSeeTheIcons();
+    void theButtonsShowTheirIcons_data();
+    void theButtonsShowTheirIcons();
     void theTitleIsTheGivenOne();
     void theWindowHasASizeGripAndNoHelpButton();
     void theTableShowsWholeSingleRows();
@@ -142,6 +145,26 @@ void InputFolderDialogTest::everyWidgetHasItsText()
     QCOMPARE(shown.button("btnUp")->toolTip(), QStringLiteral("up history"));
     QCOMPARE(shown.button("btnDown")->toolTip(), QStringLiteral("down history"));
     QCOMPARE(shown.button("btnDel")->toolTip(), QStringLiteral("remove one history"));
+}
+
+void InputFolderDialogTest::theButtonsShowTheirIcons_data()
+{
+    QTest::addColumn<QString>("icon");
+    QTest::newRow("btnHelp") << QStringLiteral(":/icon/question.png");
+    QTest::newRow("btnClear") << QStringLiteral(":/icon/folder_explorer.png");
+    QTest::newRow("btnUp") << QStringLiteral(":/icon/editup.png");
+    QTest::newRow("btnDown") << QStringLiteral(":/icon/editdown.png");
+    QTest::newRow("btnDel") << QStringLiteral(":/icon/delete.png");
+}
+
+void InputFolderDialogTest::theButtonsShowTheirIcons()
+{
+    QFETCH(QString, icon);
+    Icons::load();
+    QVERIFY(QFile::exists(icon));
+    const Shown shown;
+    QCOMPARE(shown.button(QTest::currentDataTag())->icon().pixmap(24, 24).toImage(),
+             QIcon(icon).pixmap(24, 24).toImage());
 }
 
 void InputFolderDialogTest::theButtonsAreNamedForThoseWhoDoNotSeeTheIcons()

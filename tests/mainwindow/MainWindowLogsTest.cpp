@@ -1,0 +1,237 @@
+#include "tests/mainwindow/WindowFixture.h"
+
+#include "settings/AppSettings.h"
+
+#include <QAbstractItemView>
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QDir>
+#include <QGroupBox>
+#include <QMenu>
+#include <QSpinBox>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+
+namespace {
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+QDir logDirectory()
+{
+    return QDir(WindowFixture::applicationFile(QStringLiteral("sarviklog")));
+}
+
+void writeLog(const QString &name, const QByteArray &content)
+{
+    QFile file(logDirectory().filePath(name));
+    if (!logDirectory().mkpath(text(".")) || !file.open(QIODevice::WriteOnly)
+        || file.write(content) != content.size())
+        qFatal("cannot write the log");
+}
+
+QByteArray headerOf(const QString &keyword1)
+{
+    return "version :5.00\nkeyword1:" + keyword1.toUtf8()
+        + "\ncase    :1\nword    :0\nregexp  :1\nsubdir  :1\ngroupbox:0\nkeyword2:\n"
+          "plusline:5\npathlist:/a/\nmask    :*.c\next     :c\nexclsive:0\nkeyword3:\n"
+          "-----------------------\n";
+}
+
+} // namespace
+
+/// Logs in the window that are not as the program writes them, and logs that it
+/// cannot write.
+class MainWindowLogsTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QLocale::setDefault(QLocale::c()); }
+    void cleanupTestCase() { WindowFixture::waitForFading(); }
+    void init();
+    void cleanup() { m_fixture.reset(); }
+
+    void whatALogDoesNotTellStaysInTheForm_data();
+    void whatALogDoesNotTellStaysInTheForm();
+    void aBinaryFileIsSurvived();
+    void aLongLabelIsCut_data();
+    void aLongLabelIsCut();
+    void oneLogThatCannotBeWrittenLeavesTheOther_data();
+    void oneLogThatCannotBeWrittenLeavesTheOther();
+
+private:
+    void fillForm();
+    /// Through the chooser, as "(&R) 過去の検索ログ読み込み" does.
+    void choose(const QString &name);
+
+    std::unique_ptr<WindowFixture> m_fixture;
+};
+
+void MainWindowLogsTest::init()
+{
+    m_fixture = std::make_unique<WindowFixture>();
+    m_fixture->tree.write(text("a.txt"), "one\n");
+    m_fixture->tree.write(text("b.txt"), "two\n");
+    m_fixture->open();
+}
+
+void MainWindowLogsTest::fillForm()
+{
+    AppSettings &settings = AppSettings::instance();
+    settings.caseinsensitive = true;
+    settings.word = true;
+    settings.regexp = true;
+    m_fixture->fill(text("/before/"), text("*.before"), text("before"));
+    m_fixture->child<QGroupBox>("extraGroup")->setChecked(true);
+    m_fixture->child<QCheckBox>("useKeyword2")->setChecked(true);
+    m_fixture->keyword2()->setEditText(text("second"));
+    m_fixture->child<QSpinBox>("lineDistance")->setValue(3);
+    m_fixture->child<QGroupBox>("keyword3Group")->setChecked(true);
+    m_fixture->keyword3()->setEditText(text("third"));
+    m_fixture->child<QCheckBox>("subdirCheck")->setChecked(true);
+    m_fixture->resultView()->setPlainText(text("listed before"));
+}
+
+void MainWindowLogsTest::choose(const QString &name)
+{
+    bool chosen = false;
+    QTimer::singleShot(0, this, [&] {
+        QWidget *dialog = QApplication::activeModalWidget();
+        QVERIFY(dialog);
+        auto *list = dialog->findChild<QAbstractItemView *>(text("listFiles"));
+        QModelIndex entry;
+        chosen = QTest::qWaitFor([&] {
+            const QModelIndex root = list->rootIndex();
+            for (int row = 0; row < list->model()->rowCount(root); ++row) {
+                if (list->model()->index(row, 0, root).data().toString() == name)
+                    entry = list->model()->index(row, 0, root);
+            }
+            return entry.isValid();
+        });
+        list->setCurrentIndex(entry);
+        QTest::keyClick(list, Qt::Key_Return);
+    });
+    m_fixture->window().findChild<QAction *>(text("actionOpenLog"))->trigger();
+    QVERIFY(chosen);
+}
+
+void MainWindowLogsTest::whatALogDoesNotTellStaysInTheForm_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("keyword1");
+    QTest::addColumn<bool>("ignoreCase");
+    QTest::addColumn<QString>("listed");
+    QTest::newRow("an empty file") << QByteArray() << text("before") << true << QString();
+    QTest::newRow("one line") << QByteArray("version :5.00") << text("before") << true << QString();
+    QTest::newRow("cut in the keyword")
+        << QByteArray("version :5.00\nkeyword1:af") << text("af") << true << QString();
+    QTest::newRow("cut in the switches")
+        << QByteArray("version :5.00\nkeyword1:after\ncase    :0\n") << text("after") << false
+        << QString();
+    QTest::newRow("binary, in one line")
+        << QByteArray("\0\1\2\377\376", 5).repeated(1000) << text("before") << true << QString();
+}
+
+void MainWindowLogsTest::whatALogDoesNotTellStaysInTheForm()
+{
+    QFETCH(QByteArray, content);
+    writeLog(text("broken.log"), content);
+    fillForm();
+    choose(text("broken.log"));
+    QTEST(m_fixture->keyword1()->currentText(), "keyword1");
+    QTEST(AppSettings::instance().caseinsensitive, "ignoreCase");
+    QTEST(m_fixture->resultView()->toPlainText(), "listed");
+    QVERIFY(AppSettings::instance().word);
+    QVERIFY(AppSettings::instance().regexp);
+    QCOMPARE(m_fixture->pathEdit()->toPlainText(), text("/before/"));
+    QCOMPARE(m_fixture->mask()->currentText(), text("*.before"));
+    QVERIFY(m_fixture->child<QGroupBox>("extraGroup")->isChecked());
+    QVERIFY(m_fixture->child<QCheckBox>("useKeyword2")->isChecked());
+    QCOMPARE(m_fixture->keyword2()->currentText(), text("second"));
+    QCOMPARE(m_fixture->child<QSpinBox>("lineDistance")->value(), 3);
+    QVERIFY(m_fixture->child<QGroupBox>("keyword3Group")->isChecked());
+    QCOMPARE(m_fixture->keyword3()->currentText(), text("third"));
+    QVERIFY(m_fixture->child<QCheckBox>("subdirCheck")->isChecked());
+    QVERIFY(m_fixture->prompt.messages.isEmpty());
+}
+
+void MainWindowLogsTest::aBinaryFileIsSurvived()
+{
+    QByteArray content;
+    for (int i = 0; i < 64 * 1024; ++i)
+        content += static_cast<char>(i * 7 + i / 251);
+    writeLog(text("binary.log"), content);
+    fillForm();
+    choose(text("binary.log"));
+    // What it says is nonsense, but the window goes on.
+    QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.txt"), text("one")));
+    QVERIFY(!m_fixture->resultText().contains(text("listed before")));
+    QVERIFY(m_fixture->resultText().contains(text("該当ファイル数 ")));
+}
+
+void MainWindowLogsTest::aLongLabelIsCut_data()
+{
+    QTest::addColumn<QString>("keyword");
+    QTest::addColumn<QString>("label");
+    // Behind it come five units of the label and the line distance.
+    const QString fitting(114, QLatin1Char('k'));
+    QTest::newRow("120 units") << fitting << fitting + text("　---　5");
+    const QString tooLong(115, QLatin1Char('k'));
+    QTest::newRow("121 units") << tooLong << tooLong + text("　---…");
+    const QString page(5000, QLatin1Char('k'));
+    QTest::newRow("a page") << page << page.left(119) + text("…");
+    // Doubled after the cut, they are one each in the menu.
+    const QString marks(200, QLatin1Char('&'));
+    QTest::newRow("marks of shortcuts") << marks << QString(238, QLatin1Char('&')) + text("…");
+}
+
+void MainWindowLogsTest::aLongLabelIsCut()
+{
+    QFETCH(QString, keyword);
+    writeLog(text("long.log"), headerOf(keyword));
+    m_fixture->window().makeBackMenu();
+    const QList<QAction *> entries =
+        m_fixture->child<QToolButton>("arrowBackBtn")->menu()->actions();
+    QCOMPARE(entries.size(), 1);
+    QTEST(entries.first()->text(), "label");
+}
+
+void MainWindowLogsTest::oneLogThatCannotBeWrittenLeavesTheOther_data()
+{
+    QTest::addColumn<QString>("obstacle");
+    QTest::addColumn<bool>("lastSearch");
+    QTest::addColumn<int>("history");
+    QTest::newRow("the last search's") << text("sarvik.log/in/the/way") << false << 1;
+    QTest::newRow("the history's") << text("sarviklog") << true << 0;
+}
+
+void MainWindowLogsTest::oneLogThatCannotBeWrittenLeavesTheOther()
+{
+    QFETCH(QString, obstacle);
+    QFETCH(bool, lastSearch);
+    QFETCH(int, history);
+    const QString path = WindowFixture::applicationFile(obstacle);
+    const bool isFolder = obstacle.contains(QLatin1Char('/'));
+    QFile file(path);
+    QVERIFY(isFolder ? QDir().mkpath(path) : file.open(QIODevice::WriteOnly));
+    file.close();
+    const bool searched = m_fixture->search(m_fixture->tree.path(), text("*.txt"), text("one"));
+    const QFileInfo last(WindowFixture::applicationFile(text("sarvik.log")));
+    const bool isWritten = last.isFile();
+    const int written = logDirectory().entryList(QDir::Files).size();
+    const QString told = m_fixture->statusText();
+    // Before anything can fail: it would stand in the next test's way.
+    QVERIFY(isFolder ? QDir(last.filePath()).removeRecursively() : file.remove());
+    QVERIFY(searched);
+    QCOMPARE(isWritten, lastSearch);
+    QCOMPARE(written, history);
+    QCOMPARE(told, QString());
+    QVERIFY(m_fixture->prompt.messages.isEmpty());
+}
+
+QTEST_MAIN(MainWindowLogsTest)
+#include "MainWindowLogsTest.moc"

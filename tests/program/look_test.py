@@ -1,0 +1,102 @@
+#!/usr/bin/env python3
+"""How the program looks: what it is to the window system, its colours and style.
+
+look_test.py PORTABLE_FOLDER: the folder that holds the program.
+"""
+
+import subprocess
+
+from program_window import ProgramTestCase, main, wait_for
+
+GROUND = (0x10, 0x30, 0x50)
+STATUS_BAR = (0x50, 0xA0, 0x10)
+WHITE = (0xFF, 0xFF, 0xFF)
+
+
+class LookTest(ProgramTestCase):
+    def setUp(self):
+        super().setUp()
+        settings = self.program.folder / "sarvik.ini"
+        settings.write_text(settings.read_text() + "[palette]\nWindow=#103050\n")
+        (self.program.folder / "sarvify.qss").write_text(
+            "QStatusBar { background-color: #50a010; }\n")
+
+    def pixels(self):
+        """Of the window, row by row."""
+        return self.program.screen.pixels(self.program.geometry())
+
+    def count(self, colour):
+        return sum(row.count(colour) for row in self.pixels())
+
+    def settled_pixels(self):
+        """Once nothing changes any more but the caret, which blinks."""
+        last = []
+
+        def is_settled():
+            now = self.pixels()
+            settled = last and differences(last[0], now) < 100
+            last[:] = [now]
+            return settled
+        wait_for("a window at rest", is_settled)
+        return last[0]
+
+    def test_the_window_system_knows_the_program(self):
+        program = self.program
+        # Where nobody says otherwise, a program is called as its file.
+        other = program.folder / "another-name"
+        (program.folder / "sarvik").rename(other)
+        program.start(str(other))
+        # The class alone; the instance is the file's name.
+        described = subprocess.run(
+            ["xprop", "-id", program.window, "WM_CLASS", "_NET_WM_ICON"],
+            env=program.screen.environment, check=True, capture_output=True, text=True).stdout
+        self.assertRegex(described, r'WM_CLASS\(STRING\) = "another-name", "[Ss]arvik"')
+        self.assertIn("Icon (48 x 48)", described)
+
+    def test_the_palette_and_the_style_sheet_are_applied(self):
+        self.program.start()
+        wait_for("the palette's colour", lambda: self.count(GROUND) > 20000)
+        wait_for("the sheet's colour", lambda: self.count(STATUS_BAR) > 5000)
+
+    def test_no_style_of_the_desktop_is_taken(self):
+        program = self.program
+        seen = []
+        for style in ("Fusion", "Windows"):
+            program.screen.environment["QT_STYLE_OVERRIDE"] = style
+            program.start()
+            seen.append(self.settled_pixels())
+            self.assertEqual(program.quit(), 0)
+        self.assertLess(differences(*seen), 100)
+
+    def test_a_tool_tip_can_be_read(self):
+        """The settings' own colours are white on white."""
+        program = self.program
+        program.start()
+        geometry = program.geometry()
+        x, y = geometry["WIDTH"] // 2, geometry["HEIGHT"] * 11 // 20
+        program.screen.tool("mousemove", "--window", program.window, x, y)
+        program.screen.tool("mousemove_relative", 3, 3)
+
+        def tip():
+            """The rows of what came up, from its first white pixel to its last."""
+            rows = [between(WHITE, row) for row in self.pixels() if row.count(WHITE) > 200]
+            return rows if len(rows) > 20 else None
+        letters = sum(max(pixel) < 0x60 for row in wait_for("the tool tip", tip) for pixel in row)
+        self.assertGreater(letters, 200)
+
+
+def between(colour, row):
+    """What is between the first and the last pixel of that colour."""
+    return row[row.index(colour):len(row) - row[::-1].index(colour)]
+
+
+def differences(one, other):
+    """How many pixels differ; all when the sizes do."""
+    if [len(row) for row in one] != [len(row) for row in other]:
+        return sum(len(row) for row in one)
+    return sum(a != b for left, right in zip(one, other) if left != right
+               for a, b in zip(left, right))
+
+
+if __name__ == "__main__":
+    main()
