@@ -329,6 +329,8 @@ void FileReaderTest::linksToFilesAreRead()
 
 void FileReaderTest::namesThatAreNoValidTextAreRead()
 {
+    if (!m_tree->takesAnyName())
+        QSKIP("names are text here");
     FileReader reader;
     for (const QByteArray name : {"two\nlines", "caf\xE9", "\xEF\xBB\xBFmark", "\x83\x5C/\xFF",
                                   "\xE6\x97\xA5\xE6\x9C\xAC", " "}) {
