@@ -9,12 +9,14 @@ function(sarvik_add_windows_resource program description)
     cmake_parse_arguments(ARG "ICON" "" "" ${ARGN})
     # A number of its own, not the two digits that people read: 00 is 0.
     math(EXPR version_minor "${PROJECT_VERSION_MINOR}")
+    set(icon "")
+    if(ARG_ICON)
+        set(icon "1 ICON \"${PROJECT_SOURCE_DIR}/icon/sarvik.ico\"")
+    endif()
     set(resource ${CMAKE_CURRENT_BINARY_DIR}/${program}.rc)
     configure_file(${PROJECT_SOURCE_DIR}/app/windows/sarvik.rc.in ${resource} @ONLY)
     target_sources(${program} PRIVATE ${resource})
     set_source_files_properties(${resource} PROPERTIES
-        COMPILE_DEFINITIONS
-            "SARVIK_PROGRAM=\"${program}\";SARVIK_DESCRIPTION=\"${description}\";$<$<BOOL:${ARG_ICON}>:SARVIK_ICON>"
         OBJECT_DEPENDS
             "${PROJECT_SOURCE_DIR}/icon/sarvik.ico;${PROJECT_SOURCE_DIR}/app/windows/sarvik.manifest")
 endfunction()
