@@ -72,6 +72,8 @@ QVector<FolderEntry> NativeFolderLister::list(const QString &folder, const Claim
 
 bool NativeFolderLister::identify(const QString &path, FolderIdentity *identity) const
 {
-    *identity = identityOf(path);
-    return identity->isKnown();
+    const FolderIdentity found = identityOf(path);
+    if (found.isKnown())
+        *identity = found;
+    return found.isKnown();
 }

@@ -5,6 +5,7 @@
 #include "tests/support/NativeLines.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/ScratchFolder.h"
+#include "tests/support/SymbolicLink.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -90,8 +91,7 @@ QStringList IniFileTest::files() const
 // False where there are no symbolic links.
 bool IniFileTest::link(const QString &target, const QString &name) const
 {
-    QFile::link(target, m_folder->filePath(name));
-    return QFileInfo(m_folder->filePath(name)).isSymLink();
+    return makeLink(target, m_folder->filePath(name));
 }
 
 void IniFileTest::aMissingFileReadsAsEmpty()

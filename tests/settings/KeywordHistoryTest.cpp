@@ -117,7 +117,7 @@ void KeywordHistoryTest::theKeysAreNumberedInThreeDigits()
         history.add(QStringLiteral("k%1").arg(i), true, false, true);
     const QByteArray file = saved(history);
     QVERIFY(file.startsWith(nativeLines("[keyword]\n001=101k1\n002=101k2\n")));
-    QVERIFY(file.endsWith("\n099=101k99\n100=101k100\n"));
+    QVERIFY(file.endsWith(nativeLines("\n099=101k99\n100=101k100\n")));
     QCOMPARE(loaded().keywords(), history.keywords());
 }
 

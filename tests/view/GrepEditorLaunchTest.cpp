@@ -341,7 +341,8 @@ void GrepEditorLaunchTest::aRelativeNameStartsWhereTheProgramStarted()
     QDir::setCurrent(QDir::tempPath());
     view.openInEditor();
     QDir::setCurrent(start);
-    QCOMPARE(launcher.started.first().arguments.last(), QString(start + text("/src/a.c")));
+    QCOMPARE(launcher.started.first().arguments.last(),
+             QDir::toNativeSeparators(start + text("/src/a.c")));
 }
 
 void GrepEditorLaunchTest::aSelectionStartsASecondInstance_data()
