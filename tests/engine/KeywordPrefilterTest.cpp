@@ -407,7 +407,7 @@ void KeywordPrefilterTest::halfACharacterIsAReplacementCharacter()
     QVERIFY(check("xa\xE3\x81\n", CodeSet::Utf8));
     // Some codecs drop it here.
     const QByteArray jis = "xa\x1B$B\x46\x1B(B\n";
-    QCOMPARE(passes(keyword, jis, CodeSet::Iso2022Jp), matches(keyword, jis, CodeSet::Iso2022Jp));
+    QVERIFY(passes(keyword, jis, CodeSet::Iso2022Jp) || !matches(keyword, jis, CodeSet::Iso2022Jp));
 }
 
 void KeywordPrefilterTest::escapeSequencesMayStandBetweenAllCharacters_data()

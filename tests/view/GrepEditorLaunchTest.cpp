@@ -411,7 +411,8 @@ void GrepEditorLaunchTest::aSecondInstanceThatDoesNotStartIsLogged()
     view.setLauncher(&launcher);
     view.setPlainText(text("x"));
     view.selectAll();
-    const QString program = QCoreApplication::applicationDirPath() + text("/sarvik");
+    const QString program =
+        QDir::toNativeSeparators(QCoreApplication::applicationDirPath() + text("/sarvik"));
     QTest::ignoreMessage(QtDebugMsg, "ShellExecute error2 ");
     QTest::ignoreMessage(QtDebugMsg, qPrintable(program));
     QTest::ignoreMessage(QtDebugMsg, "\"\" \"x\"");
