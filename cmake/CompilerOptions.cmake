@@ -11,8 +11,8 @@ target_compile_definitions(sarvik_compile_options INTERFACE
     QT_DEPRECATED_WARNINGS
     $<$<CONFIG:Release>:QT_NO_DEBUG>)
 target_compile_options(sarvik_compile_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
-    -Wconversion -Wno-sign-conversion -Wimplicit-fallthrough -Werror)
+    $<$<COMPILE_LANGUAGE:CXX>:-Wall;-Wextra;-Wpedantic;-Wshadow;-Wnon-virtual-dtor;-Woverloaded-virtual>
+    $<$<COMPILE_LANGUAGE:CXX>:-Wconversion;-Wno-sign-conversion;-Wimplicit-fallthrough;-Werror>)
 
 set(SARVIK_SANITIZE "" CACHE STRING
     "Sanitizers, as -fsanitize= takes them: \"address,undefined\" or \"thread\"")

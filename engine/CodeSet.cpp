@@ -1,5 +1,8 @@
 #include "engine/CodeSet.h"
 
+#include "engine/AmendedCodec.h"
+#include "engine/AmendedJisCodec.h"
+
 #include <QTextCodec>
 
 #include <array>
@@ -15,11 +18,29 @@ constexpr std::array<const char *, kFirstLineEnd + kLineEndCount> kNames = {
     "UTF-16LE", "UTF-32BE",  "UTF-32LE", "CR",          "LF",    "CRLF",
 };
 
+// Where the toolkit is built without ICU its own codecs lack the circled numbers,
+// among others; a codec that has them is left as it is. The toolkit owns what is
+// made here, as it does all codecs.
+void amendJapanese(std::array<QTextCodec *, CodeSet::kCount> *codecs)
+{
+    QTextCodec *const shiftJis = (*codecs)[CodeSet::ShiftJis];
+    QTextCodec *&eucJp = (*codecs)[CodeSet::EucJp];
+    QTextCodec *&jis = (*codecs)[CodeSet::Iso2022Jp];
+    const QString circledOne(QChar(0x2460));
+    if (shiftJis == nullptr || eucJp == nullptr || eucJp->toUnicode("\xAD\xA1") == circledOne)
+        return;
+    (*codecs)[CodeSet::ShiftJis] = new AmendedCodec(CodeSet::ShiftJis, *shiftJis, *shiftJis);
+    eucJp = new AmendedCodec(CodeSet::EucJp, *eucJp, *shiftJis);
+    if (jis != nullptr)
+        jis = new AmendedJisCodec(*jis, *shiftJis);
+}
+
 std::array<QTextCodec *, CodeSet::kCount> lookUpCodecs()
 {
     std::array<QTextCodec *, CodeSet::kCount> codecs = {};
     for (int number = CodeSet::Default + 1; number < CodeSet::kCount; ++number)
         codecs[size_t(number)] = QTextCodec::codecForName(kNames[size_t(number)]);
+    amendJapanese(&codecs);
     return codecs;
 }
 

@@ -9,10 +9,10 @@ namespace {
 /// Unknown when there is no folder at path or it cannot be asked.
 FolderIdentity identityOf(const QString &path)
 {
-    const QString name = WindowsName::of(path);
-    const HANDLE handle = ::CreateFileW(
-        WindowsName::wide(name), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-        OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    const std::wstring name = WindowsName::of(path);
+    const HANDLE handle =
+        ::CreateFileW(name.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                      nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
     if (handle == INVALID_HANDLE_VALUE)
         return {};
     BY_HANDLE_FILE_INFORMATION information;
@@ -35,19 +35,29 @@ FolderEntry::Kind kindOf(const WIN32_FIND_DATAW &data)
                                                                        : FolderEntry::Folder;
 }
 
+// Without the slash a file's own name would be the start of the pattern.
+std::wstring patternFor(const QString &folder)
+{
+    const QLatin1String all(folder.endsWith(QLatin1Char('/')) ? "*.*" : "/*.*");
+    return WindowsName::of(folder + all);
+}
+
 } // namespace
 
 QVector<FolderEntry> NativeFolderLister::list(const QString &folder, const Claim &claim,
                                               const KeepGoing &keepGoing) const
 {
     QVector<FolderEntry> entries;
-    if (!claim(identityOf(folder)))
+    if (folder.isEmpty())
         return entries;
-    const QString pattern = WindowsName::of(folder + QLatin1Char('*'));
     WIN32_FIND_DATAW data;
-    const HANDLE search = ::FindFirstFileW(WindowsName::wide(pattern), &data);
+    const HANDLE search = ::FindFirstFileW(patternFor(folder).c_str(), &data);
     if (search == INVALID_HANDLE_VALUE)
         return entries;
+    if (!claim(identityOf(folder))) {
+        ::FindClose(search);
+        return entries;
+    }
     do {
         const QString name = QString::fromWCharArray(data.cFileName);
         if (name == QLatin1String(".") || name == QLatin1String(".."))
@@ -62,6 +72,8 @@ QVector<FolderEntry> NativeFolderLister::list(const QString &folder, const Claim
 
 bool NativeFolderLister::identify(const QString &path, FolderIdentity *identity) const
 {
-    *identity = identityOf(path);
-    return identity->isKnown();
+    const FolderIdentity found = identityOf(path);
+    if (found.isKnown())
+        *identity = found;
+    return found.isKnown();
 }

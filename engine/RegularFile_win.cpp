@@ -14,9 +14,9 @@ HANDLE handleOf(qintptr handle)
 
 // A name that is opened may be a device's ("CON"), which the attributes tell
 // without opening it.
-bool isDevice(const QString &name)
+bool isDevice(const std::wstring &name)
 {
-    const DWORD attributes = GetFileAttributesW(WindowsName::wide(name));
+    const DWORD attributes = GetFileAttributesW(name.c_str());
     return attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DEVICE) != 0;
 }
 
@@ -24,10 +24,10 @@ bool isDevice(const QString &name)
 
 RegularFile::RegularFile(const QString &path, TypeCheck check)
 {
-    const QString name = WindowsName::of(path);
+    const std::wstring name = WindowsName::of(path);
     if (check == TypeCheck::BeforeOpen && isDevice(name))
         return;
-    const HANDLE handle = CreateFileW(WindowsName::wide(name), GENERIC_READ,
+    const HANDLE handle = CreateFileW(name.c_str(), GENERIC_READ,
                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                       nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
     if (handle == INVALID_HANDLE_VALUE)

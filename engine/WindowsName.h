@@ -2,17 +2,15 @@
 
 #include <QString>
 
+#include <string>
+
 /// Paths as the Windows functions for files and folders take them. Windows only.
 namespace WindowsName {
 
-/// path with backslashes; where it is too long for the usual form, its absolute
-/// long form, which has no backslash at the end.
-QString of(const QString &path);
-
-/// For the functions' wide-character arguments; valid as long as name is.
-inline const wchar_t *wide(const QString &name)
-{
-    return reinterpret_cast<const wchar_t *>(name.utf16());
-}
+/// path with backslashes. An absolute path gets the long form ("\\?\C:\..."),
+/// which has no limit at 260 characters and takes every name as it stands:
+/// without it a dot or blank at the end of a name is lost, and "aux.txt" is a
+/// device. The long form has no backslash at the end, but for a drive's own.
+std::wstring of(const QString &path);
 
 } // namespace WindowsName

@@ -1,24 +1,13 @@
 #include "mainwindow/preview/NativeFile.h"
 
-#include <QDir>
+#include "engine/WindowsName.h"
+
 #include <QFileInfo>
 
 #include <algorithm>
 #include <qt_windows.h>
-#include <string>
 
 namespace {
-
-// Names of MAX_PATH and more characters need the long form, which takes
-// absolute paths only.
-std::wstring wide(const QString &path)
-{
-    QString name = QDir::toNativeSeparators(path);
-    if (name.size() >= MAX_PATH && !name.startsWith(QLatin1String("\\\\")))
-        name = QLatin1String("\\\\?\\")
-            + QDir::toNativeSeparators(QDir::cleanPath(QDir().absoluteFilePath(path)));
-    return name.toStdWString();
-}
 
 bool writeAll(HANDLE handle, const QByteArray &content)
 {
@@ -39,7 +28,7 @@ NativeFile::Stamp NativeFile::stampOf(const QString &path)
 {
     Stamp stamp;
     WIN32_FILE_ATTRIBUTE_DATA data = {};
-    if (GetFileAttributesExW(wide(path).c_str(), GetFileExInfoStandard, &data) == 0)
+    if (GetFileAttributesExW(WindowsName::of(path).c_str(), GetFileExInfoStandard, &data) == 0)
         return stamp;
     stamp.exists = true;
     stamp.regular =
@@ -52,24 +41,25 @@ NativeFile::Stamp NativeFile::stampOf(const QString &path)
 
 quint32 NativeFile::attributesOf(const QString &path)
 {
-    return GetFileAttributesW(wide(path).c_str());
+    return GetFileAttributesW(WindowsName::of(path).c_str());
 }
 
 bool NativeFile::setAttributes(const QString &path, quint32 attributes)
 {
-    return attributes == kNoAttributes || SetFileAttributesW(wide(path).c_str(), attributes) != 0;
+    return attributes == kNoAttributes
+        || SetFileAttributesW(WindowsName::of(path).c_str(), attributes) != 0;
 }
 
 void NativeFile::clearAttributes(const QString &path)
 {
-    SetFileAttributesW(wide(path).c_str(), FILE_ATTRIBUTE_NORMAL);
+    SetFileAttributesW(WindowsName::of(path).c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
 // The owner of a new file is who makes it.
 NativeFile::Written NativeFile::writeNew(const QString &path, const QByteArray &content,
                                          const QString &)
 {
-    const std::wstring name = wide(path);
+    const std::wstring name = WindowsName::of(path);
     const HANDLE handle = CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                                       FILE_ATTRIBUTE_NORMAL, nullptr);
     if (handle == INVALID_HANDLE_VALUE)
@@ -84,22 +74,23 @@ NativeFile::Written NativeFile::writeNew(const QString &path, const QByteArray &
 
 bool NativeFile::remove(const QString &path)
 {
-    return DeleteFileW(wide(path).c_str()) != 0;
+    return DeleteFileW(WindowsName::of(path).c_str()) != 0;
 }
 
 bool NativeFile::link(const QString &path, const QString &name)
 {
     // Two names share the attributes, and a file that may only be read cannot
     // be replaced.
-    const DWORD attributes = GetFileAttributesW(wide(path).c_str());
+    const DWORD attributes = GetFileAttributesW(WindowsName::of(path).c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_READONLY) != 0)
         return false;
-    return CreateHardLinkW(wide(name).c_str(), wide(path).c_str(), nullptr) != 0;
+    return CreateHardLinkW(WindowsName::of(name).c_str(), WindowsName::of(path).c_str(), nullptr)
+        != 0;
 }
 
 bool NativeFile::rename(const QString &path, const QString &name)
 {
-    return MoveFileExW(wide(path).c_str(), wide(name).c_str(),
+    return MoveFileExW(WindowsName::of(path).c_str(), WindowsName::of(name).c_str(),
                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)
         != 0;
 }

@@ -1,6 +1,7 @@
 #include "cli/GrepFormat.h"
 #include "cli/JsonFormat.h"
 #include "cli/PlainFormat.h"
+#include "engine/NativePath.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -18,6 +19,11 @@ FileResult twoHits()
 FileResult withoutHits()
 {
     return {QStringLiteral("src/港.txt"), {}};
+}
+
+bool namesMayBeAnyBytes()
+{
+    return NativePath::toNative(NativePath::fromNative("\x81")) == "\x81";
 }
 
 /// A name whose third byte is no UTF-8.
@@ -88,6 +94,8 @@ void ResultFormatTest::plainNamesAFileWithoutHits()
 
 void ResultFormatTest::plainWritesThePathsOwnBytes()
 {
+    if (!namesMayBeAnyBytes())
+        QSKIP("names are text here");
     QCOMPARE(PlainFormat(HitPainter()).format(brokenName()),
              QByteArray("::a/\x81"
                         "b\n      1:    1:x\n"));
@@ -116,6 +124,8 @@ void ResultFormatTest::grepIsThePathAloneForAFileWithoutHits()
 
 void ResultFormatTest::grepWritesThePathsOwnBytes()
 {
+    if (!namesMayBeAnyBytes())
+        QSKIP("names are text here");
     QCOMPARE(GrepFormat(HitPainter()).format(brokenName()),
              QByteArray("a/\x81"
                         "b:1:1:x\n"));
@@ -233,6 +243,8 @@ void ResultFormatTest::jsonKeepsPairsAndReplacesLoneSurrogates()
 
 void ResultFormatTest::jsonOfABrokenNameIsValidAndHoldsItsBytes()
 {
+    if (!namesMayBeAnyBytes())
+        QSKIP("names are text here");
     const QByteArray line = JsonFormat(shiftJis).format(brokenName());
     const QJsonObject object = QJsonDocument::fromJson(line).object();
     QCOMPARE(object.value(QLatin1String("path")).toString(), QStringLiteral("a/\uFFFDb"));

@@ -333,6 +333,8 @@ void FileReaderTest::linksToFilesAreRead()
 
 void FileReaderTest::namesThatAreNoValidTextAreRead()
 {
+    if (!m_tree->takesAnyName())
+        QSKIP("names are text here");
     FileReader reader;
     for (const QByteArray name : {"two\nlines", "caf\xE9", "\xEF\xBB\xBFmark", "\x83\x5C/\xFF",
                                   "\xE6\x97\xA5\xE6\x9C\xAC", " "}) {
@@ -462,7 +464,7 @@ void FileReaderTest::aShrinkingFileIsReadUpToItsEnd()
 void FileReaderTest::nothingStaysOpen()
 {
     const QDir descriptors(QStringLiteral("/proc/self/fd"));
-    if (!descriptors.exists())
+    if (!descriptors.exists() || !OpenWatch(m_tree->path("")).isWatching())
         QSKIP("the platform does not tell what is open");
     m_tree->file("file");
     m_tree->fifo("fifo");

@@ -113,10 +113,12 @@ void FolderListerTest::hiddenEntriesAreListed()
 {
     m_tree->file(".profile");
     m_tree->folder(".git");
-    m_tree->folder("...");
-    const Kinds expected{{QStringLiteral(".profile"), FolderEntry::File},
-                         {QStringLiteral(".git"), FolderEntry::Folder},
-                         {QStringLiteral("..."), FolderEntry::Folder}};
+    Kinds expected{{QStringLiteral(".profile"), FolderEntry::File},
+                   {QStringLiteral(".git"), FolderEntry::Folder}};
+    if (m_tree->takesAnyName()) {
+        m_tree->folder("...");
+        expected.insert(QStringLiteral("..."), FolderEntry::Folder);
+    }
     QCOMPARE(list(""), expected);
 }
 
@@ -208,6 +210,8 @@ void FolderListerTest::entriesAreNotOpened()
 
 void FolderListerTest::namesThatAreNoValidTextAreListed()
 {
+    if (!m_tree->takesAnyName())
+        QSKIP("names are text here");
     const QByteArrayList names{"two\nlines",       "caf\xE9",
                                "\x83\x65\x83\x58", "\xE6\x97\xA5\xE6\x9C\xAC",
                                "\xEF\xBB\xBFmark", " ",
@@ -427,7 +431,7 @@ void FolderListerTest::onlyFoldersAreIdentified()
 void FolderListerTest::nothingStaysOpen()
 {
     const QDir descriptors(QStringLiteral("/proc/self/fd"));
-    if (!descriptors.exists())
+    if (!descriptors.exists() || !OpenWatch(m_tree->path("")).isWatching())
         QSKIP("the platform does not tell what is open");
     m_tree->file("folder/a");
     m_tree->file("folder/b");

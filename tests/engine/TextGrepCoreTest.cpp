@@ -358,7 +358,7 @@ void TextGrepCoreTest::subFoldersAreLeftOutWithoutSubdir()
 void TextGrepCoreTest::anExcludedSubFolderGivesAWarningAtEachOccurrence()
 {
     const ScratchFolder tree;
-    for (const char *name : {"a.txt", "b.txt", "obj/c.txt", "x/obj/d.txt", "x/Obj/e.txt"})
+    for (const char *name : {"a.txt", "b.txt", "obj/c.txt", "x/obj/d.txt", "y/Obj/e.txt"})
         tree.write(QString::fromLatin1(name), "some key\n");
     EngineOptions options;
     options.limits.excludedFolders = QStringList{QStringLiteral("obj")};

@@ -1,4 +1,5 @@
 #include "tests/mainwindow/WindowFixture.h"
+#include "tests/support/NativeLines.h"
 
 #include "settings/AppSettings.h"
 
@@ -126,7 +127,7 @@ void MainWindowHistoryTest::aSearchIsSavedTwice()
     QVERIFY(QRegularExpression(text("^\\d{8}-\\d{6}\\.log$")).match(logNames().first()).hasMatch());
     const QByteArray last = WindowFixture::readApplicationFile(text("sarvik.log"));
     QCOMPARE(WindowFixture::readApplicationFile(text("sarviklog/") + logNames().first()), last);
-    QVERIFY(last.endsWith(m_fixture->resultView()->toPlainText().toUtf8()));
+    QVERIFY(last.endsWith(nativeLines(m_fixture->resultView()->toPlainText().toUtf8())));
     QCOMPARE(m_fixture->statusText(), text("セーブしました"));
     QVERIFY(!m_fixture->resultView()->document()->isModified());
 }
@@ -148,9 +149,10 @@ void MainWindowHistoryTest::theHeaderRecordsTheRequestToTheLetter()
                                   "ext     :txt\nexclsive:1\nkeyword3:三\n"
                                   "-----------------------\n")
                                  .arg(m_tree);
-    const QString log = QString::fromUtf8(WindowFixture::readApplicationFile(text("sarvik.log")));
-    QCOMPARE(log.left(expected.size()), expected);
-    QCOMPARE(log.mid(expected.size()), m_fixture->resultView()->toPlainText());
+    const QByteArray header = nativeLines(expected.toUtf8());
+    const QByteArray log = WindowFixture::readApplicationFile(text("sarvik.log"));
+    QCOMPARE(log.left(header.size()), header);
+    QCOMPARE(log.mid(header.size()), nativeLines(m_fixture->resultView()->toPlainText().toUtf8()));
 }
 
 void MainWindowHistoryTest::twoSearchesInOneSecondAreBothKept()

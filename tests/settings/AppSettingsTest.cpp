@@ -3,6 +3,7 @@
 #include "settings/IniDocument.h"
 #include "settings/KeywordHistory.h"
 #include "tests/support/FileTime.h"
+#include "tests/support/NativeLines.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/ScratchFolder.h"
 
@@ -540,7 +541,7 @@ void AppSettingsTest::aSaveSavesTheKeywordHistory()
     m_settings->keywordHistory->add(QStringLiteral("abc"), true, false, true);
     saved();
     QCOMPARE(m_folder->read(QStringLiteral("keywordhistory.ini")),
-             QByteArray("[keyword]\n001=101abc\n"));
+             nativeLines("[keyword]\n001=101abc\n"));
 }
 
 void AppSettingsTest::aFileOfYesterdayIsBackedUpOnceADay()

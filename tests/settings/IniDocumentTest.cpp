@@ -1,5 +1,6 @@
 #include "settings/IniDocument.h"
 
+#include "tests/support/NativeLines.h"
 #include "tests/support/ScratchFolder.h"
 
 #include <QFile>
@@ -93,7 +94,7 @@ void IniDocumentTest::aSectionThatIsCalledGeneralIsAnother()
 {
     QCOMPARE(text("[%General]\na=1", "General/a"), QStringLiteral("1"));
     QCOMPARE(text("[%General]\na=1", "a"), QStringLiteral("(none)"));
-    QCOMPARE(changed("", "General/a", 1), QByteArray("[%General]\na=1\n"));
+    QCOMPARE(changed("", "General/a", 1), nativeLines("[%General]\na=1\n"));
     QCOMPARE(changed("[%General]\na=1\n", "General/b", 2), QByteArray("[%General]\na=1\nb=2\n"));
 }
 
@@ -127,7 +128,7 @@ void IniDocumentTest::aBackslashInAKeyIsASlash()
 {
     QCOMPARE(text("[General]\nfont\\x=1", "font/x"), QStringLiteral("1"));
     QCOMPARE(changed("[General]\nfont\\x=1\n", "font/x", 2), QByteArray("[General]\nfont\\x=2\n"));
-    QCOMPARE(changed("", "a/b/c", 1), QByteArray("[a]\nb\\c=1\n"));
+    QCOMPARE(changed("", "a/b/c", 1), nativeLines("[a]\nb\\c=1\n"));
 }
 
 void IniDocumentTest::aSemicolonOutsideQuotesStartsAComment()
@@ -244,7 +245,7 @@ void IniDocumentTest::aNewSectionGoesToTheEndOfTheFile()
 void IniDocumentTest::theGeneralSectionIsMadeAtTheStart()
 {
     QCOMPARE(changed("; c\n[a]\nx=1\n", "z", 3), QByteArray("[General]\nz=3\n\n; c\n[a]\nx=1\n"));
-    QCOMPARE(changed("", "z", 3), QByteArray("[General]\nz=3\n"));
+    QCOMPARE(changed("", "z", 3), nativeLines("[General]\nz=3\n"));
 }
 
 void IniDocumentTest::anEmptySectionNameIsNotTheGeneralSection()
@@ -296,7 +297,7 @@ void IniDocumentTest::anEscapedFileWithAByteOrderMarkStaysReadable()
 void IniDocumentTest::anEscapedFileIsAscii()
 {
     QCOMPARE(changed("", "keyword/001", QStringLiteral("101検索")),
-             QByteArray("[keyword]\n001=101\\x691c\\x7d22\n"));
+             nativeLines("[keyword]\n001=101\\x691c\\x7d22\n"));
     QCOMPARE(text("a=\xe9", "a", Form::Escaped), QStringLiteral("é"));
 }
 

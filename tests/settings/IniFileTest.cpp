@@ -2,8 +2,10 @@
 
 #include "settings/SaveSteps.h"
 #include "tests/support/FileTime.h"
+#include "tests/support/NativeLines.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/ScratchFolder.h"
+#include "tests/support/SymbolicLink.h"
 #include "tests/support/TreeBuilder.h"
 
 #include <QDir>
@@ -56,7 +58,7 @@ private:
     bool setKey(const QString &key, const QVariant &value,
                 IniFile::Backup backup = IniFile::Backup::None) const;
     QStringList files() const;
-    void link(const QString &target, const QString &name) const;
+    bool link(const QString &target, const QString &name) const;
 
     std::unique_ptr<ScratchFolder> m_folder;
 };
@@ -88,11 +90,10 @@ QStringList IniFileTest::files() const
     return QDir(m_folder->path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
 }
 
-void IniFileTest::link(const QString &target, const QString &name) const
+// False where there are no symbolic links.
+bool IniFileTest::link(const QString &target, const QString &name) const
 {
-    QFile::link(target, m_folder->filePath(name));
-    if (!QFileInfo(m_folder->filePath(name)).isSymLink())
-        QSKIP("no symbolic links here");
+    return makeLink(target, m_folder->filePath(name));
 }
 
 void IniFileTest::aMissingFileReadsAsEmpty()
@@ -262,7 +263,7 @@ void IniFileTest::aLockThatIsHeldIsWaitedForOnlySoLong()
     QVERIFY(lock.lock());
     // Coming back is what counts; the holder never lets go.
     QVERIFY(setKey(QStringLiteral("a"), 1));
-    QCOMPARE(m_folder->read(QStringLiteral("a.ini")), kOld);
+    QCOMPARE(m_folder->read(QStringLiteral("a.ini")), nativeLines(kOld));
 }
 
 void IniFileTest::aLockThatIsGivenBackIsTaken()
@@ -282,7 +283,7 @@ void IniFileTest::aFolderInTheWayOfTheLockStopsNothing()
 {
     m_folder->makeFolder(QStringLiteral("a.ini.lock"));
     QVERIFY(setKey(QStringLiteral("a"), 1));
-    QCOMPARE(m_folder->read(QStringLiteral("a.ini")), kOld);
+    QCOMPARE(m_folder->read(QStringLiteral("a.ini")), nativeLines(kOld));
 }
 
 void IniFileTest::aPathUnderAFileFailsAtOnce()
@@ -304,7 +305,8 @@ void IniFileTest::aMissingFolderFailsAtOnce()
 void IniFileTest::aLinkStaysALinkAndItsTargetIsReplaced()
 {
     const QString target = m_folder->write(QStringLiteral("elsewhere/real.ini"), kOld);
-    link(target, QStringLiteral("a.ini"));
+    if (!link(target, QStringLiteral("a.ini")))
+        QSKIP("no symbolic links here");
     QVERIFY(setKey(QStringLiteral("b"), 2));
     QVERIFY(QFileInfo(path()).isSymLink());
     QVERIFY(!QFileInfo(target).isSymLink());
@@ -313,9 +315,11 @@ void IniFileTest::aLinkStaysALinkAndItsTargetIsReplaced()
 
 void IniFileTest::aChainOfLinksIsFollowed()
 {
-    link(m_folder->write(QStringLiteral("elsewhere/real.ini"), kOld),
-         QStringLiteral("elsewhere/link.ini"));
-    link(QStringLiteral("elsewhere/link.ini"), QStringLiteral("a.ini"));
+    if (!link(m_folder->write(QStringLiteral("elsewhere/real.ini"), kOld),
+              QStringLiteral("elsewhere/link.ini")))
+        QSKIP("no symbolic links here");
+    if (!link(QStringLiteral("elsewhere/link.ini"), QStringLiteral("a.ini")))
+        QSKIP("no symbolic links here");
     QVERIFY(setKey(QStringLiteral("b"), 2));
     QVERIFY(QFileInfo(path()).isSymLink());
     QVERIFY(QFileInfo(m_folder->filePath(QStringLiteral("elsewhere/link.ini"))).isSymLink());
@@ -324,16 +328,19 @@ void IniFileTest::aChainOfLinksIsFollowed()
 
 void IniFileTest::aLinkToAMissingFileMakesThatFile()
 {
-    link(m_folder->filePath(QStringLiteral("real.ini")), QStringLiteral("a.ini"));
+    if (!link(m_folder->filePath(QStringLiteral("real.ini")), QStringLiteral("a.ini")))
+        QSKIP("no symbolic links here");
     QVERIFY(setKey(QStringLiteral("a"), 1));
     QVERIFY(QFileInfo(path()).isSymLink());
-    QCOMPARE(m_folder->read(QStringLiteral("real.ini")), kOld);
+    QCOMPARE(m_folder->read(QStringLiteral("real.ini")), nativeLines(kOld));
 }
 
 void IniFileTest::aCircleOfLinksIsRefused()
 {
-    link(m_folder->filePath(QStringLiteral("b.ini")), QStringLiteral("a.ini"));
-    link(path(), QStringLiteral("b.ini"));
+    if (!link(m_folder->filePath(QStringLiteral("b.ini")), QStringLiteral("a.ini")))
+        QSKIP("no symbolic links here");
+    if (!link(path(), QStringLiteral("b.ini")))
+        QSKIP("no symbolic links here");
     QVERIFY(!setKey(QStringLiteral("a"), 1));
     QVERIFY(QFileInfo(path()).isSymLink());
 }

@@ -1,6 +1,7 @@
 #include "settings/KeywordHistory.h"
 
 #include "settings/AppSettings.h"
+#include "tests/support/NativeLines.h"
 #include "tests/support/ScratchFolder.h"
 
 #include <QDir>
@@ -117,8 +118,8 @@ void KeywordHistoryTest::theKeysAreNumberedInThreeDigits()
     for (int i = 100; i > 0; --i)
         history.add(QStringLiteral("k%1").arg(i), true, false, true);
     const QByteArray file = saved(history);
-    QVERIFY(file.startsWith("[keyword]\n001=101k1\n002=101k2\n"));
-    QVERIFY(file.endsWith("\n099=101k99\n100=101k100\n"));
+    QVERIFY(file.startsWith(nativeLines("[keyword]\n001=101k1\n002=101k2\n")));
+    QVERIFY(file.endsWith(nativeLines("\n099=101k99\n100=101k100\n")));
     QCOMPARE(loaded().keywords(), history.keywords());
 }
 
@@ -261,7 +262,7 @@ void KeywordHistoryTest::savingWritesEveryEntry()
     KeywordHistory history(1, m_folder->path());
     history.add(text("b"), false, true, false);
     history.add(text("abc"), true, false, true);
-    QCOMPARE(saved(history), QByteArray("[keyword]\n001=101abc\n002=010b\n"));
+    QCOMPARE(saved(history), nativeLines("[keyword]\n001=101abc\n002=010b\n"));
 }
 
 void KeywordHistoryTest::laterKeysStayInTheFile()
@@ -276,7 +277,7 @@ void KeywordHistoryTest::japaneseIsEscaped()
 {
     KeywordHistory history(100, m_folder->path());
     history.add(text("検索"), true, false, true);
-    QCOMPARE(saved(history), QByteArray("[keyword]\n001=101\\x691c\\x7d22\n"));
+    QCOMPARE(saved(history), nativeLines("[keyword]\n001=101\\x691c\\x7d22\n"));
     QCOMPARE(loaded().keywords(), texts({"検索"}));
 }
 

@@ -1,5 +1,6 @@
 #include "settings/ParameterFile.h"
 
+#include "tests/support/NativeLines.h"
 #include "tests/support/ScratchFolder.h"
 
 #include <QDir>
@@ -128,7 +129,7 @@ void ParameterFileTest::japaneseIsEscaped()
 {
     QVERIFY(ParameterFile(m_folder->path()).write({{text("/検/")}, text("*"), text("索")}));
     QCOMPARE(m_folder->read(kFile),
-             QByteArray("[General]\npathlist=/\\x691c/\nmask=*\nfindword=\\x7d22\n"));
+             nativeLines("[General]\npathlist=/\\x691c/\nmask=*\nfindword=\\x7d22\n"));
 }
 
 void ParameterFileTest::qtReadsWhatIsWritten()

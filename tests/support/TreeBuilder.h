@@ -26,6 +26,10 @@ public:
     /// The absolute path of name, as the platform holds it.
     QByteArray path(const QByteArray &name) const { return m_root + name; }
 
+    /// True where a name may be any bytes; false where it is text of which some
+    /// is not allowed (control characters, a dot at the end) or means a folder.
+    bool takesAnyName() const;
+
     void folder(const QByteArray &name);
     void file(const QByteArray &name, const QByteArray &bytes = QByteArrayLiteral("text\n"));
     /// A file that says it has size bytes and takes no room on the disk.

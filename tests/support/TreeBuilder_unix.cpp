@@ -60,6 +60,11 @@ void TreeBuilder::makeParents(const QByteArray &name)
     }
 }
 
+bool TreeBuilder::takesAnyName() const
+{
+    return true;
+}
+
 void TreeBuilder::folder(const QByteArray &name)
 {
     makeParents(name + '/');

@@ -27,6 +27,11 @@ void TreeBuilder::makeParents(const QByteArray &name)
         qFatal("cannot make the folder %s", qPrintable(parent));
 }
 
+bool TreeBuilder::takesAnyName() const
+{
+    return false;
+}
+
 void TreeBuilder::folder(const QByteArray &name)
 {
     makeParents(name + '/');

@@ -389,7 +389,8 @@ void GrepEditorLaunchTest::aRelativeNameStartsWhereTheProgramStarted()
     QDir::setCurrent(QDir::tempPath());
     view.openInEditor();
     QDir::setCurrent(start);
-    QCOMPARE(launcher.started.first().arguments.last(), QString(start + text("/src/a.c")));
+    QCOMPARE(launcher.started.first().arguments.last(),
+             QDir::toNativeSeparators(start + text("/src/a.c")));
 }
 
 void GrepEditorLaunchTest::aSelectionStartsASecondInstance_data()
@@ -458,7 +459,8 @@ void GrepEditorLaunchTest::aSecondInstanceThatDoesNotStartIsLogged()
     view.setLauncher(&launcher);
     view.setPlainText(text("x"));
     view.selectAll();
-    const QString program = QCoreApplication::applicationDirPath() + text("/sarvik");
+    const QString program =
+        QDir::toNativeSeparators(QCoreApplication::applicationDirPath() + text("/sarvik"));
     QTest::ignoreMessage(QtDebugMsg, "ShellExecute error2 ");
     QTest::ignoreMessage(QtDebugMsg, qPrintable(program));
     QTest::ignoreMessage(QtDebugMsg, "\"\" \"x\"");

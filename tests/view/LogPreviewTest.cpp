@@ -1,6 +1,7 @@
 #include "view/LogPreview.h"
 
 #include "tests/support/ScratchFolder.h"
+#include "tests/support/SymbolicLink.h"
 
 #include <QFile>
 #include <QProcess>
@@ -72,7 +73,8 @@ void LogPreviewTest::aFolderShowsNothing()
 void LogPreviewTest::aLinkToAFolderShowsNothing()
 {
     const QString link = m_folder.filePath(text("loop"));
-    QVERIFY(QFile::link(m_folder.path(), link));
+    if (!makeLink(m_folder.path(), link))
+        QSKIP("no symbolic links here");
     QCOMPARE(LogPreview::textOf(link), QString());
     QVERIFY(QFile::remove(link));
 }
@@ -82,7 +84,8 @@ void LogPreviewTest::whatCannotBeOpenedIsNamed()
     const QString missing = m_folder.filePath(text("missing.log"));
     QCOMPARE(LogPreview::textOf(missing), missing + text(" プレビューできません。"));
     const QString link = m_folder.filePath(text("dangling.log"));
-    QVERIFY(QFile::link(missing, link));
+    if (!makeLink(missing, link))
+        QSKIP("no symbolic links here");
     QCOMPARE(LogPreview::textOf(link), link + text(" プレビューできません。"));
 }
 

