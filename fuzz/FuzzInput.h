@@ -29,6 +29,20 @@ private:
     int m_position = 0;
 };
 
+/// As many bytes of text as patterns are to be tried on. What a pattern costs
+/// grows faster than the line that it is tried on, with references back and with
+/// lookahead much faster: known, and not what a fuzzer is to find again and again.
+inline int affordableText(const QByteArray &patterns)
+{
+    constexpr int kUsual = 512;
+    constexpr int kCostly = 64;
+    for (int i = patterns.indexOf('\\'); i >= 0; i = patterns.indexOf('\\', i + 1)) {
+        if (i + 1 < patterns.size() && patterns.at(i + 1) >= '1' && patterns.at(i + 1) <= '9')
+            return kCostly;
+    }
+    return patterns.contains("(?=") || patterns.contains("(?!") ? kCostly : kUsual;
+}
+
 /// What must hold whatever the input is. Ends the process when it does not; the
 /// fuzzer then keeps the input.
 inline void require(bool holds, const char *what)

@@ -82,8 +82,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     FuzzInput input(data, size);
     const QByteArray all = input.rest();
     const int end = all.indexOf("\n%%\n");
-    const QByteArray text = end < 0 ? QByteArray("int i = 0; // x") : all.mid(end + 4);
-    putDefinition(folder, all.left(end < 0 ? all.size() : end + 1));
+    const QByteArray definitionBytes = all.left(end < 0 ? all.size() : end + 1);
+    QByteArray text = end < 0 ? QByteArray("int i = 0; // x") : all.mid(end + 4);
+    text.truncate(affordableText(definitionBytes));
+    putDefinition(folder, definitionBytes);
     const QStringList lines = QString::fromUtf8(text).split(QLatin1Char('\n'));
 
     AppSettings &settings = AppSettings::instance();

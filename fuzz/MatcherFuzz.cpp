@@ -1,4 +1,5 @@
 #include "engine/CodeSet.h"
+#include "engine/NativePath.h"
 #include "fuzz/FuzzInput.h"
 #include "tests/engine_support/SearchCaseGenerator.h"
 
@@ -23,10 +24,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     made.codeSet = input.number(CodeSet::kCount);
     made.condition.plusline = input.number(4);
     input.line(); // lets a person read and write the inputs
-    made.condition.keyword1 = input.textLine();
-    made.condition.keyword2 = input.textLine();
-    made.condition.keyword3 = input.textLine();
+    const QByteArray keywords[] = {input.line(), input.line(), input.line()};
+    made.condition.keyword1 = NativePath::fromNative(keywords[0]);
+    made.condition.keyword2 = NativePath::fromNative(keywords[1]);
+    made.condition.keyword3 = NativePath::fromNative(keywords[2]);
     made.content = input.rest();
+    if (made.condition.regExp()) {
+        for (const QByteArray &keyword : keywords)
+            made.content.truncate(affordableText(keyword));
+    }
     require(made.hits() == made.plainHits(), "the hits are those of the plain path");
     return 0;
 }
