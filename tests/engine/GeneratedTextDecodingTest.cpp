@@ -74,8 +74,7 @@ void GeneratedTextDecodingTest::compare(const QByteArray &content)
 {
     m_file.setContent(content);
     for (int codeSet = 0; codeSet < CodeSet::kCount; ++codeSet) {
-        QTextCodec *codec =
-            codeSet == 0 ? nullptr : QTextCodec::codecForName(CodeSet::name(codeSet).toLatin1());
+        QTextCodec *codec = codeSet == 0 ? nullptr : CodeSet::codec(codeSet);
         const QString expected = m_file.read(codec);
         const QString text = decodeText(content.constData(), content.size(), codeSet);
         QVERIFY2(text == expected, describe(content, codeSet, text, expected).constData());
