@@ -51,7 +51,9 @@ class LookTest(ProgramTestCase):
             ["xprop", "-id", program.window, "WM_CLASS", "_NET_WM_ICON"],
             env=program.screen.environment, check=True, capture_output=True, text=True).stdout
         self.assertRegex(described, r'WM_CLASS\(STRING\) = "another-name", "[Ss]arvik"')
-        self.assertIn("Icon (48 x 48)", described)
+        # A window without an icon gets one of 48 pixels from the window manager.
+        for size in (16, 24, 32, 48, 64):
+            self.assertIn(f"Icon ({size} x {size})", described)
 
     def test_the_palette_and_the_style_sheet_are_applied(self):
         self.program.start()
