@@ -176,10 +176,12 @@ void MainWindowHistoryTest::theLogOfTheLastSearchIsShownAtTheStart()
     m_fixture->child<QGroupBox>("keyword3Group")->setChecked(true);
     QVERIFY(search(text("one")));
     const QString listed = m_fixture->resultView()->toPlainText();
+    AppSettings::instance().maskhistory = QStringList(text("*.newest"));
     m_fixture->open();
     QCOMPARE(m_fixture->resultView()->toPlainText(), listed);
     QCOMPARE(m_fixture->keyword1()->currentText(), text("one"));
-    QCOMPARE(m_fixture->mask()->currentText(), QString());
+    // That of its history, not that of the log.
+    QCOMPARE(m_fixture->mask()->currentText(), text("*.newest"));
     QCOMPARE(m_fixture->pathEdit()->toPlainText(), QString());
     QVERIFY(!m_fixture->child<QGroupBox>("keyword3Group")->isChecked());
     // A handed-over keyword goes before that of the log.
