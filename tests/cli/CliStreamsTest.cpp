@@ -477,11 +477,12 @@ void CliStreamsTest::aSignalFromOutsideRemovesTheProgress()
     const PseudoTerminal terminal;
     if (!terminal.isThere())
         QSKIP("no pseudo-terminals here");
-    // A pattern that tries every part of a long line takes minutes.
+    // A pattern that tries every half of a long line takes minutes; that the line
+    // has none, as its length is odd, only the pattern itself can tell.
     ScratchFolder tree;
-    tree.write(QStringLiteral("a.txt"), "y" + QByteArray(500000, 'x') + '\n');
+    tree.write(QStringLiteral("a.txt"), QByteArray(500001, 'x') + "y\n");
     QProcess process;
-    CliRun::prepare(process, {QStringLiteral("(x+)\\1y"), tree.path()});
+    CliRun::prepare(process, {QStringLiteral("^(x+)\\1y$"), tree.path()});
     process.setStandardErrorFile(terminal.path());
     process.start();
     QByteArray written = waitForProgress(terminal, [] {});

@@ -64,7 +64,7 @@ void EvilPatternTest::aSearchEnds()
     made.condition.keyword1 = pattern;
     made.codeSet = 4;
     made.content = QString(almost() + QLatin1Char('\n') + almost(ending)).toUtf8();
-    const QStringList hits = made.hits(false);
+    const QStringList hits = made.hits();
     QCOMPARE(hits.size(), 1);
     QVERIFY(hits.first().startsWith(QLatin1String("      2:")));
 }
