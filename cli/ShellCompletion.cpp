@@ -25,7 +25,7 @@ QString bashBranch(const OptionTable::Option &option)
 
 // zsh
 
-/// text between single quotes inside the brackets of a specification.
+/// text between single quotes inside the brackets of an option's entry.
 QString zshHelp(QString text)
 {
     text.replace(QLatin1Char('\\'), QLatin1String("\\\\"));

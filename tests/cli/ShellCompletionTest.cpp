@@ -172,7 +172,7 @@ void ShellCompletionTest::bashOffersWhatFits()
     QTEST(offersOfBash(bash, words), "offers");
 }
 
-/// The syntax of a specification is a text to zsh, which -n does not look into.
+/// The syntax of an option's entry is a text to zsh, which -n does not look into.
 void ShellCompletionTest::zshTakesTheSpecifications()
 {
     const QString zsh = QStandardPaths::findExecutable(QStringLiteral("zsh"));
