@@ -18,6 +18,8 @@ public:
     static constexpr int kPauseMs = 2;
 
     explicit CallQueue(QObject *parent = nullptr);
+    /// By any thread once the one that it lives on has ended.
+    ~CallQueue() override;
 
     /// Any thread.
     void add(std::function<void()> call);

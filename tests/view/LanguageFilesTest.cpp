@@ -75,8 +75,8 @@ void LanguageFilesTest::initTestCase()
     m_folder.write(text("list/langlist.ini"), bytesOf(kListFolder + text("langlist.ini")));
     AppSettings::instance().load(m_folder.path());
 
-    const QString samples = QFINDTESTDATA("language-samples.txt");
-    m_samples = QString::fromUtf8(bytesOf(samples)).split(text("== "), Qt::SkipEmptyParts);
+    const QByteArray samples = bytesOf(QStringLiteral(SARVIK_LANGUAGE_LINES));
+    m_samples = QString::fromUtf8(samples).split(text("== "), Qt::SkipEmptyParts);
     QVERIFY(!m_samples.isEmpty());
 }
 
