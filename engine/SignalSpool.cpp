@@ -133,16 +133,17 @@ void SignalSpool::takeProgress(const TextGrepCore *engine)
 void SignalSpool::endEngine()
 {
     TextGrepCore *engine = nullptr;
+    QThread *thread = nullptr;
     {
         const std::lock_guard lock(m_engineLock);
         std::swap(engine, m_engine);
+        std::swap(thread, m_engineThread);
     }
     if (!engine)
         return;
-    m_engineThread->exit(0);
-    m_engineThread->wait();
-    delete m_engineThread;
-    m_engineThread = nullptr;
+    thread->exit(0);
+    thread->wait();
+    delete thread;
     delete engine;
 }
 
