@@ -1,5 +1,6 @@
 #include "engine/KeywordPrefilter.h"
 
+#include "engine/CodeSet.h"
 #include "tests/support/FileText.h"
 
 #include <QRegExp>
@@ -405,9 +406,11 @@ void KeywordPrefilterTest::halfACharacterIsAReplacementCharacter()
     QVERIFY(check("xa\x81\n", CodeSet::ShiftJis));
     QVERIFY(check("xa\xA4\n", CodeSet::EucJp));
     QVERIFY(check("xa\xE3\x81\n", CodeSet::Utf8));
-    // Some codecs drop it here.
+    // The toolkit's own codec, where there is no ICU, drops it here.
     const QByteArray jis = "xa\x1B$B\x46\x1B(B\n";
-    QVERIFY(passes(keyword, jis, CodeSet::Iso2022Jp) || !matches(keyword, jis, CodeSet::Iso2022Jp));
+    const bool dropped =
+        !CodeSet::codec(CodeSet::Iso2022Jp)->toUnicode(jis).contains(QChar::ReplacementCharacter);
+    QVERIFY(dropped || check(jis, CodeSet::Iso2022Jp));
 }
 
 void KeywordPrefilterTest::escapeSequencesMayStandBetweenAllCharacters_data()
