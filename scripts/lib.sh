@@ -77,8 +77,10 @@ build() {
 build_loudly() {
     local preset=$1
     shift
-    # What the compiler cache must overlook to work with precompiled headers.
-    export CCACHE_SLOPPINESS=pch_defines,time_macros
+    # What the compiler cache must overlook to work with precompiled headers, and
+    # to know in one clone what was built in another.
+    export CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+    export CCACHE_BASEDIR=$top CCACHE_NOHASHDIR=true
     # Joined by "&&": the caller asks for the outcome, which switches off "set -e".
     (
         cd "$top" \
