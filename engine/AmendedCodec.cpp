@@ -1,9 +1,6 @@
 #include "engine/AmendedCodec.h"
 
 #include "engine/CodeSet.h"
-#include "engine/JapaneseAmendments.h"
-
-#include <algorithm>
 
 namespace {
 
@@ -167,17 +164,5 @@ QString AmendedCodec::convertToUnicode(const char *bytes, int size, ConverterSta
 QByteArray AmendedCodec::convertFromUnicode(const QChar *text, int size,
                                             ConverterState *state) const
 {
-    QByteArray bytes;
-    const QChar *const end = text + size;
-    const auto isAmended = [this](QChar character) {
-        return m_codes.contains(character.unicode());
-    };
-    while (text != end) {
-        const QChar *const next = std::find_if(text, end, isAmended);
-        if (next != text)
-            bytes += m_inner.fromUnicode(text, int(next - text), state);
-        for (text = next; text != end && isAmended(*text); ++text)
-            bytes += m_codes.value(text->unicode());
-    }
-    return bytes;
+    return JapaneseAmendments::toBytes(m_inner, m_codes, text, size, state);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QHash>
+#include "engine/JapaneseAmendments.h"
+
 #include <QTextCodec>
 
 #include <array>
@@ -50,5 +51,5 @@ private:
     Row m_singles;
     std::array<Row, kHalf> m_pairs; ///< by first byte, from 80 on
     std::array<std::array<ushort, kHalf>, kHalf> m_triples; ///< after 8F, both from 80 on
-    QHash<ushort, QByteArray> m_codes; ///< what the toolkit's codec cannot write
+    JapaneseAmendments::Codes m_codes; ///< what the toolkit's codec cannot write
 };

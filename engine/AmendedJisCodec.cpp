@@ -1,7 +1,5 @@
 #include "engine/AmendedJisCodec.h"
 
-#include "engine/JapaneseAmendments.h"
-
 #include <algorithm>
 #include <cstdlib>
 #include <new>
@@ -153,21 +151,5 @@ QString AmendedJisCodec::convertToUnicode(const char *bytes, int size, Converter
 QByteArray AmendedJisCodec::convertFromUnicode(const QChar *text, int size,
                                                ConverterState *state) const
 {
-    QByteArray bytes;
-    const QChar *const end = text + size;
-    const auto isAmended = [this](QChar character) {
-        return m_codes.contains(character.unicode());
-    };
-    while (text != end) {
-        const QChar *const next = std::find_if(text, end, isAmended);
-        if (next != text)
-            bytes += m_inner.fromUnicode(text, int(next - text), state);
-        if (next != end)
-            bytes += "\x1B$B";
-        for (text = next; text != end && isAmended(*text); ++text)
-            bytes += m_codes.value(text->unicode());
-        if (next != end)
-            bytes += "\x1B(B";
-    }
-    return bytes;
+    return JapaneseAmendments::toBytes(m_inner, m_codes, text, size, state, "\x1B$B", "\x1B(B");
 }

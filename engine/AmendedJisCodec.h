@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QHash>
+#include "engine/JapaneseAmendments.h"
+
 #include <QTextCodec>
 
 /// The toolkit's own ISO-2022-JP codec, which it has where it is built without
@@ -26,5 +27,5 @@ protected:
 private:
     const QTextCodec &m_inner;
     const QTextCodec &m_shiftJis;
-    QHash<ushort, QByteArray> m_codes; ///< what the toolkit's codec cannot write
+    JapaneseAmendments::Codes m_codes; ///< what the toolkit's codec cannot write
 };

@@ -1,6 +1,6 @@
 #include "engine/JapaneseAmendments.h"
 
-#include <QTextCodec>
+#include <algorithm>
 
 namespace {
 
@@ -80,4 +80,28 @@ ushort JapaneseAmendments::ofJisX0208(uchar first, uchar second, const QTextCode
     if (!isAmendedRow(row) || cell < 1 || cell > kCells)
         return 0;
     return characterAt(row, cell, shiftJis);
+}
+
+QByteArray JapaneseAmendments::toBytes(const QTextCodec &inner, const Codes &codes,
+                                       const QChar *text, int size,
+                                       QTextCodec::ConverterState *state, const QByteArray &shiftIn,
+                                       const QByteArray &shiftOut)
+{
+    QByteArray bytes;
+    const QChar *const end = text + size;
+    const auto isAmended = [&codes](QChar character) {
+        return codes.contains(character.unicode());
+    };
+    while (text != end) {
+        const QChar *const next = std::find_if(text, end, isAmended);
+        if (next != text)
+            bytes += inner.fromUnicode(text, int(next - text), state);
+        if (next == end)
+            break;
+        bytes += shiftIn;
+        for (text = next; text != end && isAmended(*text); ++text)
+            bytes += codes.value(text->unicode());
+        bytes += shiftOut;
+    }
+    return bytes;
 }
