@@ -16,7 +16,7 @@ import tempfile
 import time
 import unittest
 
-from window_test import Program, Screen, escaped, wait_for
+from program_window import Program, Screen, escaped, wait_for
 
 FOLDER = None
 RECORDER = None
