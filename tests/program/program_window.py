@@ -94,8 +94,15 @@ class Screen:
         return rows
 
     def tool(self, *arguments):
-        return subprocess.run(["xdotool", *map(str, arguments)], env=self.environment,
-                              check=False, capture_output=True, text=True).stdout.strip()
+        return self.output_of("xdotool", *map(str, arguments))
+
+    def tree(self):
+        """All windows, for a person to read."""
+        return self.output_of("xwininfo", "-root", "-tree")
+
+    def output_of(self, *command):
+        return subprocess.run(command, env=self.environment, check=False,
+                              capture_output=True, text=True).stdout.strip()
 
 
 class Program:
@@ -115,8 +122,18 @@ class Program:
         command = command or [str(self.folder / "sarvik")]
         self.process = subprocess.Popen(command, env=environment,
                                         cwd=self.folder.parent, stderr=subprocess.DEVNULL)
-        self.window = wait_for("the window", self.find_window)
+        try:
+            self.window = wait_for("the window", self.find_window)
+        except AssertionError as error:
+            raise AssertionError(f"{error}; there are:\n{self.screen.tree()}\n"
+                                 f"and the program waits in {self.waits_in()}") from error
         wait_for("the focus", self.has_focus)
+
+    def waits_in(self):
+        """The names of the kernel's functions in which its threads sleep."""
+        tasks = pathlib.Path(f"/proc/{self.process.pid}/task")
+        return [f"{(task / 'comm').read_text().strip()}: {(task / 'wchan').read_text()}"
+                for task in tasks.iterdir()]
 
     def has_focus(self):
         """Asks for it each time: a manager that is just starting may miss it."""
