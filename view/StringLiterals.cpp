@@ -37,6 +37,7 @@ bool StringLiterals::nextLiteral(const QString &text, const TextSpan &range, Con
     literal.quote = text.at(start);
     const bool isDouble = literal.quote == QLatin1Char('"');
     const QRegExp &pattern = isDouble ? m_doubleQuoteString : m_singleQuoteString;
+    // cppcheck-suppress ignoredReturnValue ; the matched length tells the same
     pattern.indexIn(text, start);
     const int close = start + pattern.matchedLength();
     literal.closed = close < range.end;
