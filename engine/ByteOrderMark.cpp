@@ -24,7 +24,8 @@ constexpr Mark kMarks[] = {
 void ByteOrderMark::skip(const char **bytes, qint64 *size, int *codeSet)
 {
     for (const Mark &mark : kMarks) {
-        if (*size < mark.size || std::memcmp(*bytes, mark.bytes, static_cast<size_t>(mark.size)))
+        if (*size < mark.size
+            || std::memcmp(*bytes, mark.bytes, static_cast<size_t>(mark.size)) != 0)
             continue;
         *bytes += mark.size;
         *size -= mark.size;
