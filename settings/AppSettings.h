@@ -60,10 +60,6 @@ public:
     /// colours set here are then those of this run only.
     bool coloursAreEditors() const { return m_coloursAreEditors; }
 
-    /// Files of more bytes than this are not searched: bigsize as bytes. Not
-    /// positive when bigsize is not, and then no file with content passes.
-    qint64 sizeLimitBytes() const { return bigsize * Q_INT64_C(1048576); }
-
     // Window state, in pixels.
     QPoint pos;
     QSize size;
@@ -79,7 +75,7 @@ public:
 
     /// Display columns between tab stops, 1 or more after load().
     int tabcolm = 0;
-    /// Largest file that is searched, in MiB; see sizeLimitBytes().
+    /// Largest file that is searched, in MiB.
     int bigsize = 0;
     /// Leading bytes that the encoding detection looks at.
     int codechksize = 0;

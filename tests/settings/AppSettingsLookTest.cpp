@@ -1,15 +1,11 @@
-#include "settings/AppSettings.h"
+#include "tests/settings/SettingsFixture.h"
 
-#include "settings/IniDocument.h"
 #include "settings/KeywordHistory.h"
-#include "tests/support/ScratchFolder.h"
 
 #include <QTest>
 
-#include <memory>
-
 // Colours and fonts of the settings.
-class AppSettingsLookTest : public QObject {
+class AppSettingsLookTest : public SettingsFixture {
     Q_OBJECT
 
 private slots:
@@ -28,43 +24,17 @@ private slots:
     void boldMeansAWeightAbove57();
     void aFontSizeThatIsNoSizeIsNotTaken();
     void bothInputFontsAreTheOneThatIsStored();
-
-private:
-    void load(const QByteArray &content);
-    QByteArray saved();
-
-    std::unique_ptr<ScratchFolder> m_folder;
-    std::unique_ptr<AppSettings> m_settings;
 };
 
 namespace {
 
-const QString kFile = QStringLiteral("sarvik.ini");
 const QString kEditorsFile = QStringLiteral("sarvedit.ini");
-
-QString valueIn(const QByteArray &file, const char *key)
-{
-    return IniDocument(file, IniDocument::Form::Utf8)
-        .text(QString::fromLatin1(key), QStringLiteral("(none)"));
-}
 
 } // namespace
 
 void AppSettingsLookTest::init()
 {
-    m_folder = std::make_unique<ScratchFolder>();
-    m_settings = std::make_unique<AppSettings>();
-}
-
-void AppSettingsLookTest::load(const QByteArray &content)
-{
-    m_folder->write(kFile, content);
-    m_settings->load(m_folder->path());
-}
-
-QByteArray AppSettingsLookTest::saved()
-{
-    return m_settings->save(m_folder->path()) ? m_folder->read(kFile) : QByteArray("(not saved)");
+    makeSettings();
 }
 
 void AppSettingsLookTest::withoutAnyFileEveryColourHasItsDefault()

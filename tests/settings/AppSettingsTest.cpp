@@ -1,22 +1,19 @@
-#include "settings/AppSettings.h"
+#include "tests/settings/SettingsFixture.h"
 
-#include "settings/IniDocument.h"
 #include "settings/KeywordHistory.h"
 #include "tests/support/FileTime.h"
 #include "tests/support/NativeLines.h"
 #include "tests/support/OrdinaryUser.h"
-#include "tests/support/ScratchFolder.h"
 
 #include <QDate>
 #include <QDir>
 #include <QSettings>
 #include <QTest>
 
-#include <memory>
 #include <set>
 #include <thread>
 
-class AppSettingsTest : public QObject {
+class AppSettingsTest : public SettingsFixture {
     Q_OBJECT
 
 private slots:
@@ -39,8 +36,6 @@ private slots:
     void theTabWidthIsNeverBelowOne();
     void theByteOrderMarkFlagIsANumber_data();
     void theByteOrderMarkFlagIsANumber();
-    void theSizeLimitPasses32Bits_data();
-    void theSizeLimitPasses32Bits();
     void valuesOfTheWrongTypeAreConverted();
     void aTextWithABareCommaIsATextNonetheless();
     void theLanguagesAreReadInTheOrderOfTheirKeys();
@@ -57,42 +52,11 @@ private slots:
     void aSaveThatIsImpossibleSaysSo();
     void whatCouldNotBeReadIsNotSavedOver();
     void theApplicationDirectoryIsTheOneLoadedFrom();
-
-private:
-    void load(const QByteArray &content);
-    QByteArray saved();
-
-    std::unique_ptr<ScratchFolder> m_folder;
-    std::unique_ptr<AppSettings> m_settings;
 };
-
-namespace {
-
-const QString kFile = QStringLiteral("sarvik.ini");
-
-QString valueIn(const QByteArray &file, const char *key)
-{
-    return IniDocument(file, IniDocument::Form::Utf8)
-        .text(QString::fromLatin1(key), QStringLiteral("(none)"));
-}
-
-} // namespace
 
 void AppSettingsTest::init()
 {
-    m_folder = std::make_unique<ScratchFolder>();
-    m_settings = std::make_unique<AppSettings>();
-}
-
-void AppSettingsTest::load(const QByteArray &content)
-{
-    m_folder->write(kFile, content);
-    m_settings->load(m_folder->path());
-}
-
-QByteArray AppSettingsTest::saved()
-{
-    return m_settings->save(m_folder->path()) ? m_folder->read(kFile) : QByteArray("(not saved)");
+    makeSettings();
 }
 
 void AppSettingsTest::theInstanceIsMadeOnceWhenThreadsRace()
@@ -151,7 +115,7 @@ void AppSettingsTest::theFirstSaveMakesTheFileAndNoBackup()
 {
     m_settings->load(m_folder->path());
     QVERIFY(m_settings->save(m_folder->path()));
-    QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden), QStringList{kFile});
+    QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden), QStringList{fileName()});
 }
 
 void AppSettingsTest::aSavedFileHasAByteOrderMarkAndWindowsLineEnds()
@@ -249,7 +213,7 @@ void AppSettingsTest::aSavedFileIsReadByQt()
     m_settings->editor = QStringLiteral("C:\\検索.exe");
     m_settings->pathhistory = QStringList{QStringLiteral("a, b"), QStringLiteral("語")};
     saved();
-    QSettings file(m_folder->filePath(kFile), QSettings::IniFormat);
+    QSettings file(m_folder->filePath(fileName()), QSettings::IniFormat);
     file.setIniCodec("UTF-8");
     QCOMPARE(file.value(QStringLiteral("pos")).toPoint(), QPoint(100, 100));
     QCOMPARE(file.value(QStringLiteral("size")).toSize(), QSize(800, 800));
@@ -266,7 +230,7 @@ void AppSettingsTest::aSavedFileIsReadByQt()
 void AppSettingsTest::aFileOfQtIsRead()
 {
     {
-        QSettings file(m_folder->filePath(kFile), QSettings::IniFormat);
+        QSettings file(m_folder->filePath(fileName()), QSettings::IniFormat);
         file.setIniCodec("UTF-8");
         file.setValue(QStringLiteral("pos"), QPoint(3, 4));
         file.setValue(QStringLiteral("pathhistory"),
@@ -360,7 +324,7 @@ void AppSettingsTest::wordIsFalseAfterEveryLoad()
     QVERIFY(!m_settings->word);
     m_settings->word = true;
     QCOMPARE(valueIn(saved(), "word"), QStringLiteral("true"));
-    m_folder->remove(kFile);
+    m_folder->remove(fileName());
     QCOMPARE(valueIn(saved(), "word"), QStringLiteral("(none)"));
     m_settings->load(m_folder->path());
     QVERIFY(!m_settings->word);
@@ -405,27 +369,6 @@ void AppSettingsTest::theByteOrderMarkFlagIsANumber()
     QFETCH(bool, flag);
     load("[newfile]\nbom=" + stored);
     QCOMPARE(m_settings->newfileBom, flag);
-}
-
-void AppSettingsTest::theSizeLimitPasses32Bits_data()
-{
-    QTest::addColumn<int>("bigsize");
-    QTest::addColumn<qint64>("bytes");
-    QTest::newRow("1") << 1 << Q_INT64_C(1048576);
-    QTest::newRow("2047") << 2047 << Q_INT64_C(2146435072);
-    QTest::newRow("2048") << 2048 << Q_INT64_C(2147483648);
-    QTest::newRow("largest") << 2147483647 << Q_INT64_C(2251799812636672);
-    QTest::newRow("zero") << 0 << Q_INT64_C(0);
-    QTest::newRow("negative") << -1 << Q_INT64_C(-1048576);
-    QTest::newRow("smallest") << (-2147483647 - 1) << Q_INT64_C(-2251799813685248);
-}
-
-void AppSettingsTest::theSizeLimitPasses32Bits()
-{
-    QFETCH(int, bigsize);
-    QFETCH(qint64, bytes);
-    m_settings->bigsize = bigsize;
-    QCOMPARE(m_settings->sizeLimitBytes(), bytes);
 }
 
 void AppSettingsTest::valuesOfTheWrongTypeAreConverted()
@@ -476,7 +419,7 @@ void AppSettingsTest::withoutSettingsTheShippedLanguagesCount()
     QFETCH(QByteArray, settings);
     m_folder->write(QStringLiteral("list/langlist.ini"), "[langlist]\nshell=sh\ncpp=c/h\n");
     if (!settings.isEmpty())
-        m_folder->write(kFile, settings);
+        m_folder->write(fileName(), settings);
     m_settings->load(m_folder->path());
     QCOMPARE(m_settings->langlist, QStringList({QStringLiteral("cpp"), QStringLiteral("shell")}));
     QCOMPARE(m_settings->langlistValues,
@@ -547,15 +490,15 @@ void AppSettingsTest::aSaveSavesTheKeywordHistory()
 void AppSettingsTest::aFileOfYesterdayIsBackedUpOnceADay()
 {
     load("mine=1\n");
-    const QByteArray old = m_folder->read(kFile);
-    FileTime::setDayOfChange(m_folder->filePath(kFile), QDate::currentDate().addDays(-1));
+    const QByteArray old = m_folder->read(fileName());
+    FileTime::setDayOfChange(m_folder->filePath(fileName()), QDate::currentDate().addDays(-1));
     const QByteArray first = saved();
-    const QString backup = kFile + QStringLiteral(".bak1");
+    const QString backup = fileName() + QStringLiteral(".bak1");
     QCOMPARE(m_folder->read(backup), old);
     m_settings->bigsize = 3;
     saved();
     QCOMPARE(m_folder->read(backup), old);
-    QVERIFY(!m_folder->exists(kFile + QStringLiteral(".bak2")));
+    QVERIFY(!m_folder->exists(fileName() + QStringLiteral(".bak2")));
 }
 
 void AppSettingsTest::withoutAScreenOnlyTheLowerBoundsApply()
@@ -582,9 +525,9 @@ void AppSettingsTest::whatCouldNotBeReadIsNotSavedOver()
     const QByteArray oldHistory = "[keyword]\n001=101abc\n";
     const QString history = QStringLiteral("keywordhistory.ini");
     m_folder->write(history, oldHistory);
-    m_folder->write(kFile, old);
+    m_folder->write(fileName(), old);
     const auto allow = [this](QFileDevice::Permissions permissions) {
-        QFile::setPermissions(m_folder->filePath(kFile), permissions);
+        QFile::setPermissions(m_folder->filePath(fileName()), permissions);
         QFile::setPermissions(m_folder->filePath(QStringLiteral("keywordhistory.ini")),
                               permissions);
     };
@@ -600,7 +543,7 @@ void AppSettingsTest::whatCouldNotBeReadIsNotSavedOver()
     QCOMPARE(m_settings->bigsize, 1);
     m_settings->keywordHistory->add(QStringLiteral("new"), true, false, true);
     QVERIFY(!m_settings->save(m_folder->path()));
-    QCOMPARE(m_folder->read(kFile), old);
+    QCOMPARE(m_folder->read(fileName()), old);
     QCOMPARE(m_folder->read(history), oldHistory);
 
     m_settings->load(m_folder->path());
