@@ -22,6 +22,18 @@ bool writeAll(HANDLE handle, const QByteArray &content)
     return true;
 }
 
+// False while another program holds the file and lets nobody delete it.
+bool mayBeReplaced(const std::wstring &name)
+{
+    const HANDLE handle =
+        CreateFileW(name.c_str(), DELETE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle == INVALID_HANDLE_VALUE)
+        return false;
+    CloseHandle(handle);
+    return true;
+}
+
 } // namespace
 
 NativeFile::Stamp NativeFile::stampOf(const QString &path)
@@ -80,12 +92,14 @@ bool NativeFile::remove(const QString &path)
 bool NativeFile::link(const QString &path, const QString &name)
 {
     // Two names share the attributes, and a file that may only be read cannot
-    // be replaced.
-    const DWORD attributes = GetFileAttributesW(WindowsName::of(path).c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_READONLY) != 0)
+    // be replaced. Of a file that is held the second name could not be taken away
+    // again.
+    const std::wstring file = WindowsName::of(path);
+    const DWORD attributes = GetFileAttributesW(file.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_READONLY) != 0
+        || !mayBeReplaced(file))
         return false;
-    return CreateHardLinkW(WindowsName::of(name).c_str(), WindowsName::of(path).c_str(), nullptr)
-        != 0;
+    return CreateHardLinkW(WindowsName::of(name).c_str(), file.c_str(), nullptr) != 0;
 }
 
 bool NativeFile::rename(const QString &path, const QString &name)

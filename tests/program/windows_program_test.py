@@ -54,9 +54,17 @@ class WindowsProgram(Program):
         self.screen.tool("windowactivate", self.window)
         return self.screen.tool("getactivewindow") == self.window
 
+    def main_windows(self):
+        return self.screen.tool("search", "--onlyvisible", "--name",
+                                "^sarvik64$|-- sarvik$").splitlines()
+
     def find_window(self):
-        found = self.screen.tool("search", "--onlyvisible", "--name", "^sarvik64$|-- sarvik$")
-        return found.splitlines()[-1] if found else None
+        found = self.main_windows()
+        return found[-1] if found else None
+
+    def other_window(self):
+        others = [window for window in self.main_windows() if window != self.window]
+        return others[0] if others else None
 
     def search(self, keys=("Return",)):
         """Keys that come before Wine has handed the focus on are lost: once more."""
@@ -155,6 +163,33 @@ class WindowsProgramTest(unittest.TestCase):
         self.program.keys("Down")
         self.program.search()
         self.assertIn("\r\nkeyword1:fromanother\r\n", self.log_bytes().decode("utf-8"))
+        self.assertEqual(self.program.quit(), 0)
+
+    def test_a_share_is_searched_and_opened(self):
+        share = pathlib.Path(os.environ["WINEPREFIX"]) / "dosdevices" / "unc" / "sarvikhost" / "share"
+        share.parent.mkdir(parents=True, exist_ok=True)
+        share.unlink(missing_ok=True)
+        share.symlink_to(self.tree)
+        self.addCleanup(share.unlink)
+        self.program.hand_over("\\\\sarvikhost\\share\\sub", "*.txt", "灯台")
+        self.program.start()
+        self.program.search()
+        self.assertIn("\r\n:://sarvikhost/share/sub/sjis.txt\r\n      1:    1:灯台守\r\n",
+                      self.log_bytes().decode("utf-8"))
+        self.program.keys("Down", "Return")
+        line = wait_for("the editor", self.program.recorded_arguments)
+        self.assertTrue(line.endswith(' -l1 -c1 "\\\\sarvikhost\\share\\sub\\sjis.txt"'), line)
+        self.assertEqual(self.program.quit(), 0)
+
+    def test_a_selected_word_starts_another_search(self):
+        self.hand_over("灯台")
+        self.program.start()
+        self.program.search()
+        self.program.keys("Down", "End", "shift+Left", "alt+g")
+        second = wait_for("the second window", self.program.other_window)
+        self.screen.tool("windowactivate", "--sync", second)
+        self.screen.tool("key", "--clearmodifiers", "ctrl+q")
+        wait_for("its end", lambda: not self.program.other_window())
         self.assertEqual(self.program.quit(), 0)
 
 

@@ -1,0 +1,156 @@
+#include "mainwindow/preview/PreviewSaver.h"
+#include "tests/support/ScratchFolder.h"
+#include "tests/support/WindowsLock.h"
+
+#include <QDir>
+#include <QTest>
+
+using Result = PreviewSaver::Outcome::Result;
+
+class WindowsSaveTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void theAttributesAreKept_data();
+    void theAttributesAreKept();
+    void aBackupThatMayOnlyBeReadIsReplaced();
+    void aFileThatAnotherHoldsIsLeftAsItIs_data();
+    void aFileThatAnotherHoldsIsLeftAsItIs();
+    void aBackupThatAnotherHoldsStopsTheSave();
+    void aFileThatCannotBeReadIsNotWrittenOver();
+    void aDevicesNameIsSaved();
+};
+
+namespace {
+
+const QString kName = QStringLiteral("f.txt");
+const QString kBackup = QStringLiteral("f.txt.bak");
+const QString kNew = QStringLiteral("new\n");
+
+PreviewFile load(const QString &path)
+{
+    return PreviewFile::load(path, DetectionSettings(), [](const QString &, const QString &) {});
+}
+
+QStringList filesIn(const ScratchFolder &folder)
+{
+    return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
+}
+
+bool setAttributes(const QString &path, quint32 attributes)
+{
+    return SetFileAttributesW(WindowsName::of(path).c_str(), attributes) != 0;
+}
+
+} // namespace
+
+void WindowsSaveTest::theAttributesAreKept_data()
+{
+    QTest::addColumn<quint32>("attributes");
+    QTest::newRow("read-only") << quint32(FILE_ATTRIBUTE_READONLY);
+    QTest::newRow("hidden") << quint32(FILE_ATTRIBUTE_HIDDEN);
+    QTest::newRow("both") << quint32(FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN);
+}
+
+void WindowsSaveTest::theAttributesAreKept()
+{
+    QFETCH(quint32, attributes);
+    const ScratchFolder folder;
+    const QString path = folder.write(kName, "old text\n");
+    QVERIFY(setAttributes(path, attributes));
+    PreviewFile file = load(path);
+    const PreviewSaver::Outcome outcome = PreviewSaver::save(&file, kNew);
+    QCOMPARE(outcome.message, QStringLiteral("セーブしました"));
+    QCOMPARE(folder.read(kName), QByteArray("new\n"));
+    QCOMPARE(folder.read(kBackup), QByteArray("old text\n"));
+    QCOMPARE(filesIn(folder), QStringList({kName, kBackup}));
+    const quint32 asked = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN;
+    QCOMPARE(quint32(GetFileAttributesW(WindowsName::of(path).c_str())) & asked, attributes);
+    for (const QString &name : {kName, kBackup})
+        QVERIFY(setAttributes(folder.filePath(name), FILE_ATTRIBUTE_NORMAL));
+}
+
+void WindowsSaveTest::aBackupThatMayOnlyBeReadIsReplaced()
+{
+    const ScratchFolder folder;
+    PreviewFile file = load(folder.write(kName, "old text\n"));
+    QVERIFY(setAttributes(folder.write(kBackup, "older\n"), FILE_ATTRIBUTE_READONLY));
+    QCOMPARE(PreviewSaver::save(&file, kNew).result, Result::Saved);
+    QCOMPARE(folder.read(kBackup), QByteArray("old text\n"));
+}
+
+void WindowsSaveTest::aFileThatAnotherHoldsIsLeftAsItIs_data()
+{
+    QTest::addColumn<quint32>("shared");
+    QTest::newRow("others may read") << quint32(FILE_SHARE_READ);
+    QTest::newRow("others may write") << quint32(FILE_SHARE_READ | FILE_SHARE_WRITE);
+}
+
+void WindowsSaveTest::aFileThatAnotherHoldsIsLeftAsItIs()
+{
+    QFETCH(quint32, shared);
+    const ScratchFolder folder;
+    const QString path = folder.write(kName, "old text\n");
+    PreviewFile file = load(path);
+    {
+        const WindowsLock lock(path, shared);
+        QVERIFY(lock.isHeld());
+        const Result result = PreviewSaver::save(&file, kNew).result;
+        QVERIFY(result == Result::RenameFailed || result == Result::WriteFailed);
+        QCOMPARE(filesIn(folder), QStringList(kName));
+    }
+    QCOMPARE(folder.read(kName), QByteArray("old text\n"));
+    QCOMPARE(PreviewSaver::save(&file, kNew).result, Result::Saved);
+}
+
+void WindowsSaveTest::aBackupThatAnotherHoldsStopsTheSave()
+{
+    const ScratchFolder folder;
+    PreviewFile file = load(folder.write(kName, "old text\n"));
+    const QString backup = folder.write(kBackup, "older\n");
+    {
+        const WindowsLock lock(backup, FILE_SHARE_READ);
+        QVERIFY(lock.isHeld());
+        QCOMPARE(PreviewSaver::save(&file, kNew).result, Result::RenameFailed);
+    }
+    QCOMPARE(folder.read(kName), QByteArray("old text\n"));
+    QCOMPARE(folder.read(kBackup), QByteArray("older\n"));
+    QCOMPARE(filesIn(folder), QStringList({kName, kBackup}));
+}
+
+void WindowsSaveTest::aFileThatCannotBeReadIsNotWrittenOver()
+{
+    const ScratchFolder folder;
+    const QString path = folder.write(kName, "old text\n");
+    PreviewFile file;
+    {
+        const WindowsLock lock(path, 0);
+        QVERIFY(lock.isHeld());
+        file = load(path);
+    }
+    QVERIFY(!file.readable);
+    QCOMPARE(PreviewSaver::save(&file, kNew).result, Result::WriteFailed);
+    QCOMPARE(folder.read(kName), QByteArray("old text\n"));
+}
+
+void WindowsSaveTest::aDevicesNameIsSaved()
+{
+    const ScratchFolder folder;
+    const QString path = folder.filePath(QStringLiteral("aux.txt"));
+    {
+        const HANDLE handle = CreateFileW(WindowsName::of(path).c_str(), GENERIC_WRITE, 0, nullptr,
+                                          CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+        DWORD count = 0;
+        QVERIFY(WriteFile(handle, "old text\n", 9, &count, nullptr) != 0);
+        CloseHandle(handle);
+    }
+    PreviewFile file = load(path);
+    QCOMPARE(file.text, QStringLiteral("old text\n"));
+    QCOMPARE(PreviewSaver::save(&file, kNew).result, Result::Saved);
+    QCOMPARE(load(path).text, kNew);
+    for (const char *suffix : {"", ".bak"})
+        QVERIFY(DeleteFileW(WindowsName::of(path + QLatin1String(suffix)).c_str()) != 0);
+}
+
+QTEST_GUILESS_MAIN(WindowsSaveTest)
+#include "WindowsSaveTest.moc"
