@@ -107,7 +107,9 @@ void Highlighter::forgetColours(int position, int end)
             continue;
         data->colouring = 0;
         data->colours.clear();
-        block.layout()->clearFormats();
+        // Not for nothing: it has the line laid out anew, which may be a long one.
+        if (!block.layout()->formats().isEmpty())
+            block.layout()->clearFormats();
     }
 }
 
