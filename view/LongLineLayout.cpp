@@ -12,13 +12,20 @@ LongLineLayout::LongLineLayout(QTextDocument *document) : QPlainTextDocumentLayo
 
 QRectF LongLineLayout::blockBoundingRect(const QTextBlock &block) const
 {
-    if (block.isValid() && block.length() > kLongLine && block.layout()->lineCount() == 0)
+    const bool isLong = block.isValid() && block.length() > kLongLine;
+    if (isLong && block.layout()->lineCount() == 0) {
+        // In the middle of an edit, at whose end the line is laid out again. A cursor
+        // that moves meanwhile asks for the layout, but looks at no line of it.
+        if (document()->characterCount() != m_reportedLength)
+            return QRectF();
         keepShape(block);
+    }
     return QPlainTextDocumentLayout::blockBoundingRect(block);
 }
 
 void LongLineLayout::documentChanged(int from, int charsRemoved, int charsAdded)
 {
+    m_reportedLength = document()->characterCount();
     dropOldShapes();
     const QTextBlock first = document()->findBlock(from);
     const bool isLong = first.isValid() && first.length() > kLongLine;
@@ -32,7 +39,9 @@ void LongLineLayout::documentChanged(int from, int charsRemoved, int charsAdded)
     }
     if (isLong)
         keepShape(first);
-    QPlainTextDocumentLayout::documentChanged(from, charsRemoved, charsAdded);
+    // Without what was removed: the base class adds it to the length of what has
+    // changed, which then reaches into lines that have not.
+    QPlainTextDocumentLayout::documentChanged(from, 0, std::max(charsAdded, 1));
 }
 
 void LongLineLayout::keepShape(const QTextBlock &block) const

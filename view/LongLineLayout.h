@@ -35,4 +35,6 @@ private:
     /// Numbers of the lines, the last one laid out at the end. Lines that have moved
     /// since are not looked for: another one's shape may be dropped, or none.
     mutable std::deque<int> m_kept;
+    /// Characters of the document when a change was told last.
+    int m_reportedLength = 0;
 };
