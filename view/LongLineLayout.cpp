@@ -6,7 +6,8 @@
 
 #include <algorithm>
 
-LongLineLayout::LongLineLayout(QTextDocument *document) : QPlainTextDocumentLayout(document)
+LongLineLayout::LongLineLayout(QTextDocument *document, int mostKept)
+    : QPlainTextDocumentLayout(document), m_mostKept(mostKept)
 {
 }
 
@@ -28,28 +29,55 @@ void LongLineLayout::documentChanged(int from, int charsRemoved, int charsAdded)
     m_reportedLength = document()->characterCount();
     dropOldShapes();
     const QTextBlock first = document()->findBlock(from);
-    const bool isLong = first.isValid() && first.length() > kLongLine;
-    // Only the end of the line was put there: what stands in it is what it was.
-    const bool isUnchanged = isLong && charsRemoved == 0 && charsAdded > 0
-        && from == first.position() + first.length() - 1;
-    if (isUnchanged && first.layout()->lineCount() > 0) {
+    // Only the end of the line was put there, and is marked in another way.
+    const bool isOnlyEnd = charsRemoved == 0 && charsAdded > 0
+        && from == first.position() + first.length() - 1 && isAsLaidOut(first);
+    if (isOnlyEnd) {
         QPlainTextDocumentLayout::documentChanged(from + 1, 0, charsAdded - 1);
-        emit updateBlock(first); // its end is marked in another way
+        emit updateBlock(first);
         return;
     }
-    if (isLong)
+    if (first.length() > kLongLine)
         keepShape(first);
-    // Without what was removed: the base class adds it to the length of what has
-    // changed, which then reaches into lines that have not.
-    QPlainTextDocumentLayout::documentChanged(from, 0, std::max(charsAdded, 1));
+    const int end = endOfChange(from, charsRemoved, charsAdded);
+    QPlainTextDocumentLayout::documentChanged(from, 0, end - from);
+}
+
+/// The base class takes all lines up to this one for changed. It adds what was
+/// removed to what was added and so reaches into lines further down, which are as
+/// they were; but where the last thing removed was the beginning of a line, that
+/// line is not.
+int LongLineLayout::endOfChange(int from, int charsRemoved, int charsAdded) const
+{
+    const int end = from + charsRemoved + charsAdded;
+    QTextBlock block = document()->findBlock(from + charsAdded);
+    if (block.position() < from + charsAdded)
+        block = block.next();
+    for (; block.isValid() && block.position() < end; block = block.next()) {
+        if (block.position() > from && isAsLaidOut(block))
+            return block.position();
+    }
+    return end;
 }
 
 void LongLineLayout::keepShape(const QTextBlock &block) const
 {
     block.layout()->setCacheEnabled(true);
-    const int number = block.blockNumber();
-    m_kept.erase(std::remove(m_kept.begin(), m_kept.end(), number), m_kept.end());
-    m_kept.push_back(number);
+    const auto isOfBlock = [&block](const Kept &kept) {
+        return kept.block == block.fragmentIndex();
+    };
+    m_kept.erase(std::remove_if(m_kept.begin(), m_kept.end(), isOfBlock), m_kept.end());
+    m_kept.push_back({block.fragmentIndex(), block.blockNumber(), block.text()});
+}
+
+/// By its text: a block may get another line's, layout and all, when one is removed.
+bool LongLineLayout::isAsLaidOut(const QTextBlock &block) const
+{
+    if (block.length() <= kLongLine || block.layout()->lineCount() == 0)
+        return false;
+    return std::any_of(m_kept.begin(), m_kept.end(), [&block](const Kept &kept) {
+        return kept.block == block.fragmentIndex() && kept.text == block.text();
+    });
 }
 
 /// Only while the text changes: who asks for a rectangle may be holding on to a
@@ -59,13 +87,13 @@ void LongLineLayout::dropOldShapes()
     int units = 0;
     std::size_t kept = 0;
     for (; kept < m_kept.size(); ++kept) {
-        units += document()->findBlockByNumber(m_kept[m_kept.size() - 1 - kept]).length();
-        if (units > kMostKept && kept > 0)
+        units += m_kept[m_kept.size() - 1 - kept].text.size() + 1;
+        if (units > m_mostKept && kept > 0)
             break;
     }
     while (m_kept.size() > kept) {
-        const QTextBlock block = document()->findBlockByNumber(m_kept.front());
-        if (block.length() > kLongLine)
+        const QTextBlock block = document()->findBlockByNumber(m_kept.front().line);
+        if (block.isValid() && block.fragmentIndex() == m_kept.front().block)
             block.layout()->clearLayout();
         m_kept.pop_front();
     }

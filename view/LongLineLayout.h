@@ -1,15 +1,20 @@
 #pragma once
 
 #include <QPlainTextDocumentLayout>
+#include <QString>
 
 #include <deque>
+
+QT_BEGIN_NAMESPACE
+class QTextBlock;
+QT_END_NAMESPACE
 
 /// Lays out the lines of a text view as its base class does, but a very long one
 /// as rarely as can be: once for each change of its text.
 ///
-/// Shaping a million characters takes some 0.15 s. The base class throws the
-/// result away, so that the next question for an x coordinate shapes them again;
-/// and it does all of it once more when a line is appended below. Belongs to the
+/// Shaping a million characters takes some 0.2 s. The base class throws the result
+/// away, so that the next question for an x coordinate shapes them again; and it
+/// does all of it once more for each change in a line beside them. Belongs to the
 /// document, as any layout does.
 class LongLineLayout : public QPlainTextDocumentLayout {
     Q_OBJECT
@@ -21,7 +26,7 @@ public:
     /// changes, at some 30 bytes each; one line is kept whatever its length.
     static constexpr int kMostKept = 8 * 1024 * 1024;
 
-    explicit LongLineLayout(QTextDocument *document);
+    explicit LongLineLayout(QTextDocument *document, int mostKept = kMostKept);
 
     QRectF blockBoundingRect(const QTextBlock &block) const override;
 
@@ -29,12 +34,19 @@ protected:
     void documentChanged(int from, int charsRemoved, int charsAdded) override;
 
 private:
+    struct Kept {
+        int block; ///< its index in the document, which tells it from any other
+        int line; ///< its number then; not looked for when it has moved since
+        QString text;
+    };
+
     void keepShape(const QTextBlock &block) const;
+    bool isAsLaidOut(const QTextBlock &block) const;
+    int endOfChange(int from, int charsRemoved, int charsAdded) const;
     void dropOldShapes();
 
-    /// Numbers of the lines, the last one laid out at the end. Lines that have moved
-    /// since are not looked for: another one's shape may be dropped, or none.
-    mutable std::deque<int> m_kept;
+    const int m_mostKept;
+    mutable std::deque<Kept> m_kept; // the one laid out last at the end
     /// Characters of the document when a change was told last.
     int m_reportedLength = 0;
 };
