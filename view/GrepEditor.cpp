@@ -56,9 +56,10 @@ GrepEditor::GrepEditor(bool isResultView, QWidget *parent)
     , m_host(dynamic_cast<GrepEditorHost *>(parent))
     , m_startDirectory(QDir::currentPath())
 {
-    auto *text = new QTextDocument(this);
-    text->setDocumentLayout(new LongLineLayout(text));
-    setDocument(text);
+    auto *layout = new LongLineLayout(document());
+    layout->setPaintDevice(viewport()); // as the one before had it, for its resolution
+    document()->setDocumentLayout(layout);
+    setDocument(document()); // takes up the layout
     viewport()->setCursor(Qt::ArrowCursor);
     setLineWrapMode(QPlainTextEdit::NoWrap);
     const AppSettings &settings = AppSettings::instance();
