@@ -6,6 +6,7 @@
 #include "view/FindPattern.h"
 #include "view/GrepEditorHost.h"
 #include "view/Highlighter.h"
+#include "view/LongLineLayout.h"
 #include "view/OtherGrepCommand.h"
 #include "view/ProgramLauncher.h"
 #include "view/ResultLine.h"
@@ -55,6 +56,10 @@ GrepEditor::GrepEditor(bool isResultView, QWidget *parent)
     , m_host(dynamic_cast<GrepEditorHost *>(parent))
     , m_startDirectory(QDir::currentPath())
 {
+    auto *layout = new LongLineLayout(document());
+    layout->setPaintDevice(viewport()); // as the one before had it, for its resolution
+    document()->setDocumentLayout(layout);
+    setDocument(document()); // takes up the layout
     viewport()->setCursor(Qt::ArrowCursor);
     setLineWrapMode(QPlainTextEdit::NoWrap);
     const AppSettings &settings = AppSettings::instance();

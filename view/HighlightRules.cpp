@@ -111,11 +111,14 @@ std::vector<HighlightRules::Match> HighlightRules::wordMatches(const QString &te
     return matches;
 }
 
-void HighlightRules::visitRule(const Rule &rule, const QString &text, int limit,
+void HighlightRules::visitRule(const Rule &rule, const QString &wholeText, int limit,
                                const Visitor &visitor)
 {
     if (rule.expression.isEmpty())
         return;
+    // Where a long text has no match, each rule would walk to its end.
+    const int seen = wholeText.size() - limit > kLongText ? limit + kLongText : wholeText.size();
+    const QString text = QString::fromRawData(wholeText.constData(), seen);
     int from = 0;
     while (from <= text.size()) {
         const int start = rule.expression.indexIn(text, from);

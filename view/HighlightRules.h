@@ -51,7 +51,8 @@ public:
     /// In a text of kLongText units or more, a match of what was found may end
     /// early, at the end of the piece of the text that it is looked for in: a
     /// keyword like "a.*b", where there are many a and no b, would take the square
-    /// of the length, and a line of a megabyte would never be painted.
+    /// of the length, and a line of a megabyte would never be painted. The other
+    /// rules see kLongText units beyond limit.
     void visitMatches(const QString &text, Group group, int limit, const Visitor &visitor) const;
 
 private:
@@ -70,7 +71,8 @@ private:
     void put(const QString &name, Rule rule);
     void prepare() const;
     std::vector<Match> wordMatches(const QString &text, int limit) const;
-    static void visitRule(const Rule &rule, const QString &text, int limit, const Visitor &visitor);
+    static void visitRule(const Rule &rule, const QString &wholeText, int limit,
+                          const Visitor &visitor);
     static void visitRuleByPieces(const Rule &rule, const QString &text, int limit,
                                   const Visitor &visitor);
 

@@ -107,7 +107,9 @@ void Highlighter::forgetColours(int position, int end)
             continue;
         data->colouring = 0;
         data->colours.clear();
-        block.layout()->clearFormats();
+        // Not for nothing: it has the line laid out anew, which may be a long one.
+        if (!block.layout()->formats().isEmpty())
+            block.layout()->clearFormats();
     }
 }
 
@@ -121,22 +123,31 @@ void Highlighter::highlightBlock(const QString &text)
             data->colouring = 0;
         return;
     }
-    const int line = currentBlock().blockNumber();
+    colour(currentBlock(), text);
+    recolourLaterLines();
+}
+
+/// Of the platform's current line, or of one whose colours are kept apart.
+void Highlighter::colour(QTextBlock block, const QString &text)
+{
+    const int line = block.blockNumber();
     HighlightSyntax::Line parts = {text, 0, m_units};
     if (m_syntax.hasBlockComments()) {
         m_chain.extendTo(*document(), m_syntax.comments(), line);
         parts.openBefore = m_chain.depthBefore(line);
-        setCurrentBlockState(m_chain.depthAfter(line) == 0 ? -1 : 1);
+        block.setUserState(m_chain.depthAfter(line) == 0 ? -1 : 1);
     } else {
-        setCurrentBlockState(-1);
+        block.setUserState(-1);
     }
 
-    BlockData *data = currentData();
+    if (!block.userData())
+        block.setUserData(new BlockData);
+    BlockData *data = dataOf(block);
     data->colouring = m_colouring;
     data->colouredUnits = m_units;
     data->openBefore = parts.openBefore;
     data->colours.clear();
-    const bool apart = m_longLinesApart && text.size() >= kLongLine;
+    const bool apart = isKeptApart(block);
     const auto colourPart = [&](int start, int length, HighlightColour colour) {
         const QTextCharFormat &format = m_formats[static_cast<std::size_t>(colour)];
         if (apart)
@@ -147,17 +158,11 @@ void Highlighter::highlightBlock(const QString &text)
     const TextSpan comment = m_syntax.visitColours(parts, colourPart);
     data->commentStart = comment.start;
     data->commentEnd = comment.end;
-    recolourLaterLines();
 }
 
-BlockData *Highlighter::currentData()
+bool Highlighter::isKeptApart(const QTextBlock &block) const
 {
-    auto *data = static_cast<BlockData *>(currentBlockUserData());
-    if (!data) {
-        data = new BlockData;
-        setCurrentBlockUserData(data);
-    }
-    return data;
+    return m_longLinesApart && block.length() > kLongLine;
 }
 
 void Highlighter::recolourLaterLines()
@@ -213,8 +218,13 @@ void Highlighter::colourLines(int first, int last, int units)
     const QSignalBlocker silence(document());
     QTextCursor edit(document());
     edit.beginEditBlock();
-    for (const QTextBlock &line : outdated)
-        rehighlightBlock(line);
+    for (const QTextBlock &line : outdated) {
+        // The platform keeps a format for each of the line's characters meanwhile.
+        if (isKeptApart(line) && line.layout()->formats().isEmpty())
+            colour(line, line.text());
+        else
+            rehighlightBlock(line);
+    }
     edit.endEditBlock();
     // Without undo, the end of an edit block counts as a modification.
     document()->setModified(wasModified);

@@ -11,7 +11,9 @@
 
 #include <limits>
 
-class BlockData;
+QT_BEGIN_NAMESPACE
+class QTextBlock;
+QT_END_NAMESPACE
 
 /// Colours the lines of a view's document as HighlightSyntax says. Each line that
 /// is coloured gets a BlockData. User interface thread only.
@@ -85,7 +87,8 @@ private:
     void forgetColours(int position, int end);
     bool isOutdated(const QTextBlock &block, int units) const;
     int openBefore(int line) const;
-    BlockData *currentData();
+    void colour(QTextBlock block, const QString &text);
+    bool isKeptApart(const QTextBlock &block) const;
 
     HighlightSyntax m_syntax;
     CommentChain m_chain;

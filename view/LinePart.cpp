@@ -12,6 +12,9 @@ namespace {
 /// its own width, and its shape depends on its neighbours.
 constexpr int kBeyondEdge = 16;
 
+/// More UTF-16 code units than any screen shows of a line.
+constexpr int kMostSeen = 64 * 1024;
+
 bool isRightToLeft(QChar c)
 {
     switch (c.direction()) {
@@ -46,6 +49,17 @@ qreal tabStopScale(const QFont &font)
     return line.cursorToX(1) / kGiven;
 }
 
+/// In place of QTextLine::xToCursor() where a line is wider than a layout can count
+/// (some 33 million pixels), so that whatever is asked for seems to be behind it.
+int endOfSeen(const QTextLine &line, int from, qreal right)
+{
+    constexpr int kStep = 1024;
+    int end = from;
+    for (qreal x = 0; end < from + kMostSeen && x <= right; x = line.cursorToX(end))
+        end += kStep;
+    return std::min(end, line.textStart() + line.textLength());
+}
+
 } // namespace
 
 LinePart::LinePart(const QTextBlock &block, const QFont &font, qreal left, qreal right)
@@ -59,7 +73,7 @@ LinePart::LinePart(const QTextBlock &block, const QFont &font, qreal left, qreal
     const QTextLine line = m_whole.lineAt(0);
     const int from = std::max(line.xToCursor(left) - kBeyondEdge, 0);
     const int to = std::min(line.xToCursor(right) + kBeyondEdge, m_text.size());
-    takePart(from, to);
+    takePart(from, to - from < kMostSeen ? to : endOfSeen(line, from, right));
     if (!m_own)
         return;
     const auto *data = static_cast<const BlockData *>(block.userData());

@@ -1,5 +1,6 @@
 #include "tests/mainwindow/WindowFixture.h"
 
+#include "mainwindow/TextFind.h"
 #include "settings/AppSettings.h"
 
 #include <QCheckBox>
@@ -69,6 +70,7 @@ private slots:
     void aHitFarDownALargeFileIsGoneTo();
     void loneCarriageReturnsAgreeWithTheSearchAndAreKept_data();
     void loneCarriageReturnsAgreeWithTheSearchAndAreKept();
+    void aFileOfOneVeryLongLineIsShownAndSaved();
     void anotherResultReadsAChangedFileAgain();
     void aModificationIsSeen();
     void closingAsksForAModifiedFile();
@@ -554,6 +556,32 @@ void MainWindowPreviewTest::loneCarriageReturnsAgreeWithTheSearchAndAreKept()
     QTest::keyClick(m_fixture->preview(), Qt::Key_S, Qt::ControlModifier);
     QCOMPARE(m_fixture->tree.read(QStringLiteral("a.txt")), saved);
     QVERIFY(m_fixture->prompt.messages.isEmpty());
+}
+
+void MainWindowPreviewTest::aFileOfOneVeryLongLineIsShownAndSaved()
+{
+    const QByteArray content = QByteArray("int \xE5\x9B\xB3\t= apple; ").repeated(10000);
+    m_fixture->tree.write(QStringLiteral("a.txt"), content);
+    searchAndSelect(QString::fromUtf8(content));
+    QVERIFY(m_fixture->resultView()->currentLineText().endsWith(QString::fromUtf8(content)));
+    GrepEditor *preview = m_fixture->preview();
+    QTRY_VERIFY(!preview->isReadOnly());
+    QVERIFY(previewText() == QString::fromUtf8(content));
+    QCOMPARE(previewLine(), 1);
+
+    using TextFind::Direction;
+    QCOMPARE(TextFind::find(*preview, text("apple"), {}, Direction::Backward),
+             TextFind::Result::FoundAfterWrap);
+    const int last = QString::fromUtf8(content).lastIndexOf(text("apple"));
+    QCOMPARE(preview->textCursor().selectionStart(), last);
+    QCOMPARE(preview->textCursor().selectedText(), text("apple"));
+    preview->setFocus();
+    QTest::keyClicks(preview, text("pear"));
+    QTest::keyClick(preview, Qt::Key_S, Qt::ControlModifier);
+    QByteArray changed = content;
+    changed.replace(content.lastIndexOf("apple"), 5, "pear");
+    QVERIFY(m_fixture->tree.read(QStringLiteral("a.txt")) == changed);
+    QVERIFY(m_fixture->tree.read(QStringLiteral("a.txt.bak")) == content);
 }
 
 void MainWindowPreviewTest::anotherResultReadsAChangedFileAgain()

@@ -21,6 +21,7 @@ private slots:
     void findsInALongTextAreThoseOfAnyText();
     void theStartOfALongTextIsFoundOnce();
     void findsInALongTextBeginBeforeTheLimit();
+    void otherRulesOfALongTextSeeBeyondTheLimit();
     void aFindThatSearchesToTheEndIsBounded();
     void aRuleIsReplacedByItsName();
     void aRemovedRuleIsGone();
@@ -189,6 +190,22 @@ void HighlightRulesTest::findsInALongTextBeginBeforeTheLimit()
     QCOMPARE(matchesOf(rules, line, Group::Finds, 4), text("3:1:2"));
     QCOMPARE(matchesOf(rules, line, Group::Finds, 5), text("3:1:2 3:4:2"));
     QCOMPARE(matchesOf(rules, line, Group::Finds, 0), QString());
+}
+
+void HighlightRulesTest::otherRulesOfALongTextSeeBeyondTheLimit()
+{
+    constexpr int kLimit = 100;
+    HighlightRules rules;
+    rules.set(text("Value"), QRegExp(text("a+b")), kReserved);
+    const QString line = text("ab") + text("-").repeated(kLimit - 3)
+        + text("a").repeated(HighlightRules::kLongText) + text("b")
+        + text("-").repeated(2 * HighlightRules::kLongText);
+    QCOMPARE(matchesOf(rules, line, Group::Language, kLimit),
+             text("3:0:2 3:99:%1").arg(HighlightRules::kLongText + 1));
+    QCOMPARE(matchesOf(rules, line, Group::Language, kLimit - 1), text("3:0:2"));
+    QString longer = line;
+    longer.insert(kLimit, QLatin1Char('a'));
+    QCOMPARE(matchesOf(rules, longer, Group::Language, kLimit), text("3:0:2"));
 }
 
 void HighlightRulesTest::aFindThatSearchesToTheEndIsBounded()

@@ -16,6 +16,7 @@ private slots:
     void aPartLooksLikeTheWhole_data();
     void aPartLooksLikeTheWhole();
     void aPartNeverSplitsAPairOfSurrogates();
+    void aLineWiderThanALayoutCountsIsCut();
     void theEndIsPartOfTheLastPart();
     void formatsAreCountedFromThePart();
     void aLineFromRightToLeftIsTakenWhole_data();
@@ -150,6 +151,21 @@ void LinePartTest::aPartNeverSplitsAPairOfSurrogates()
         QVERIFY(part.text().front().isHighSurrogate());
         QVERIFY(part.text().back().isLowSurrogate());
     }
+}
+
+void LinePartTest::aLineWiderThanALayoutCountsIsCut()
+{
+    OneLine line(QString(400000, QLatin1Char('x')));
+    line.setFont(QFont(QStringLiteral("DejaVu Sans Mono"), 200));
+    line.layOut();
+    QVERIFY(line.line().naturalTextWidth() < 0); // it cannot be told
+    const LinePart part = line.part(0);
+    QCOMPARE(part.from(), 0);
+    QVERIFY(part.text().size() < 10000);
+    QVERIFY(!part.reachesEnd());
+    const QTextLine own = part.layout().lineAt(0);
+    QVERIFY(own.cursorToX(part.text().size()) > kWidth);
+    QVERIFY(qAbs(own.cursorToX(3) + part.offset().x() - line.line().cursorToX(3)) <= kRounding);
 }
 
 void LinePartTest::theEndIsPartOfTheLastPart()
