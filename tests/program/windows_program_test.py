@@ -171,7 +171,7 @@ class WindowsProgramTest(unittest.TestCase):
         share.unlink(missing_ok=True)
         share.symlink_to(self.tree)
         self.addCleanup(share.unlink)
-        self.program.hand_over("\\\\sarvikhost\\share\\sub", "*.txt", "灯台")
+        self.program.hand_over("\\\\sarvikhost\\share", "*.txt *.none", "灯台")
         self.program.start()
         self.program.search()
         self.assertIn("\r\n:://sarvikhost/share/sub/sjis.txt\r\n      1:    1:灯台守\r\n",
