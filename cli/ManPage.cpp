@@ -50,7 +50,7 @@ QString entry(const OptionTable::Option &option)
     QString head = forms.join(QStringLiteral(", "));
     if (option.takesValue())
         head += QLatin1Char(' ') + italic(QLatin1String(option.valueName));
-    return QStringLiteral(".TP\n") + head + QLatin1Char('\n') + lines(QLatin1String(option.help));
+    return QStringLiteral(".TP\n") + head + QLatin1Char('\n') + lines(option.wholeHelp());
 }
 
 } // namespace

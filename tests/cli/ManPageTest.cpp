@@ -47,7 +47,7 @@ void ManPageTest::everyOptionStandsWithItsValueAndItsHelp()
         QString entry = QStringLiteral(".TP ") + option.forms().join(QStringLiteral(", "));
         if (option.takesValue())
             entry += QLatin1Char(' ') + QLatin1String(option.valueName);
-        entry += QLatin1Char(' ') + QString(QLatin1String(option.help)).simplified();
+        entry += QLatin1Char(' ') + option.wholeHelp().simplified();
         QVERIFY2(text.contains(entry), qPrintable(entry));
     }
 }
