@@ -100,7 +100,7 @@ class PackageTest(ProgramTestCase):
     def test_the_first_words_come_along(self):
         for name in ("README.md", "README.ja.md"):
             self.assertIn("sarvik", (self.folder / name).read_text(encoding="utf-8"))
-        picture = "doc/sarvik/images/window.png"
+        picture = "doc/window.png"
         self.assertIn(picture, (self.folder / "README.md").read_text(encoding="utf-8"))
         self.assertTrue((self.folder / picture).is_file())
 
