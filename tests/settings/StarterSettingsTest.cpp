@@ -64,8 +64,9 @@ void StarterSettingsTest::aLinkToSettingsThatAreAwayStays()
 {
     const ScratchFolder folder;
     folder.write(kStarter, "[editor]\neditor=/usr/bin/ed\n");
-    if (!QFile::link(folder.filePath(QStringLiteral("away.ini")), folder.filePath(kSettings)))
-        QSKIP("a link cannot have this name here");
+    QVERIFY(QFile::link(folder.filePath(QStringLiteral("away.ini")), folder.filePath(kSettings)));
+    if (!QFileInfo(folder.filePath(kSettings)).isSymLink())
+        QSKIP("what the toolkit takes for a link has another name here");
     StarterSettings::provide(folder.path());
     QVERIFY(!folder.exists(QStringLiteral("away.ini")));
     QVERIFY(QFileInfo(folder.filePath(kSettings)).isSymLink());
