@@ -5,6 +5,7 @@
 #include "settings/ApplicationPalette.h"
 #include "settings/LocaleSetup.h"
 #include "settings/ParameterFile.h"
+#include "settings/StarterSettings.h"
 #include "settings/StyleSheet.h"
 #include "settings/dialogs/ToolkitTexts.h"
 
@@ -46,6 +47,7 @@ int main(int argc, char *argv[])
     QCoreApplication::setApplicationName(QStringLiteral("sarvik"));
     QApplication::setWindowIcon(Icons::program());
     ToolkitTexts::install(application);
+    StarterSettings::provide(appDir);
     AppSettings::instance().load(appDir);
     applyLook(appDir);
     return runWindow(appDir);

@@ -15,7 +15,7 @@ QString helpLines(const OptionTable::Option &option)
     if (option.takesValue())
         names += QLatin1Char(' ') + QLatin1String(option.valueName);
     const QString lineStart = QLatin1Char('\n') + QString(kIndent, QLatin1Char(' '));
-    QString help = QLatin1String(option.help);
+    QString help = option.wholeHelp();
     help.replace(QLatin1Char('\n'), lineStart);
     const QString gap =
         names.size() < kIndent ? QString(kIndent - names.size(), QLatin1Char(' ')) : lineStart;

@@ -1,6 +1,7 @@
 #include "cli/ManPage.h"
 
 #include "cli/HelpText.h"
+#include "cli/ManTopics.h"
 #include "cli/OptionTable.h"
 
 namespace {
@@ -50,7 +51,16 @@ QString entry(const OptionTable::Option &option)
     QString head = forms.join(QStringLiteral(", "));
     if (option.takesValue())
         head += QLatin1Char(' ') + italic(QLatin1String(option.valueName));
-    return QStringLiteral(".TP\n") + head + QLatin1Char('\n') + lines(QLatin1String(option.help));
+    return QStringLiteral(".TP\n") + head + QLatin1Char('\n') + lines(option.wholeHelp());
+}
+
+QString entries(const QVector<ManTopics::Entry> &list)
+{
+    QString text;
+    for (const ManTopics::Entry &item : list)
+        text +=
+            QStringLiteral(".TP\n") + bold(item.term) + QLatin1Char('\n') + paragraph(item.text);
+    return text;
 }
 
 } // namespace
@@ -60,9 +70,12 @@ QString ManPage::escaped(QString text)
     text.replace(QLatin1Char('\\'), QLatin1String("\\e"));
     // A bare one may be shown as a hyphen, which nobody can paste into a shell.
     text.replace(QLatin1Char('-'), QLatin1String("\\-"));
+    // As are these, which become typographic marks.
+    text.replace(QLatin1Char('\''), QLatin1String("\\(aq"));
+    text.replace(QLatin1Char('^'), QLatin1String("\\(ha"));
     QStringList lines = text.split(QLatin1Char('\n'));
     for (QString &line : lines) {
-        if (line.startsWith(QLatin1Char('.')) || line.startsWith(QLatin1Char('\'')))
+        if (line.startsWith(QLatin1Char('.')))
             line.prepend(QLatin1String("\\&"));
     }
     return lines.join(QLatin1Char('\n'));
@@ -81,6 +94,10 @@ QString ManPage::text(const QString &version)
     text += section("OPTIONS");
     for (const OptionTable::Option &option : OptionTable::all())
         text += entry(option);
+    text += section("KEYWORDS") + paragraph(ManTopics::keywords());
+    text += section("MASKS") + paragraph(ManTopics::masks());
+    text += section("EXAMPLES") + entries(ManTopics::examples());
+    text += section("FILES") + entries(ManTopics::files());
     text += section("NOTES") + paragraph(HelpText::passedOver());
     text += section("EXIT STATUS") + paragraph(HelpText::exitStatus());
     return text;

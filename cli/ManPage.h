@@ -3,7 +3,7 @@
 #include <QString>
 
 /// The manual page of the console program, as roff text: what --help says, from
-/// the same texts and the same option table.
+/// the same texts and the same option table, and the topics of ManTopics.
 namespace ManPage {
 
 /// version is that of the program. The last line is ended.

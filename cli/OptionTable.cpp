@@ -128,11 +128,15 @@ QVector<OptionTable::Option> searchOptions()
              options.tabWidth = width;
              return error;
          }},
-        {0, "format", "FORMAT",
-         "result: \"::\" and the path, then the hits (default)\n"
-         "grep: path:line:column:text\n"
-         "json: one object a hit",
-         true, setFormat, "result grep json"},
+        {0,
+         "format",
+         "FORMAT",
+         "how a hit is written:",
+         true,
+         setFormat,
+         {{"result", "\"::\" and the path, then the hits (default)"},
+          {"grep", "path:line:column:text"},
+          {"json", "one object a hit"}}},
     };
 }
 
@@ -145,16 +149,26 @@ QVector<OptionTable::Option> fileOptions()
          false, setMask},
         {0, "no-subdirs", nullptr, "do not descend into sub-folders", false,
          setSwitch<&Options::subdirs, false>},
-        {0, "exclude-dir", "NAME", "leave out folders of this name; repeatable", false,
+        {0,
+         "exclude-dir",
+         "NAME",
+         "leave out folders of this name; repeatable",
+         false,
          [](Options &options, const QString &value) {
              return addText("exclude-dir", value, options.excludedFolders);
          },
-         nullptr, true},
-        {0, "exclude-file", "TEXT", "leave out files with TEXT in their name; repeatable", false,
+         {},
+         true},
+        {0,
+         "exclude-file",
+         "TEXT",
+         "leave out files with TEXT in their name; repeatable",
+         false,
          [](Options &options, const QString &value) {
              return addText("exclude-file", value, options.excludedFiles);
          },
-         nullptr, true},
+         {},
+         true},
         {0, "max-size", "MIB", "leave out larger files (default 1, or the settings)", false,
          [](Options &options, const QString &value) {
              int mebibytes = 0;
@@ -174,8 +188,15 @@ QVector<OptionTable::Option> outputOptions()
          setSwitch<&Options::sort>},
         {0, "stats", nullptr, "counts and time to the standard error", false,
          setSwitch<&Options::stats>},
-        {0, "color", "WHEN", "auto (default), always or never", false, setColor,
-         "auto always never"},
+        {0,
+         "color",
+         "WHEN",
+         "whether hits are coloured:",
+         false,
+         setColor,
+         {{"auto", "on a terminal (default)"},
+          {"always", "in files and pipes, too"},
+          {"never", "not at all"}}},
         {'h', "help", nullptr, "this text", false,
          [](Options &options, const QString &) {
              options.mode = Options::Mode::Help;
@@ -214,6 +235,23 @@ QStringList OptionTable::Option::forms() const
     if (shortName != 0)
         forms += QLatin1Char('-') + QString(QLatin1Char(shortName));
     return forms << longForm();
+}
+
+QString OptionTable::Option::wholeHelp() const
+{
+    QString text = QLatin1String(help);
+    for (const Choice &choice : choices)
+        text += QLatin1Char('\n') + QLatin1String(choice.value) + QLatin1String(": ")
+            + QLatin1String(choice.help);
+    return text;
+}
+
+QStringList OptionTable::Option::values() const
+{
+    QStringList values;
+    for (const Choice &choice : choices)
+        values += QLatin1String(choice.value);
+    return values;
 }
 
 const QVector<OptionTable::Option> &OptionTable::all()

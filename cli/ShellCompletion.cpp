@@ -4,10 +4,25 @@
 
 namespace {
 
-/// The help on one line.
+/// The help on one line. What the values of an option mean stands with them.
 QString helpOf(const OptionTable::Option &option)
 {
-    return QString(QLatin1String(option.help)).replace(QLatin1Char('\n'), QLatin1Char(' '));
+    QString help = QString(QLatin1String(option.help)).replace(QLatin1Char('\n'), QLatin1Char(' '));
+    if (help.endsWith(QLatin1Char(':')))
+        help.chop(1);
+    return help;
+}
+
+/// text between double quotes, for a shell that looks into them.
+QString doubleQuoted(const QString &text)
+{
+    QString quoted;
+    for (QChar c : text) {
+        if (QLatin1String("\\\"$`").contains(c))
+            quoted += QLatin1Char('\\');
+        quoted += c;
+    }
+    return QLatin1Char('"') + quoted + QLatin1Char('"');
 }
 
 // bash
@@ -15,10 +30,10 @@ QString helpOf(const OptionTable::Option &option)
 /// The values that may follow an option: one branch of a "case".
 QString bashBranch(const OptionTable::Option &option)
 {
-    const QString values = option.choices
-        ? QStringLiteral("mapfile -t COMPREPLY < <(compgen -W '%1' -- \"$current\")")
-              .arg(QLatin1String(option.choices))
-        : QStringLiteral("compopt +o default 2>/dev/null");
+    const QString values = option.choices.isEmpty()
+        ? QStringLiteral("compopt +o default 2>/dev/null")
+        : QStringLiteral("mapfile -t COMPREPLY < <(compgen -W '%1' -- \"$current\")")
+              .arg(option.values().join(QLatin1Char(' ')));
     return QStringLiteral("        %1)\n            %2\n            return\n            ;;\n")
         .arg(option.forms().join(QStringLiteral(" | ")), values);
 }
@@ -34,6 +49,19 @@ QString zshHelp(QString text)
     return text.replace(QLatin1Char('\''), QLatin1String("'\\''"));
 }
 
+/// The values with their help, as _arguments wants them: a list of shell words in
+/// which a colon stands behind the value and every colon is escaped.
+QString zshValues(const OptionTable::Option &option)
+{
+    QStringList values;
+    for (const OptionTable::Choice &choice : option.choices) {
+        const QString help = doubleQuoted(QLatin1String(choice.help));
+        values += QString(QLatin1String(choice.value) + QLatin1Char(':') + help)
+                      .replace(QLatin1Char(':'), QLatin1String("\\:"));
+    }
+    return QStringLiteral("((%1))").arg(values.join(QLatin1Char(' ')));
+}
+
 /// An option as _arguments wants it, one of its forms excluding the other.
 QString zshSpecification(const OptionTable::Option &option)
 {
@@ -41,10 +69,9 @@ QString zshSpecification(const OptionTable::Option &option)
     QString longForm = option.longForm();
     QString shortForm = option.forms().constFirst();
     if (option.takesValue()) {
-        value = QStringLiteral(":%1:%2").arg(
-            QLatin1String(option.valueName),
-            option.choices ? QStringLiteral("(%1)").arg(QLatin1String(option.choices))
-                           : QStringLiteral(" "));
+        value = QStringLiteral(":%1:%2").arg(QLatin1String(option.valueName),
+                                             option.choices.isEmpty() ? QStringLiteral(" ")
+                                                                      : zshValues(option));
         longForm += QLatin1Char('=');
         shortForm += QLatin1Char('+');
     }
@@ -66,6 +93,16 @@ QString fishQuoted(QString text)
     return QLatin1Char('\'') + text + QLatin1Char('\'');
 }
 
+/// The values with their help, each behind a tab that fish puts there.
+QString fishValues(const OptionTable::Option &option)
+{
+    QStringList values;
+    for (const OptionTable::Choice &choice : option.choices)
+        values += QLatin1String(choice.value) + QLatin1String("\\t")
+            + doubleQuoted(QLatin1String(choice.help));
+    return values.join(QLatin1Char(' '));
+}
+
 QString fishLine(const OptionTable::Option &option)
 {
     QString line = QStringLiteral("complete -c sarvik-cli");
@@ -74,8 +111,8 @@ QString fishLine(const OptionTable::Option &option)
     line += QStringLiteral(" -l ") + QLatin1String(option.longName);
     if (option.takesValue())
         line += QStringLiteral(" -x");
-    if (option.choices)
-        line += QStringLiteral(" -a ") + fishQuoted(QLatin1String(option.choices));
+    if (!option.choices.isEmpty())
+        line += QStringLiteral(" -a ") + fishQuoted(fishValues(option));
     return line + QStringLiteral(" -d ") + fishQuoted(helpOf(option)) + QLatin1Char('\n');
 }
 

@@ -40,13 +40,13 @@ void HelpTextTest::everyFixedValueIsTakenAndNamedInTheHelp()
 {
     int values = 0;
     for (const OptionTable::Option &option : OptionTable::all()) {
-        if (option.choices == nullptr)
-            continue;
-        const QStringList choices = QString(QLatin1String(option.choices)).split(QLatin1Char(' '));
-        for (const QString &choice : choices) {
+        for (const OptionTable::Choice &choice : option.choices) {
             Options options;
-            QCOMPARE(option.apply(options, choice), QString());
-            QVERIFY2(QString(QLatin1String(option.help)).contains(choice), qPrintable(choice));
+            const QString value = QLatin1String(choice.value);
+            QCOMPARE(option.apply(options, value), QString());
+            const QString line = value + QLatin1String(": ") + QLatin1String(choice.help);
+            QVERIFY2(HelpText::text().contains(QLatin1String("  ") + line + QLatin1Char('\n')),
+                     qPrintable(line));
             ++values;
         }
     }
@@ -57,7 +57,7 @@ void HelpTextTest::anotherValueThanTheFixedOnesIsRefused()
 {
     for (const OptionTable::Option &option : OptionTable::all()) {
         Options options;
-        if (option.choices != nullptr)
+        if (!option.choices.isEmpty())
             QVERIFY2(!option.apply(options, QStringLiteral("nonsense")).isEmpty(), option.longName);
     }
 }

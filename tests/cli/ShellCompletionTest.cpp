@@ -88,6 +88,8 @@ private slots:
     void bashOffersWhatFits_data();
     void bashOffersWhatFits();
     void zshTakesTheSpecifications();
+    void zshSaysWhatAValueMeans();
+    void fishSaysWhatAValueMeans();
 
 private:
     static void addShells();
@@ -126,8 +128,8 @@ void ShellCompletionTest::everyShellKnowsTheFixedValues()
 {
     QFETCH(QString, script);
     for (const OptionTable::Option &option : OptionTable::all()) {
-        if (option.choices != nullptr)
-            QVERIFY2(script.contains(QLatin1String(option.choices)), option.longName);
+        for (const QString &value : option.values())
+            QVERIFY2(holdsWord(script, value), qPrintable(value));
     }
 }
 
@@ -192,6 +194,48 @@ void ShellCompletionTest::zshTakesTheSpecifications()
         zsh,
         {QStringLiteral("-f"), QStringLiteral("-c"), call, QStringLiteral("zsh"), folder.path()});
     QVERIFY2(output.endsWith(QLatin1String("found\n")), qPrintable(output));
+}
+
+void ShellCompletionTest::zshSaysWhatAValueMeans()
+{
+    const QString zsh = QStandardPaths::findExecutable(QStringLiteral("zsh"));
+    if (zsh.isEmpty())
+        QSKIP("zsh is not installed");
+    const ScratchFolder folder;
+    folder.write(QStringLiteral("_sarvik-cli"), ShellCompletion::zsh().toUtf8());
+    // Wide enough that no help is cut off.
+    const QString call =
+        QStringLiteral("cd $1; zmodload zsh/zpty; zpty shell zsh -f -i\n"
+                       "zpty -w shell \"PS1=; COLUMNS=120; fpath=($1 \\$fpath)\"\n"
+                       "zpty -w shell 'autoload -U compinit; compinit -u -D'\n"
+                       "zpty -n -w shell $'sarvik-cli --format=\\t\\t'\n"
+                       "zpty -m -r shell seen '*the hits ?default?*' && print -r -- $seen\n"
+                       "zpty -d shell\n");
+    const QString output = outputOf(
+        zsh,
+        {QStringLiteral("-f"), QStringLiteral("-c"), call, QStringLiteral("zsh"), folder.path()});
+    QVERIFY2(output.contains(QLatin1String("-- path:line:column:text")), qPrintable(output));
+    QVERIFY2(output.contains(QLatin1String("-- \"::\" and the path, then the hits (default)")),
+             qPrintable(output));
+}
+
+void ShellCompletionTest::fishSaysWhatAValueMeans()
+{
+    const QString fish = QStandardPaths::findExecutable(QStringLiteral("fish"));
+    if (fish.isEmpty())
+        QSKIP("fish is not installed");
+    const ScratchFolder folder;
+    const QString script =
+        folder.write(QStringLiteral("completion.fish"), ShellCompletion::fish().toUtf8());
+    const QString output =
+        outputOf(fish,
+                 {QStringLiteral("--no-config"), QStringLiteral("-c"),
+                  QStringLiteral("source '%1'; complete -C 'sarvik-cli --format '").arg(script)});
+    for (const OptionTable::Choice &choice :
+         OptionTable::findLong(QStringLiteral("format"))->choices)
+        QVERIFY2(output.contains(QLatin1String(choice.value) + QLatin1Char('\t')
+                                 + QLatin1String(choice.help) + QLatin1Char('\n')),
+                 qPrintable(output));
 }
 
 QTEST_GUILESS_MAIN(ShellCompletionTest)

@@ -60,6 +60,33 @@ QStringList textsOf(const QString &form, const QStringList &properties)
     return texts;
 }
 
+/// As a settings file holds it, and a word where there is nothing.
+QString shownDefault(const QVariant &value)
+{
+    QString text = value.toString();
+    if (value.type() == QVariant::Point) {
+        const QPoint point = value.toPoint();
+        text = QStringLiteral("@Point(%1 %2)").arg(point.x()).arg(point.y());
+    } else if (value.type() == QVariant::Size) {
+        const QSize size = value.toSize();
+        text = QStringLiteral("@Size(%1 %2)").arg(size.width()).arg(size.height());
+    }
+    return text.isEmpty() ? QStringLiteral("（なし）") : text;
+}
+
+/// What a section sets in the letters of code.
+QStringList namedIn(const char *id)
+{
+    QStringList names;
+    for (const Page &section : index().all("section")) {
+        if (section.attribute("id") != QLatin1String(id))
+            continue;
+        for (const Page &code : section.all("code"))
+            names += code.text();
+    }
+    return names;
+}
+
 } // namespace
 
 class HelpTextsTest : public QObject {
@@ -72,6 +99,7 @@ private slots:
     void everyToolButtonIsNamed();
     void everyContextMenuEntryIsNamed();
     void everySettingIsOneWithItsDefault();
+    void everyKeyOfThePathDialogsFileIsNamed();
     void everyPlaceholderOfTheEditorIsNamed();
 
 private:
@@ -138,15 +166,16 @@ void HelpTextsTest::everyContextMenuEntryIsNamed()
     }
 }
 
-/// In the table of what only the file has.
+/// Each key stands in one of the tables, and nothing else does.
 void HelpTextsTest::everySettingIsOneWithItsDefault()
 {
     QMap<QString, QString> defaults;
     for (const SettingsTable::Setting &setting : SettingsTable::settings())
-        defaults.insert(setting.key, setting.defaultValue.toString());
+        defaults.insert(setting.key, shownDefault(setting.defaultValue));
     for (const SettingsTable::ColourSetting &colour : SettingsTable::colours())
-        defaults.insert(colour.key, colour.defaultName);
-    int rows = 0;
+        defaults.insert(colour.key, shownDefault(colour.defaultName));
+    QVERIFY(defaults.size() > 80);
+    QMap<QString, QString> told;
     for (const Page &table : index().all("table")) {
         if (!table.hasClass("settings"))
             continue;
@@ -155,12 +184,31 @@ void HelpTextsTest::everySettingIsOneWithItsDefault()
             if (cells.isEmpty())
                 continue;
             const QString key = cells.at(0).text();
-            QVERIFY2(defaults.contains(key), qPrintable(key));
-            QCOMPARE(cells.at(1).text(), defaults.value(key));
-            ++rows;
+            QVERIFY2(!told.contains(key), qPrintable(key));
+            told.insert(key, cells.at(1).text());
         }
     }
-    QVERIFY(rows >= 10);
+    for (const QString &key : told.keys() + defaults.keys()) {
+        QVERIFY2(defaults.contains(key), qPrintable(key));
+        QVERIFY2(told.contains(key), qPrintable(key));
+        QCOMPARE(told.value(key), defaults.value(key));
+    }
+}
+
+/// By the names in the source, which nothing else tells.
+void HelpTextsTest::everyKeyOfThePathDialogsFileIsNamed()
+{
+    QFile file(QStringLiteral(SARVIK_SOURCES "settings/dialogs/InputHistoryFile.cpp"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QRegularExpression constant(QStringLiteral("constexpr auto k\\w+ = \"([^\"]+)\";"));
+    auto keys = constant.globalMatch(QString::fromUtf8(file.readAll()));
+    const QStringList named = namedIn("path-dialog");
+    int found = 0;
+    for (; keys.hasNext(); ++found) {
+        const QString key = keys.next().captured(1);
+        QVERIFY2(named.contains(key), qPrintable(key));
+    }
+    QCOMPARE(found, 8);
 }
 
 void HelpTextsTest::everyPlaceholderOfTheEditorIsNamed()

@@ -6,6 +6,7 @@ package_test.py PORTABLE_FOLDER: the folder that holds the built program.
 
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import unittest
@@ -15,6 +16,14 @@ from program_window import ProgramTestCase, main
 TOP = pathlib.Path(__file__).resolve().parent.parent.parent
 # What the libraries below the toolkit keep for themselves, whoever calls them.
 OF_THE_SYSTEM = {".cache"}
+# What every desktop of Debian 12 has of its own: the C library and the compiler's,
+# the display, its fonts and its driver, the message bus.
+OF_A_DESKTOP = {
+    "ld-linux-x86-64.so.2", "libc.so.6", "libm.so.6", "libresolv.so.2", "libgcc_s.so.1",
+    "libstdc++.so.6", "libGL.so.1", "libX11.so.6", "libX11-xcb.so.1", "libxcb.so.1",
+    "libICE.so.6", "libSM.so.6", "libfontconfig.so.1", "libfreetype.so.6", "libharfbuzz.so.0",
+    "libpng16.so.16", "libz.so.1", "libzstd.so.1", "libglib-2.0.so.0", "libdbus-1.so.3",
+}
 
 
 class PackageTest(ProgramTestCase):
@@ -43,6 +52,18 @@ class PackageTest(ProgramTestCase):
         self.folder, = place.iterdir()
         self.assertEqual(self.folder.name + ".tar.gz", archive.name)
 
+    def needed_libraries(self):
+        """Of every program and library in the folder, with the file that needs it."""
+        needs = {}
+        for path in sorted(self.folder.rglob("*")):
+            if not path.is_file() or path.read_bytes()[:4] != b"\x7fELF":
+                continue
+            dynamic = subprocess.run(["readelf", "-dW", path], check=True, capture_output=True,
+                                     text=True).stdout
+            for library in re.findall(r"\(NEEDED\).*\[(.+)\]", dynamic):
+                needs.setdefault(library, path.name)
+        return needs
+
     def run_here(self, name, *arguments):
         return subprocess.run([self.folder / name, *arguments], env=self.environment, check=True,
                               capture_output=True, text=True).stdout
@@ -66,6 +87,38 @@ class PackageTest(ProgramTestCase):
         self.assertTrue((self.folder / "plugins" / "platforms" / "libqxcb.so").is_file())
         self.assertTrue(list((self.folder / "licences").iterdir()))
 
+    def test_every_library_is_there_or_a_desktops(self):
+        needs = self.needed_libraries()
+        self.assertIn("libQt5Widgets.so.5", needs)
+        packed = {path.name for path in (self.folder / "lib").iterdir()}
+        missing = {library: user for library, user in needs.items()
+                   if library not in packed | OF_A_DESKTOP}
+        self.assertEqual(missing, {})
+        # Nor does the list hold what nothing asks for.
+        self.assertEqual(OF_A_DESKTOP - set(needs), set())
+
+    def test_the_first_words_come_along(self):
+        for name in ("README.md", "README.ja.md"):
+            self.assertIn("sarvik", (self.folder / name).read_text(encoding="utf-8"))
+        picture = "doc/window.png"
+        self.assertIn(picture, (self.folder / "README.md").read_text(encoding="utf-8"))
+        self.assertTrue((self.folder / picture).is_file())
+
+    def test_a_new_folder_begins_with_an_editor(self):
+        settings = self.folder / "sarvik.ini"
+        settings.unlink()
+        self.program.start()
+        self.assertEqual(self.program.quit(), 0)
+        kept = settings.read_text(encoding="utf-8-sig")
+        self.assertIn("editor=/usr/bin/xdg-open\n", kept)
+        self.assertIn("editor_para=%f\n", kept)
+
+    def test_unpacking_again_leaves_the_settings_alone(self):
+        settings = (self.folder / "sarvik.ini").read_bytes()
+        self.unpack(self.folder.parent)
+        self.program.start()
+        self.assertEqual((self.folder / "sarvik.ini").read_bytes(), settings)
+
     def test_the_window_keeps_all_in_its_folder(self):
         before = set(self.folder.rglob("*"))
         self.program.hand_over(str(self.tree) + "/", "*.txt", "灯台")
@@ -83,6 +136,16 @@ class PackageTest(ProgramTestCase):
         for name in ("x.txt", "y.txt"):
             (odd / name).write_text("needle\n")
         self.program.start(self.folder / "sarvik-here", odd, "needle", "*.txt")
+        self.assertIn("該当行数 2", self.program.search())
+        self.assertEqual(self.program.quit(), 0)
+
+    def test_a_selected_file_stands_for_its_folder(self):
+        odd = self.tree / "a b'c"
+        odd.mkdir()
+        for name in ("x.txt", "y.log"):
+            (odd / name).write_text("needle\n")
+        # Without a mask, and without one of a search before.
+        self.program.start(self.folder / "sarvik-here", odd / "x.txt", "needle")
         self.assertIn("該当行数 2", self.program.search())
         self.assertEqual(self.program.quit(), 0)
 

@@ -174,7 +174,7 @@ class WindowsProgramTest(unittest.TestCase):
         self.program.hand_over("\\\\sarvikhost\\share", "*.txt *.none", "灯台")
         self.program.start()
         self.program.search()
-        self.assertIn("\r\n:://sarvikhost/share/sub/sjis.txt\r\n      1:    1:灯台守\r\n",
+        self.assertIn("\r\n::\\\\sarvikhost\\share/sub/sjis.txt\r\n      1:    1:灯台守\r\n",
                       self.log_bytes().decode("utf-8"))
         self.program.keys("Down", "Return")
         line = wait_for("the editor", self.program.recorded_arguments)
