@@ -49,3 +49,18 @@ dll_of_compiler() {
     [ -f "$path" ] || die "the compiler has no $1"
     printf '%s\n' "$path"
 }
+
+# windows_path PATH: as Wine names it.
+windows_path() {
+    printf 'Z:%s' "${1//\//\\}"
+}
+
+# use_toolkits_dlls: lets Wine find what every program needs.
+use_toolkits_dlls() {
+    local folders dll
+    folders=$(windows_path "$SARVIK_WINDOWS_QT_FOLDER/bin")
+    while read -r dll; do
+        folders+=";$(windows_path "${dll%/*}")"
+    done < <(compiler_dlls)
+    export WINEPATH=$folders
+}
