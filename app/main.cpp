@@ -40,6 +40,9 @@ int main(int argc, char *argv[])
     LocaleSetup::useUtf8InPlainLocale();
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    // One and a half stays that; rounded, it would be twice the size.
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QApplication application(argc, argv);
     const QString appDir = ApplicationDirectory::path();
     QCoreApplication::addLibraryPath(QCoreApplication::applicationDirPath());
