@@ -6,17 +6,17 @@
 #include "settings/LocaleSetup.h"
 #include "settings/ParameterFile.h"
 #include "settings/StyleSheet.h"
+#include "settings/dialogs/ProgramStyle.h"
 #include "settings/dialogs/ToolkitTexts.h"
 
 #include <QApplication>
-#include <QStyleFactory>
 #include <QToolTip>
 
 namespace {
 
 void applyLook(const QString &appDir)
 {
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(ProgramStyle::create());
     const QPalette palette = ApplicationPalette::fromSettings(AppSettings::instance());
     QApplication::setPalette(palette);
     // After the palette of all widgets, which takes back those of single classes.

@@ -83,8 +83,10 @@ protected:
 
 private:
     void buildKeywordFields();
+    void buildExamples();
     void buildButtons();
     void setUpPathEdit();
+    void colourExamples();
     void showValidity();
     void showHiddenConditions();
     QList<QComboBox *> combos() const;
