@@ -7,6 +7,8 @@
 #include "mainwindow/FormKeys.h"
 #include "mainwindow/HistoryControl.h"
 #include "mainwindow/KeywordControl.h"
+#include "mainwindow/PathDrops.h"
+#include "mainwindow/PathEdit.h"
 #include "mainwindow/PreviewControl.h"
 #include "mainwindow/RunControl.h"
 #include "mainwindow/ViewKeys.h"
@@ -132,6 +134,7 @@ void MainWindow::connectForm()
 void MainWindow::connectKeys()
 {
     const SearchForm *form = m_ui->searchForm;
+    new PathDrops(this, form->pathEdit(), this);
     FormKeys::Widgets widgets;
     widgets.inputFields = form->inputFields();
     widgets.pathEdit = form->pathEdit();

@@ -49,23 +49,32 @@ void PathEdit::addLine(const QString &path)
     moveCursor(QTextCursor::Left);
 }
 
-bool PathEdit::canInsertFromMimeData(const QMimeData *source) const
+bool PathEdit::holdsFolders(const QMimeData &source)
 {
-    return !foldersIn(*source).isEmpty() || QPlainTextEdit::canInsertFromMimeData(source);
+    return !foldersIn(source).isEmpty();
 }
 
-void PathEdit::insertFromMimeData(const QMimeData *source)
+void PathEdit::addFolders(const QMimeData &source)
 {
-    const QStringList folders = foldersIn(*source);
-    if (folders.isEmpty()) {
-        QPlainTextEdit::insertFromMimeData(source);
-        return;
-    }
     const QStringList listed = SearchPaths::fromText(toPlainText());
+    const QStringList folders = foldersIn(source);
     for (const QString &folder : folders) {
         if (!listed.contains(folder))
             addLine(folder);
     }
+}
+
+bool PathEdit::canInsertFromMimeData(const QMimeData *source) const
+{
+    return holdsFolders(*source) || QPlainTextEdit::canInsertFromMimeData(source);
+}
+
+void PathEdit::insertFromMimeData(const QMimeData *source)
+{
+    if (holdsFolders(*source))
+        addFolders(*source);
+    else
+        QPlainTextEdit::insertFromMimeData(source);
 }
 
 void PathEdit::keyPressEvent(QKeyEvent *event)

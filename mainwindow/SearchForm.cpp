@@ -349,7 +349,7 @@ QComboBox *SearchForm::keyword1Combo() const
     return m_ui->keyword1Combo;
 }
 
-QWidget *SearchForm::pathEdit() const
+PathEdit *SearchForm::pathEdit() const
 {
     return m_ui->pathEdit;
 }

@@ -17,9 +17,11 @@
 #include <QDir>
 #include <QFontMetricsF>
 #include <QMenu>
+#include <QMimeData>
 #include <QPainter>
 #include <QScrollBar>
 #include <QTextBlock>
+#include <QUrl>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -381,6 +383,14 @@ std::unique_ptr<QMenu> GrepEditor::makeContextMenu()
         menu->addAction(QStringLiteral("(&G)srvaik起動\tAlt+G"), this, &GrepEditor::othergrep);
     grepAction->setEnabled(selected);
     return menu;
+}
+
+bool GrepEditor::canInsertFromMimeData(const QMimeData *source) const
+{
+    const QList<QUrl> urls = source->urls();
+    const bool hasFile =
+        std::any_of(urls.begin(), urls.end(), [](const QUrl &url) { return url.isLocalFile(); });
+    return !hasFile && QPlainTextEdit::canInsertFromMimeData(source);
 }
 
 void GrepEditor::contextMenuEvent(QContextMenuEvent *event)
