@@ -1,6 +1,7 @@
 #include "mainwindow/PathEdit.h"
 
 #include "settings/SearchPaths.h"
+#include "view/FocusEdge.h"
 
 #include <QFileInfo>
 #include <QKeyEvent>
@@ -29,6 +30,7 @@ PathEdit::PathEdit(QWidget *parent) : QPlainTextEdit(parent)
 {
     setTabChangesFocus(true);
     setLineWrapMode(QPlainTextEdit::NoWrap);
+    new FocusEdge(this);
 }
 
 void PathEdit::setLines(const QStringList &lines)

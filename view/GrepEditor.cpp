@@ -4,6 +4,7 @@
 #include "view/DisplayColumn.h"
 #include "view/EditorCommand.h"
 #include "view/FindPattern.h"
+#include "view/FocusEdge.h"
 #include "view/GrepEditorHost.h"
 #include "view/Highlighter.h"
 #include "view/OtherGrepCommand.h"
@@ -67,6 +68,7 @@ GrepEditor::GrepEditor(bool isResultView, QWidget *parent)
     if (isResultView)
         m_highlighter->setLanguage(QString());
     applyColours();
+    new FocusEdge(this);
     connect(this, &GrepEditor::cursorPositionChanged, this, &GrepEditor::highlightCurrentLine);
 }
 
