@@ -34,7 +34,8 @@ private slots:
     void aStoredGeometryBesideTheScreenIsMovedIntoIt();
     void aWindowInACornerOfTheScreenStaysThere_data();
     void aWindowInACornerOfTheScreenStaysThere();
-    void theFirstWindowIsWhollyOnASmallScreen();
+    void aWindowThatIsCutBelowIsMovedUp();
+    void aWindowThatIsTooHighLeavesRoomForItsTitle();
     void withoutASplitterStateTheViewsShareByTheirSizes();
     void aStoredSplitterStateGoesBeforeTheSizes();
     void aToolBarThatWasMovedIsBackThere();
@@ -260,17 +261,30 @@ void WindowLayoutTest::aWindowInACornerOfTheScreenStaysThere()
     QCOMPARE(second.window.frameGeometry(), frame);
 }
 
-/// The defaults are a window of 800 x 800 at (100, 100); here is no room for it.
-void WindowLayoutTest::theFirstWindowIsWhollyOnASmallScreen()
+/// As the first window, of 800 x 800 at (100, 100), on a small screen.
+void WindowLayoutTest::aWindowThatIsCutBelowIsMovedUp()
 {
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    QVERIFY(screen.width() < 900 || screen.height() < 900);
+    AppSettings &settings = AppSettings::instance();
+    settings.pos = QPoint(100, 100);
+    settings.size = QSize(640, screen.height() - 60);
     Window window;
     WindowLayout::restore(window.parts());
-    const QRect place(window.window.pos(), window.window.size());
-    QVERIFY(screen.contains(place));
-    // With room for the title bar.
-    QVERIFY(place.height() < screen.height());
+    QCOMPARE(window.window.size(), settings.size);
+    QVERIFY(screen.contains(QRect(window.window.pos(), window.window.size())));
+}
+
+void WindowLayoutTest::aWindowThatIsTooHighLeavesRoomForItsTitle()
+{
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    AppSettings &settings = AppSettings::instance();
+    settings.pos = QPoint(0, 0);
+    settings.size = QSize(640, screen.height());
+    Window window;
+    WindowLayout::restore(window.parts());
+    QVERIFY(window.window.height() < screen.height());
+    QVERIFY(window.window.height() > screen.height() - 100);
+    QCOMPARE(window.window.pos(), screen.topLeft());
 }
 
 void WindowLayoutTest::withoutASplitterStateTheViewsShareByTheirSizes()
