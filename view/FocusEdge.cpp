@@ -11,9 +11,8 @@ FocusEdge::FocusEdge(QAbstractScrollArea *area) : QObject(area), m_area(area)
 
 bool FocusEdge::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) {
-        m_area->update();
-    } else if (event->type() == QEvent::Paint && m_area->hasFocus()) {
+    // When the focus comes and goes, the toolkit has every widget painted anew.
+    if (event->type() == QEvent::Paint && m_area->hasFocus()) {
         // The style's own frame first, which the edge covers.
         watched->event(event);
         paint();

@@ -12,6 +12,7 @@ private slots:
     void initTestCase();
 
     void theEdgeIsSeenWhileTheViewHasTheFocus();
+    void theEdgeIsPaintedWhenTheFocusComesAndGoes();
     void theTextIsLeftAlone();
     void aViewWithoutAFrameHasNone();
 
@@ -73,6 +74,29 @@ void FocusEdgeTest::theEdgeIsSeenWhileTheViewHasTheFocus()
     QVERIFY(hasEdge());
     m_other->setFocus();
     QVERIFY(!hasEdge());
+}
+
+void FocusEdgeTest::theEdgeIsPaintedWhenTheFocusComesAndGoes()
+{
+    struct Count : QObject {
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            paints += event->type() == QEvent::Paint;
+            return false;
+        }
+        int paints = 0;
+    } count;
+    m_view->installEventFilter(&count);
+    m_other->setFocus();
+    QTest::qWait(50);
+    count.paints = 0;
+    m_view->setFocus();
+    QTRY_VERIFY(count.paints > 0);
+    QTest::qWait(50);
+    count.paints = 0;
+    m_other->setFocus();
+    QTRY_VERIFY(count.paints > 0);
+    m_view->removeEventFilter(&count);
 }
 
 void FocusEdgeTest::theTextIsLeftAlone()
