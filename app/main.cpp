@@ -7,17 +7,17 @@
 #include "settings/ParameterFile.h"
 #include "settings/StarterSettings.h"
 #include "settings/StyleSheet.h"
+#include "settings/dialogs/ProgramStyle.h"
 #include "settings/dialogs/ToolkitTexts.h"
 
 #include <QApplication>
-#include <QStyleFactory>
 #include <QToolTip>
 
 namespace {
 
 void applyLook(const QString &appDir)
 {
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(ProgramStyle::create());
     const QPalette palette = ApplicationPalette::fromSettings(AppSettings::instance());
     QApplication::setPalette(palette);
     // After the palette of all widgets, which takes back those of single classes.
@@ -41,6 +41,9 @@ int main(int argc, char *argv[])
     LocaleSetup::useUtf8InPlainLocale();
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    // One and a half stays that; rounded, it would be twice the size.
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QApplication application(argc, argv);
     const QString appDir = ApplicationDirectory::path();
     QCoreApplication::addLibraryPath(QCoreApplication::applicationDirPath());

@@ -300,6 +300,7 @@ void MainWindow::searchFinished(bool aborted)
     makeBackMenu();
     m_keywords->rememberMask(m_request.mask);
     endRun();
+    tellMissingPath();
 }
 
 void MainWindow::showLinecntResult(QString filename, int count)
@@ -314,6 +315,28 @@ void MainWindow::linecntFinished(bool aborted)
     // The file that was counted last.
     statusBar()->clearMessage();
     endRun();
+    tellMissingPath();
+}
+
+/// A folder that is not there has no files, which looks as if nothing was found.
+/// What the status bar says now is said to its end.
+void MainWindow::tellMissingPath()
+{
+    const QString missing = SearchPaths::firstMissing(m_pathlist);
+    if (missing.isEmpty())
+        return;
+    const QString hint = QStringLiteral("検索パスがありません: %1").arg(missing);
+    if (statusBar()->currentMessage().isEmpty()) {
+        statusBar()->showMessage(hint);
+        return;
+    }
+    auto *once = new QObject(this);
+    connect(statusBar(), &QStatusBar::messageChanged, once, [this, once, hint](const QString &now) {
+        once->deleteLater();
+        statusBar()->disconnect(once);
+        if (now.isEmpty() && !m_run->isRunning())
+            statusBar()->showMessage(hint);
+    });
 }
 
 void MainWindow::endRun()

@@ -108,6 +108,7 @@ private:
     void start(FormRequest::Mode mode, const FormState &form);
     void abortRun();
     void endRun();
+    void tellMissingPath();
     void setRunning(bool running);
     void showHighlightWords();
     void showDocument(const QString &relativePath);

@@ -7,8 +7,11 @@
 #include "mainwindow/FormKeys.h"
 #include "mainwindow/HistoryControl.h"
 #include "mainwindow/KeywordControl.h"
+#include "mainwindow/PathDrops.h"
+#include "mainwindow/PathEdit.h"
 #include "mainwindow/PreviewControl.h"
 #include "mainwindow/RunControl.h"
+#include "mainwindow/ViewKeys.h"
 #include "settings/AppSettings.h"
 #include "settings/CodecEnvironment.h"
 #include "settings/SearchPaths.h"
@@ -131,6 +134,7 @@ void MainWindow::connectForm()
 void MainWindow::connectKeys()
 {
     const SearchForm *form = m_ui->searchForm;
+    new PathDrops(this, form->pathEdit(), this);
     FormKeys::Widgets widgets;
     widgets.inputFields = form->inputFields();
     widgets.pathEdit = form->pathEdit();
@@ -142,8 +146,17 @@ void MainWindow::connectKeys()
     connect(m_formKeys, &FormKeys::searchRequested, this, &MainWindow::GrepDummy);
     connect(m_formKeys, &FormKeys::abortRequested, this, &MainWindow::abortRun);
     connect(m_formKeys, &FormKeys::quitRequested, this, &MainWindow::confirmQuit);
-    const auto *menu = new QShortcut(QKeySequence(QStringLiteral("Ctrl+H")), this);
-    connect(menu, &QShortcut::activated, this, &MainWindow::historyBackMenuPopup);
+    const auto onKey = [this](const char *key, void (MainWindow::*slot)()) {
+        const auto *shortcut = new QShortcut(QKeySequence(QLatin1String(key)), this);
+        connect(shortcut, &QShortcut::activated, this, slot);
+    };
+    onKey("Ctrl+H", &MainWindow::historyBackMenuPopup);
+    onKey("F1", &MainWindow::help);
+    // Beside the keys of the tool buttons, for who knows these from elsewhere.
+    onKey("F3", &MainWindow::findnext);
+    onKey("Shift+F3", &MainWindow::findprev);
+    for (GrepEditor *view : {m_resultView, m_preview})
+        ViewKeys::install(view, m_ui->viewSplitter);
 }
 
 void MainWindow::connectRun()

@@ -1,6 +1,7 @@
 #include "mainwindow/PathEdit.h"
 
 #include "settings/SearchPaths.h"
+#include "view/FocusEdge.h"
 
 #include <QFileInfo>
 #include <QKeyEvent>
@@ -29,6 +30,7 @@ PathEdit::PathEdit(QWidget *parent) : QPlainTextEdit(parent)
 {
     setTabChangesFocus(true);
     setLineWrapMode(QPlainTextEdit::NoWrap);
+    new FocusEdge(this);
 }
 
 void PathEdit::setLines(const QStringList &lines)
@@ -49,23 +51,32 @@ void PathEdit::addLine(const QString &path)
     moveCursor(QTextCursor::Left);
 }
 
-bool PathEdit::canInsertFromMimeData(const QMimeData *source) const
+bool PathEdit::holdsFolders(const QMimeData &source)
 {
-    return !foldersIn(*source).isEmpty() || QPlainTextEdit::canInsertFromMimeData(source);
+    return !foldersIn(source).isEmpty();
 }
 
-void PathEdit::insertFromMimeData(const QMimeData *source)
+void PathEdit::addFolders(const QMimeData &source)
 {
-    const QStringList folders = foldersIn(*source);
-    if (folders.isEmpty()) {
-        QPlainTextEdit::insertFromMimeData(source);
-        return;
-    }
     const QStringList listed = SearchPaths::fromText(toPlainText());
+    const QStringList folders = foldersIn(source);
     for (const QString &folder : folders) {
         if (!listed.contains(folder))
             addLine(folder);
     }
+}
+
+bool PathEdit::canInsertFromMimeData(const QMimeData *source) const
+{
+    return holdsFolders(*source) || QPlainTextEdit::canInsertFromMimeData(source);
+}
+
+void PathEdit::insertFromMimeData(const QMimeData *source)
+{
+    if (holdsFolders(*source))
+        addFolders(*source);
+    else
+        QPlainTextEdit::insertFromMimeData(source);
 }
 
 void PathEdit::keyPressEvent(QKeyEvent *event)

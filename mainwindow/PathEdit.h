@@ -17,6 +17,11 @@ public:
     /// Adds path as the last line and puts the cursor before its last character.
     void addLine(const QString &path);
 
+    /// Whether source are files or folders of this machine.
+    static bool holdsFolders(const QMimeData &source);
+    /// Adds a line for each folder that has none yet.
+    void addFolders(const QMimeData &source);
+
 protected:
     bool canInsertFromMimeData(const QMimeData *source) const override;
     void insertFromMimeData(const QMimeData *source) override;

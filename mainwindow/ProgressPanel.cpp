@@ -1,12 +1,16 @@
 #include "mainwindow/ProgressPanel.h"
 
 #include "mainwindow/SearchSummary.h"
+#include "settings/ColourContrast.h"
 
 #include "ui_ProgressPanel.h"
 
 #include <algorithm>
 
 namespace {
+
+/// As in the bars' style sheet, in every scheme of colours.
+constexpr QRgb kBarGround = 0xff770000;
 
 void showQueue(QProgressBar *bar, const QString &format, int length)
 {
@@ -22,9 +26,11 @@ ProgressPanel::ProgressPanel(QWidget *parent)
     : QWidget(parent), m_ui(std::make_unique<Ui::ProgressPanel>())
 {
     m_ui->setupUi(this);
-    // The part of a text that is over the bar's filled part, which ends anywhere.
+    // A text is over both parts of its bar, the empty one and the filled one.
     QPalette colours = palette();
-    colours.setColor(QPalette::HighlightedText, colours.color(QPalette::Text));
+    colours.setColor(QPalette::Text, ColourContrast::readableOn(QColor(kBarGround)));
+    colours.setColor(QPalette::HighlightedText,
+                     ColourContrast::readableOn(colours.color(QPalette::Highlight)));
     for (QProgressBar *bar : {m_ui->dirBar, m_ui->fileBar, m_ui->spoolBar})
         bar->setPalette(colours);
     setShown(false);

@@ -14,6 +14,7 @@
 namespace {
 
 constexpr int kPathLines = 3;
+constexpr int kExampleOpacity = 160; // of 255
 
 /// Shows text, as the item that it is: Up and Down go on from there.
 void showText(QComboBox *combo, const QString &text)
@@ -70,6 +71,7 @@ SearchForm::SearchForm(QWidget *parent) : QWidget(parent), m_ui(std::make_unique
 {
     m_ui->setupUi(this);
     buildKeywordFields();
+    buildExamples();
     buildButtons();
     showExtraConditions(false);
 }
@@ -240,7 +242,31 @@ void SearchForm::applyLook()
         combo->lineEdit()->setFont(font);
     }
     setUpPathEdit();
+    colourExamples();
     showValidity();
+}
+
+void SearchForm::buildExamples()
+{
+    m_ui->pathEdit->setPlaceholderText(
+        QStringLiteral("検索するフォルダを１行に１つ（ここへドロップもできます）"));
+    m_ui->maskCombo->lineEdit()->setPlaceholderText(QStringLiteral("例: *.txt *.cpp"));
+    m_keyword1->setPlaceholderText(QStringLiteral("探す文字列"));
+}
+
+/// Fainter than a text, but to be read. The toolkit's own colour is that of the
+/// palette it was started with, which nobody sees on another.
+void SearchForm::colourExamples()
+{
+    const QList<QWidget *> fields{m_ui->pathEdit, m_ui->maskCombo->lineEdit(), m_keyword1};
+    for (QWidget *field : fields) {
+        QColor faint = field->palette().color(QPalette::Text);
+        faint.setAlpha(kExampleOpacity);
+        // This colour alone; the others go on following the program's.
+        QPalette colours;
+        colours.setColor(QPalette::PlaceholderText, faint);
+        field->setPalette(colours);
+    }
 }
 
 void SearchForm::setUpPathEdit()
@@ -323,7 +349,7 @@ QComboBox *SearchForm::keyword1Combo() const
     return m_ui->keyword1Combo;
 }
 
-QWidget *SearchForm::pathEdit() const
+PathEdit *SearchForm::pathEdit() const
 {
     return m_ui->pathEdit;
 }

@@ -8,6 +8,7 @@
 #include <memory>
 
 class LineEdit;
+class PathEdit;
 
 QT_BEGIN_NAMESPACE
 class QAbstractButton;
@@ -73,7 +74,7 @@ public:
     QList<QWidget *> inputFields() const;
     QComboBox *keyword1Combo() const;
     LineEdit *keyword1Edit() const { return m_keyword1; }
-    QWidget *pathEdit() const;
+    PathEdit *pathEdit() const;
     QAbstractButton *caseButton() const;
     QAbstractButton *wordButton() const;
     QAbstractButton *regexpButton() const;
@@ -83,8 +84,10 @@ protected:
 
 private:
     void buildKeywordFields();
+    void buildExamples();
     void buildButtons();
     void setUpPathEdit();
+    void colourExamples();
     void showValidity();
     void showHiddenConditions();
     QList<QComboBox *> combos() const;

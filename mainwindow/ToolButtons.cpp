@@ -1,6 +1,7 @@
 #include "mainwindow/ToolButtons.h"
 
 #include <QKeySequence>
+#include <QStringList>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -12,20 +13,32 @@ struct Description {
     QString text;
     QString toolTip;
     const char *shortcut;
+    /// One more, of the window's, which the tool tip names too.
+    const char *secondKey = "";
 };
+
+/// With the keys that do the same behind it.
+QString toolTip(const Description &description)
+{
+    QStringList keys;
+    for (const char *key : {description.shortcut, description.secondKey}) {
+        if (*key)
+            keys += QKeySequence(QLatin1String(key)).toString();
+    }
+    if (keys.isEmpty())
+        return description.toolTip;
+    return QStringLiteral("%1 (%2)").arg(description.toolTip, keys.join(QStringLiteral(", ")));
+}
 
 QToolButton *addButton(QToolBar *toolBar, const Description &description)
 {
     auto *button = new QToolButton(toolBar);
-    const QKeySequence shortcut(QLatin1String(description.shortcut));
     button->setObjectName(QLatin1String(description.name));
     button->setIcon(QIcon(QStringLiteral(":/icon/%1.png").arg(QLatin1String(description.icon))));
     button->setText(description.text);
     button->setAccessibleName(description.text);
-    button->setToolTip(shortcut.isEmpty() ? description.toolTip
-                                          : QStringLiteral("%1 (%2)").arg(description.toolTip,
-                                                                          shortcut.toString()));
-    button->setShortcut(shortcut);
+    button->setToolTip(toolTip(description));
+    button->setShortcut(QKeySequence(QLatin1String(description.shortcut)));
     button->setFocusPolicy(Qt::NoFocus);
     toolBar->addWidget(button);
     return button;
@@ -53,10 +66,10 @@ ToolButtons ToolButtons::addTo(QToolBar *toolBar)
                                  QStringLiteral("表示中のテキストから探します"), "Ctrl+F"});
     buttons.findNextBtn = addButton(toolBar,
                                     {"findNextBtn", "go-down-5", QStringLiteral("次を検索"),
-                                     QStringLiteral("次を検索します"), "Ctrl+Down"});
+                                     QStringLiteral("次を検索します"), "Ctrl+Down", "F3"});
     buttons.findPrevBtn = addButton(toolBar,
                                     {"findPrevBtn", "go-up-5", QStringLiteral("前を検索"),
-                                     QStringLiteral("前を検索します"), "Ctrl+Up"});
+                                     QStringLiteral("前を検索します"), "Ctrl+Up", "Shift+F3"});
     toolBar->addSeparator();
     buttons.optionBtn = addButton(
         toolBar,

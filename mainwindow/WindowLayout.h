@@ -20,7 +20,8 @@ struct Parts {
 };
 
 /// Size and position first; geometry and tool bars, which say more, only when
-/// something is stored.
+/// something is stored. Then the window is moved, and shrunk where it must be, so
+/// that all of it is on screens.
 void restore(const Parts &parts);
 
 /// In memory; saving is the caller's.

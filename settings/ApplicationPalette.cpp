@@ -1,9 +1,7 @@
 #include "settings/ApplicationPalette.h"
 
 #include "settings/AppSettings.h"
-
-#include <algorithm>
-#include <cmath>
+#include "settings/ColourContrast.h"
 
 namespace {
 
@@ -28,35 +26,6 @@ constexpr RoleColour kRoles[] = {
     {QPalette::HighlightedText, &AppSettings::paletteHighlightedText},
 };
 
-/// Large letters need this ratio to be read; who chose less chose it by accident.
-constexpr double kLeastContrast = 3;
-
-double linear(double channel)
-{
-    return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
-}
-
-/// 0 for black to 1 for white.
-double luminance(const QColor &colour)
-{
-    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF())
-        + 0.0722 * linear(colour.blueF());
-}
-
-/// 1 for the same to 21 for black and white.
-double contrast(const QColor &one, const QColor &other)
-{
-    const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
-    return (lighter + 0.05) / (darker + 0.05);
-}
-
-QColor readableOn(const QColor &ground)
-{
-    const QColor black(Qt::black);
-    const QColor white(Qt::white);
-    return contrast(black, ground) >= contrast(white, ground) ? black : white;
-}
-
 } // namespace
 
 QPalette ApplicationPalette::fromSettings(const AppSettings &settings)
@@ -76,7 +45,9 @@ QPalette ApplicationPalette::forToolTips(const QPalette &program)
     QPalette palette = program;
     const QColor ground = program.color(QPalette::Active, QPalette::ToolTipBase);
     const QColor text = program.color(QPalette::Active, QPalette::ToolTipText);
-    if (contrast(text, ground) < kLeastContrast)
-        palette.setBrush(QPalette::All, QPalette::ToolTipText, QBrush(readableOn(ground)));
+    // Who chose less than large letters need chose it by accident.
+    if (ColourContrast::ratio(text, ground) < ColourContrast::kSign)
+        palette.setBrush(QPalette::All, QPalette::ToolTipText,
+                         QBrush(ColourContrast::readableOn(ground)));
     return palette;
 }

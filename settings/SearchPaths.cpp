@@ -1,5 +1,9 @@
 #include "settings/SearchPaths.h"
 
+#include <QFileInfo>
+
+#include <algorithm>
+
 namespace SearchPaths {
 
 namespace {
@@ -7,6 +11,22 @@ namespace {
 bool isListFile(const QString &path)
 {
     return path.startsWith(QLatin1Char('@'));
+}
+
+/// Bytes of a name that are no text stand as lone surrogates, which nobody can be
+/// asked about.
+bool isText(const QString &path)
+{
+    return std::none_of(path.begin(), path.end(), [](QChar character) {
+        return character.unicode() >= 0xDC80 && character.unicode() <= 0xDCFF;
+    });
+}
+
+bool isThere(const QString &path)
+{
+    if (isListFile(path))
+        return QFileInfo(path.mid(1)).isFile();
+    return QFileInfo(path).isDir();
 }
 
 } // namespace
@@ -44,6 +64,14 @@ QStringList toLines(const QStringList &paths)
             break;
     }
     return lines;
+}
+
+QString firstMissing(const QStringList &paths)
+{
+    const auto missing = std::find_if(paths.begin(), paths.end(), [](const QString &path) {
+        return isText(path) && !isThere(path);
+    });
+    return missing == paths.end() ? QString() : *missing;
 }
 
 } // namespace SearchPaths

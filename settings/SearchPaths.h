@@ -22,4 +22,8 @@ QStringList fromText(const QString &text);
 /// after a list file.
 QStringList toLines(const QStringList &paths);
 
+/// The first of paths, as fromText() gives them, that is no folder, or no list file,
+/// of this machine; empty when all are there. Asks the file system.
+QString firstMissing(const QStringList &paths);
+
 } // namespace SearchPaths

@@ -4,6 +4,7 @@
 #include "view/DisplayColumn.h"
 #include "view/EditorCommand.h"
 #include "view/FindPattern.h"
+#include "view/FocusEdge.h"
 #include "view/GrepEditorHost.h"
 #include "view/Highlighter.h"
 #include "view/LongLineLayout.h"
@@ -18,9 +19,11 @@
 #include <QDir>
 #include <QFontMetricsF>
 #include <QMenu>
+#include <QMimeData>
 #include <QPainter>
 #include <QScrollBar>
 #include <QTextBlock>
+#include <QUrl>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -70,6 +73,7 @@ GrepEditor::GrepEditor(bool isResultView, QWidget *parent)
     if (isResultView)
         m_highlighter->setLanguage(QString());
     applyColours();
+    new FocusEdge(this);
     connect(this, &GrepEditor::cursorPositionChanged, this, &GrepEditor::highlightCurrentLine);
 }
 
@@ -386,6 +390,14 @@ std::unique_ptr<QMenu> GrepEditor::makeContextMenu()
         menu->addAction(QStringLiteral("(&G)srvaik起動\tAlt+G"), this, &GrepEditor::othergrep);
     grepAction->setEnabled(selected);
     return menu;
+}
+
+bool GrepEditor::canInsertFromMimeData(const QMimeData *source) const
+{
+    const QList<QUrl> urls = source->urls();
+    const bool hasFile =
+        std::any_of(urls.begin(), urls.end(), [](const QUrl &url) { return url.isLocalFile(); });
+    return !hasFile && QPlainTextEdit::canInsertFromMimeData(source);
 }
 
 void GrepEditor::contextMenuEvent(QContextMenuEvent *event)

@@ -112,6 +112,8 @@ public:
     std::unique_ptr<QMenu> makeContextMenu();
 
 protected:
+    /// Not a file: dropped, it is for the window, and its address is no text to insert.
+    bool canInsertFromMimeData(const QMimeData *source) const override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;

@@ -1,6 +1,7 @@
 #include "view/HighlightColour.h"
 
 #include "settings/AppSettings.h"
+#include "settings/ColourContrast.h"
 
 namespace {
 
@@ -13,12 +14,9 @@ QTextCharFormat coloured(const QColor &colour)
 
 QTextCharFormat marked(const QColor &background)
 {
-    // Weights of the eye's brightness, of which the middle is 128.
-    const int brightness =
-        (background.red() * 299 + background.green() * 587 + background.blue() * 114) / 1000;
     QTextCharFormat format;
     format.setBackground(background);
-    format.setForeground(QColor(brightness < 128 ? Qt::white : Qt::black));
+    format.setForeground(ColourContrast::readableOn(background));
     return format;
 }
 

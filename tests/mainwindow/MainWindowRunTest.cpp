@@ -75,6 +75,10 @@ private slots:
     void aLineCountIsRefusedWhileARunGoesOn();
     void anAbortedLineCountSaysSo();
     void aLineCountLeavesNoPathInTheStatusBar();
+    void aMissingPathIsToldOfALineCount();
+    void aMissingPathIsToldOfASearchWhenItIsSaved();
+    void aSearchThatStartsMeanwhileIsNotTalkedOver();
+    void whenEveryPathIsThereNothingIsTold();
     void aLineOfALineCountStartsNoEditor();
     void pastSearchesAreRefusedWhileARunGoesOn();
 
@@ -558,6 +562,41 @@ void MainWindowRunTest::aLineCountLeavesNoPathInTheStatusBar()
     m_fixture->window().lineCountGrep();
     m_fixture->window().statusBar()->showMessage(m_tree);
     QVERIFY(m_fixture->waitUntilIdle());
+    QCOMPARE(m_fixture->statusText(), QString());
+}
+
+void MainWindowRunTest::aMissingPathIsToldOfALineCount()
+{
+    const QString gone = m_tree + text("gone/");
+    m_fixture->fill(m_tree + text("\n") + gone, text("*.txt"), QString());
+    m_fixture->window().lineCountGrep();
+    QVERIFY(m_fixture->waitUntilIdle());
+    QCOMPARE(m_fixture->statusText(), text("検索パスがありません: %1").arg(gone));
+}
+
+void MainWindowRunTest::aMissingPathIsToldOfASearchWhenItIsSaved()
+{
+    const QString gone = m_tree + text("gone/");
+    QVERIFY(m_fixture->search(gone, text("*.txt"), text("apple")));
+    QCOMPARE(m_fixture->statusText(), text("セーブしました"));
+    QTRY_COMPARE(m_fixture->statusText(), text("検索パスがありません: %1").arg(gone));
+    // Said once.
+    m_fixture->window().statusBar()->showMessage(m_tree);
+    m_fixture->window().statusBar()->clearMessage();
+    QCOMPARE(m_fixture->statusText(), QString());
+}
+
+void MainWindowRunTest::aSearchThatStartsMeanwhileIsNotTalkedOver()
+{
+    QVERIFY(m_fixture->search(m_tree + text("gone/"), text("*.txt"), text("apple")));
+    QVERIFY(m_fixture->search(m_tree, text("*.txt"), text("apple")));
+    QTRY_COMPARE(m_fixture->statusText(), QString());
+}
+
+void MainWindowRunTest::whenEveryPathIsThereNothingIsTold()
+{
+    QVERIFY(m_fixture->search(m_tree, text("*.txt"), text("no such text")));
+    QTRY_VERIFY(m_fixture->statusText() != text("セーブしました"));
     QCOMPARE(m_fixture->statusText(), QString());
 }
 

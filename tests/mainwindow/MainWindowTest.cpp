@@ -88,7 +88,11 @@ private slots:
     void aBroadcastLeavesTypingAlone();
 
     void findingGoesAroundTheEnd();
+    void theOtherKeysOfFindingFindToo();
+    void findingByAKeyNamesItselfInTheToolTip();
     void documentsAreOpened();
+    void f1OpensTheHelp_data();
+    void f1OpensTheHelp();
     void switchesAndLayoutAreStored();
 
 private:
@@ -541,6 +545,60 @@ void MainWindowTest::findingGoesAroundTheEnd()
     m_fixture->child<QToolButton>("findPrevBtn")->click();
     QCOMPARE(m_fixture->resultView()->textCursor().selectionStart(), first.selectionStart());
     QCOMPARE(m_fixture->statusText(), text("先頭まで検索したので末尾に戻りました"));
+}
+
+void MainWindowTest::theOtherKeysOfFindingFindToo()
+{
+    QVERIFY(m_fixture->search(m_tree, text("*.txt"), text("apple")));
+    QTimer::singleShot(0, this, [] {
+        QWidget *dialog = QApplication::activeModalWidget();
+        dialog->findChild<QComboBox *>(text("le_keyword"))->setEditText(text("apple"));
+        QTest::keyClick(dialog, Qt::Key_Return);
+    });
+    m_fixture->child<QToolButton>("findBtn")->click();
+    m_fixture->window().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&m_fixture->window()));
+    GrepEditor *view = m_fixture->resultView();
+    view->moveCursor(QTextCursor::Start);
+    QTest::keyClick(view, Qt::Key_F3);
+    const int first = view->textCursor().selectionStart();
+    QVERIFY(view->textCursor().hasSelection());
+    QTest::keyClick(view, Qt::Key_F3);
+    const int second = view->textCursor().selectionStart();
+    QVERIFY(second > first);
+    QTest::keyClick(view, Qt::Key_F3, Qt::ShiftModifier);
+    QCOMPARE(view->textCursor().selectionStart(), first);
+    // From the form, too: a field has no use for it.
+    QTest::keyClick(m_fixture->keyword1()->lineEdit(), Qt::Key_F3);
+    QCOMPARE(view->textCursor().selectionStart(), second);
+}
+
+void MainWindowTest::findingByAKeyNamesItselfInTheToolTip()
+{
+    QVERIFY(
+        m_fixture->child<QToolButton>("findNextBtn")->toolTip().endsWith(text("(Ctrl+Down, F3)")));
+    QVERIFY(m_fixture->child<QToolButton>("findPrevBtn")
+                ->toolTip()
+                .endsWith(text("(Ctrl+Up, Shift+F3)")));
+    QVERIFY(m_fixture->child<QToolButton>("findBtn")->toolTip().endsWith(text("(Ctrl+F)")));
+    QVERIFY(!m_fixture->child<QToolButton>("optionBtn")->toolTip().contains(QLatin1Char('(')));
+}
+
+void MainWindowTest::f1OpensTheHelp_data()
+{
+    QTest::addColumn<QString>("widget");
+    for (const char *name : {"pathEdit", "maskCombo", "resultView", "preview", "subdirCheck"})
+        QTest::newRow(name) << text(name);
+}
+
+void MainWindowTest::f1OpensTheHelp()
+{
+    QFETCH(QString, widget);
+    m_url.clear();
+    QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "openUrl");
+    QTest::keyClick(m_fixture->window().findChild<QWidget *>(widget), Qt::Key_F1);
+    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+    QCOMPARE(m_url.fileName(), text("index.html"));
 }
 
 void MainWindowTest::documentsAreOpened()

@@ -28,6 +28,7 @@ private slots:
     void theToolTipsAreThose_data();
     void theToolTipsAreThose();
     void thePathEditorSaysWhatAPathIs();
+    void anEmptyFieldSaysWhatItTakes();
     void theTogglesHaveShortcuts_data();
     void theTogglesHaveShortcuts();
     void aTogglesShortcutClicksIt();
@@ -159,6 +160,22 @@ void SearchFormPartsTest::thePathEditorSaysWhatAPathIs()
                             "￥マークは、／に置換されます。\n"
                             "\n"
                             "例） d:/savik/log/*.log  検索結果ログを grep します。"));
+}
+
+void SearchFormPartsTest::anEmptyFieldSaysWhatItTakes()
+{
+    QVERIFY(m_form->findChild<QPlainTextEdit *>(QStringLiteral("pathEdit"))
+                ->placeholderText()
+                .contains(QStringLiteral("フォルダ")));
+    QVERIFY(m_form->findChild<QComboBox *>(QStringLiteral("maskCombo"))
+                ->lineEdit()
+                ->placeholderText()
+                .contains(QStringLiteral("*.txt *.cpp")));
+    QVERIFY(!m_form->keyword1Edit()->placeholderText().isEmpty());
+    // It is no text: nothing is searched for it.
+    QCOMPARE(m_form->state().pathText, QString());
+    QCOMPARE(m_form->state().mask, QString());
+    QCOMPARE(m_form->state().keyword1, QString());
 }
 
 void SearchFormPartsTest::theTogglesHaveShortcuts_data()

@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QDockWidget>
 #include <QMainWindow>
+#include <QScreen>
 #include <QSplitter>
 #include <QToolBar>
 #include <QtTest>
@@ -28,6 +29,13 @@ private slots:
     void ofOneByteNothingIsRestored_data();
     void ofOneByteNothingIsRestored();
     void bytesThatMeanNothingChangeNothing();
+    void aWindowBesideTheScreenIsMovedIntoIt_data();
+    void aWindowBesideTheScreenIsMovedIntoIt();
+    void aStoredGeometryBesideTheScreenIsMovedIntoIt();
+    void aWindowInACornerOfTheScreenStaysThere_data();
+    void aWindowInACornerOfTheScreenStaysThere();
+    void aWindowThatIsCutBelowIsMovedUp();
+    void aWindowThatIsTooHighLeavesRoomForItsTitle();
     void withoutASplitterStateTheViewsShareByTheirSizes();
     void aStoredSplitterStateGoesBeforeTheSizes();
     void aToolBarThatWasMovedIsBackThere();
@@ -74,7 +82,7 @@ void WindowLayoutTest::init()
 void WindowLayoutTest::whatIsStoredComesBack()
 {
     Window first;
-    first.window.resize(700, 560);
+    first.window.resize(700, 500);
     first.window.move(30, 40);
     first.show();
     first.splitter->setSizes({100, 400});
@@ -84,7 +92,7 @@ void WindowLayoutTest::whatIsStoredComesBack()
     Window second;
     WindowLayout::restore(second.parts());
     second.show();
-    QCOMPARE(second.window.size(), QSize(700, 560));
+    QCOMPARE(second.window.size(), QSize(700, 500));
     QCOMPARE(second.window.pos(), first.window.pos());
     QCOMPARE(second.splitter->sizes(), sizes);
 }
@@ -185,6 +193,98 @@ void WindowLayoutTest::bytesThatMeanNothingChangeNothing()
     QCOMPARE(window.window.size(), QSize(640, 480));
     QVERIFY(window.toolBar->isVisible());
     QVERIFY(!window.splitter->sizes().contains(0));
+}
+
+void WindowLayoutTest::aWindowBesideTheScreenIsMovedIntoIt_data()
+{
+    QTest::addColumn<QPoint>("stored");
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    QTest::newRow("right") << QPoint(screen.right() - 79, 20);
+    QTest::newRow("far away") << QPoint(5000, 3000);
+    QTest::newRow("left and above") << QPoint(-500, -300);
+    QTest::newRow("below") << QPoint(20, screen.bottom() - 40);
+}
+
+void WindowLayoutTest::aWindowBesideTheScreenIsMovedIntoIt()
+{
+    QFETCH(QPoint, stored);
+    AppSettings &settings = AppSettings::instance();
+    settings.size = QSize(640, 480);
+    settings.pos = stored;
+    Window window;
+    WindowLayout::restore(window.parts());
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    QVERIFY(screen.contains(QRect(window.window.pos(), window.window.size())));
+    QCOMPARE(window.window.size(), QSize(640, 480));
+}
+
+void WindowLayoutTest::aStoredGeometryBesideTheScreenIsMovedIntoIt()
+{
+    Window first;
+    first.window.resize(640, 480);
+    first.window.move(700, 500);
+    first.show();
+    WindowLayout::store(first.parts());
+    Window second;
+    WindowLayout::restore(second.parts());
+    second.show();
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    QVERIFY(screen.contains(second.window.frameGeometry()));
+    QCOMPARE(second.window.size(), QSize(640, 480));
+}
+
+void WindowLayoutTest::aWindowInACornerOfTheScreenStaysThere_data()
+{
+    QTest::addColumn<bool>("bottom");
+    QTest::newRow("left") << false;
+    QTest::newRow("bottom right") << true;
+}
+
+/// With its frame, which is known only from the last time.
+void WindowLayoutTest::aWindowInACornerOfTheScreenStaysThere()
+{
+    QFETCH(bool, bottom);
+    Window first;
+    first.window.resize(640, 480);
+    first.show();
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    QRect frame = first.window.frameGeometry();
+    if (bottom)
+        frame.moveBottomRight(screen.bottomRight());
+    else
+        frame.moveTopLeft(screen.topLeft() + QPoint(0, 60));
+    first.window.move(frame.topLeft());
+    WindowLayout::store(first.parts());
+    Window second;
+    WindowLayout::restore(second.parts());
+    second.show();
+    QCOMPARE(second.window.frameGeometry(), frame);
+}
+
+/// As the first window, of 800 x 800 at (100, 100), on a small screen.
+void WindowLayoutTest::aWindowThatIsCutBelowIsMovedUp()
+{
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    AppSettings &settings = AppSettings::instance();
+    settings.pos = QPoint(100, 100);
+    settings.size = QSize(640, screen.height() - 60);
+    Window window;
+    WindowLayout::restore(window.parts());
+    QCOMPARE(window.window.size(), settings.size);
+    QVERIFY(screen.contains(QRect(window.window.pos(), window.window.size())));
+}
+
+void WindowLayoutTest::aWindowThatIsTooHighLeavesRoomForItsTitle()
+{
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    AppSettings &settings = AppSettings::instance();
+    settings.pos = QPoint(0, 0);
+    settings.size = QSize(640, screen.height());
+    Window window;
+    WindowLayout::restore(window.parts());
+    QVERIFY(window.window.height() < screen.height());
+    QVERIFY(window.window.height() > screen.height() - 100);
+    QCOMPARE(window.window.pos(), screen.topLeft());
 }
 
 void WindowLayoutTest::withoutASplitterStateTheViewsShareByTheirSizes()

@@ -4,6 +4,7 @@
 look_test.py PORTABLE_FOLDER: the folder that holds the program.
 """
 
+import re
 import subprocess
 
 from program_window import ProgramTestCase, main, wait_for
@@ -14,6 +15,9 @@ WHITE = (0xFF, 0xFF, 0xFF)
 
 
 class LookTest(ProgramTestCase):
+    # For a window of twice the size.
+    screen_size = "1920x1080"
+
     def setUp(self):
         super().setUp()
         settings = self.program.folder / "sarvik.ini"
@@ -69,6 +73,44 @@ class LookTest(ProgramTestCase):
             seen.append(self.settled_pixels())
             self.assertEqual(program.quit(), 0)
         self.assertLess(differences(*seen), 100)
+
+    def test_the_window_is_as_large_as_the_desktop_says(self):
+        """Half a step of scaling is half a step, not a whole one."""
+        program = self.program
+        settings = program.folder / "sarvik.ini"
+        settings.write_text(settings.read_text().replace(
+            "[General]\n", "[General]\npos=@Point(10 10)\nsize=@Size(760 480)\n"))
+        kept = settings.read_bytes()
+        for dots in (96, 120, 144, 192):
+            with self.subTest(dots=dots):
+                # Without what the last window has stored.
+                settings.write_bytes(kept)
+                program.screen.set_dots_per_inch(dots)
+                program.start()
+                self.settled_pixels()
+                geometry = program.geometry()
+                self.assertEqual(geometry["WIDTH"], round(760 * dots / 96))
+                self.assertEqual(geometry["HEIGHT"], round(480 * dots / 96))
+                self.assertEqual(program.quit(), 0)
+
+    def test_a_window_from_a_larger_desktop_is_on_the_screen(self):
+        program = self.program
+        settings = program.folder / "sarvik.ini"
+        settings.write_text(settings.read_text().replace(
+            "[General]\n", "[General]\npos=@Point(2500 1300)\nsize=@Size(900 700)\n"))
+        program.start()
+        self.settled_pixels()
+        described = subprocess.run(
+            ["xwininfo", "-id", program.window], env=program.screen.environment, check=True,
+            capture_output=True, text=True).stdout
+
+        def number(label):
+            return int(re.search(label + r":\s+(-?\d+)", described)[1])
+        left, top = number("Absolute upper-left X"), number("Absolute upper-left Y")
+        self.assertEqual((number("Width"), number("Height")), (900, 700))
+        # A border may be over the edge, of a pixel.
+        self.assertTrue(0 <= left <= 1920 - 900 + 1, left)
+        self.assertTrue(0 < top <= 1080 - 700, top)
 
     def test_a_tool_tip_can_be_read(self):
         """The settings' own colours are white on white."""

@@ -52,13 +52,14 @@ def escaped(text):
 class Screen:
     """A virtual screen with a window manager, which gives windows the focus."""
 
-    def __init__(self):
+    def __init__(self, size="1280x1024"):
         read_end, write_end = os.pipe()
         self.frames = tempfile.TemporaryDirectory()
         # Without a reset when the first visitor leaves, in which the next one is
         # refused and the window manager lost.
         self.server = subprocess.Popen(
-            ["Xvfb", "-noreset", "-displayfd", str(write_end), "-screen", "0", "1280x1024x24",
+            ["Xvfb", "-noreset", "-displayfd", str(write_end), "-screen", "0", f"{size}x24",
+             "-dpi", "96",
              "-fbdir", self.frames.name],
             pass_fds=[write_end], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(write_end)
@@ -92,6 +93,12 @@ class Screen:
             row = dump[begin:begin + 4 * geometry["WIDTH"]]
             rows.append([tuple(row[i:i + 4][order]) for i in range(0, len(row), 4)])
         return rows
+
+    def set_dots_per_inch(self, dots):
+        """As a desktop tells its programs how large to draw."""
+        subprocess.run(["xprop", "-root", "-format", "RESOURCE_MANAGER", "8s",
+                        "-set", "RESOURCE_MANAGER", f"Xft.dpi:\t{dots}\n"],
+                       env=self.environment, check=True)
 
     def tool(self, *arguments):
         return self.output_of("xdotool", *map(str, arguments))
@@ -245,6 +252,8 @@ class Program:
 class ProgramTestCase(unittest.TestCase):
     """A copy of the program, a tree to search and a screen, for each test anew."""
 
+    screen_size = "1280x1024"
+
     def setUp(self):
         self.scratch = tempfile.TemporaryDirectory()
         self.addCleanup(self.scratch.cleanup)
@@ -255,7 +264,7 @@ class ProgramTestCase(unittest.TestCase):
         self.make_editor(folder)
         self.tree = root / "tree"
         self.make_tree()
-        screen = Screen()
+        screen = Screen(self.screen_size)
         self.addCleanup(screen.close)
         self.program = Program(screen, folder)
         self.addCleanup(self.program.kill)

@@ -1,5 +1,7 @@
 #include "settings/SearchPaths.h"
 
+#include "tests/support/ScratchFolder.h"
+
 #include <QtTest>
 
 class SearchPathsTest : public QObject {
@@ -13,6 +15,11 @@ private slots:
     void aPathListBecomesTheLinesOfTheEditor_data();
     void aPathListBecomesTheLinesOfTheEditor();
     void whatTheEditorShowsIsWhatIsSearched();
+    void theFirstPathThatIsNotThereIsNamed_data();
+    void theFirstPathThatIsNotThereIsNamed();
+
+private:
+    const ScratchFolder m_folder;
 };
 
 namespace {
@@ -106,6 +113,34 @@ void SearchPathsTest::whatTheEditorShowsIsWhatIsSearched()
 {
     const QStringList paths = list({"/a/", "/b/", "@/list.txt"});
     QCOMPARE(SearchPaths::fromText(SearchPaths::toLines(paths).join(QLatin1Char('\n'))), paths);
+}
+
+void SearchPathsTest::theFirstPathThatIsNotThereIsNamed_data()
+{
+    m_folder.write(QStringLiteral("file.txt"), "text");
+    QTest::addColumn<QStringList>("paths");
+    QTest::addColumn<QString>("missing");
+    const QString there = m_folder.path();
+    const QString gone = there + QStringLiteral("gone/");
+    const QString gone2 = there + QStringLiteral("gone too/");
+    const QString file = there + QStringLiteral("file.txt");
+    const QString noText = gone + QChar(0xDC80) + QLatin1Char('/');
+    QTest::newRow("none") << QStringList() << QString();
+    QTest::newRow("there") << QStringList{there} << QString();
+    QTest::newRow("gone") << QStringList{gone} << gone;
+    QTest::newRow("the second") << QStringList{there, gone} << gone;
+    QTest::newRow("two") << QStringList{gone2, gone} << gone2;
+    QTest::newRow("a file") << QStringList{file + QLatin1Char('/')} << file + QLatin1Char('/');
+    QTest::newRow("a list file") << QStringList{QLatin1Char('@') + file} << QString();
+    QTest::newRow("no list file") << QStringList{QLatin1Char('@') + gone}
+                                  << QLatin1Char('@') + gone;
+    QTest::newRow("a name that is no text") << QStringList{noText} << QString();
+}
+
+void SearchPathsTest::theFirstPathThatIsNotThereIsNamed()
+{
+    QFETCH(QStringList, paths);
+    QTEST(SearchPaths::firstMissing(paths), "missing");
 }
 
 QTEST_GUILESS_MAIN(SearchPathsTest)

@@ -78,7 +78,9 @@ void HighlightColourTest::theTextOfAMarkIsReadable_data()
     QTest::addColumn<QColor>("mark");
     QTest::addColumn<QColor>("letters");
 
-    QTest::newRow("red") << QColor(0xff, 0, 0) << QColor(Qt::white);
+    // 5.25 to 1; white would have 4.
+    QTest::newRow("red") << QColor(0xff, 0, 0) << QColor(Qt::black);
+    QTest::newRow("dark red") << QColor(0x99, 0, 0) << QColor(Qt::white);
     QTest::newRow("yellow") << QColor(0xff, 0xff, 0) << QColor(Qt::black);
     QTest::newRow("blue") << QColor(0, 0, 0xff) << QColor(Qt::white);
     QTest::newRow("light green") << QColor(0x90, 0xee, 0x90) << QColor(Qt::black);
