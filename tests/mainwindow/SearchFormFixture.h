@@ -1,5 +1,6 @@
 #pragma once
 
+#include "mainwindow/PathEdit.h"
 #include "mainwindow/SearchForm.h"
 #include "settings/AppSettings.h"
 #include "tests/support/ScratchFolder.h"
