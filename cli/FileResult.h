@@ -12,5 +12,6 @@ struct FileResult {
     /// Splits entries of the spool's result queue (heads that begin with "::",
     /// each followed by its hit strings) by file. The queue must have been taken
     /// whole, so that entries begins with a head and ends with a file's last hit.
-    static QVector<FileResult> split(const QStringList &entries);
+    /// The strings of a list that is given away are not copied.
+    static QVector<FileResult> split(QStringList entries);
 };

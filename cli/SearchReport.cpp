@@ -11,9 +11,9 @@ SearchReport::SearchReport(LineOutput &output, std::unique_ptr<ResultFormat> for
 {
 }
 
-void SearchReport::addResults(const QStringList &entries)
+void SearchReport::addResults(QStringList entries)
 {
-    const QVector<FileResult> files = FileResult::split(entries);
+    const QVector<FileResult> files = FileResult::split(std::move(entries));
     for (const FileResult &file : files) {
         m_hits += file.hits.size();
         m_matchedFiles += file.hits.isEmpty() ? 0 : 1;

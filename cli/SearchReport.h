@@ -19,7 +19,7 @@ public:
     /// output must outlive the report.
     SearchReport(LineOutput &output, std::unique_ptr<ResultFormat> format, bool sort);
 
-    void addResults(const QStringList &entries) override;
+    void addResults(QStringList entries) override;
     void finish(bool aborted) override;
     bool foundAny() const override { return m_hits > 0; }
     Counts counts(int searched) const override;
