@@ -24,7 +24,11 @@ FileWorker::FileWorker(TextGrepCore &core, const SearchRun &run)
     , m_loader(m_plan->limits(), typeCheckFor(run))
     , m_searcher(*m_plan)
 {
-    m_loader.stopWhen([this] { return m_run.isAborted(); });
+    const auto isAborted = [this] {
+        return m_run.isAborted();
+    };
+    m_loader.stopWhen(isAborted);
+    m_searcher.stopWhen(isAborted);
 }
 
 void FileWorker::handle(const QString &path)
@@ -69,7 +73,8 @@ void FileWorker::search(const QString &path)
     emit m_core.progressSrchCount();
     emit m_core.progressFileReport(path);
     const QStringList hits = m_searcher.search(m_loader.pieces(), m_loader.codeSet());
-    if (m_loader.wasStopped()) // what was read of its last line may be half of it
+    // What was read of the last line may be half of it, and further hits are missing.
+    if (m_loader.wasStopped() || m_searcher.wasStopped())
         return;
     if (!hits.isEmpty())
         emit m_core.foundAtList(path, hits);

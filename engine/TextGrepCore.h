@@ -24,10 +24,12 @@ class ThreadPoolTask;
 /// are two phases, so that all threads serve one at a time; in line-count mode
 /// one loader runs from the start, so that counts arrive in walk order.
 ///
-/// Cancelling: abort() sets a flag that loaders look at before each file,
-/// walkers at each entry of a listing and every 100 queued entries, and the
-/// supervisor at least every 5 ms. Hits that were found before may still
-/// arrive; the end signal comes last, once no other worker runs.
+/// Cancelling: abort() sets a flag that loaders look at before each file, each
+/// piece of a large one and, with a pattern, each line that it is tried on;
+/// walkers at each entry of a listing and every 100 queued entries; and the
+/// supervisor at least every 5 ms. Nothing looks at it while a pattern is tried
+/// on one line. Hits of files that were finished before may still arrive; the end
+/// signal comes last, once no other worker runs.
 ///
 /// Every signal but the end's is emitted from pool threads.
 class TextGrepCore : public QObject {
