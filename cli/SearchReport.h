@@ -25,6 +25,8 @@ public:
     Counts counts(int searched) const override;
 
 private:
+    void add(const FileResult &file);
+
     LineOutput &m_output;
     const std::unique_ptr<ResultFormat> m_format;
     const bool m_sort;
