@@ -29,7 +29,10 @@ public:
     static quint32 fourBytes(const char *at, const char *end)
     {
         quint32 bytes = 0;
-        std::memcpy(&bytes, at, size_t(std::min<qint64>(end - at, sizeof bytes)));
+        if (end - at >= qint64(sizeof bytes))
+            std::memcpy(&bytes, at, sizeof bytes); // one instruction, as its size is known
+        else
+            std::memcpy(&bytes, at, size_t(end - at));
         return bytes;
     }
 
