@@ -146,7 +146,7 @@ void Console::drain()
 {
     QStringList entries;
     m_spool->takeResults(&entries, 0);
-    m_report->addResults(entries);
+    m_report->addResults(std::move(entries));
     m_output.flush();
     drainMessages();
 }

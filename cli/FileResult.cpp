@@ -1,14 +1,26 @@
 #include "cli/FileResult.h"
 
-QVector<FileResult> FileResult::split(const QStringList &entries)
+namespace {
+
+// A hit string begins with blanks, so no hit can be taken for a head.
+bool isHead(const QString &entry)
 {
-    // A hit string begins with blanks, so no hit can be taken for a head.
-    QVector<FileResult> files;
-    for (const QString &entry : entries) {
-        if (entry.startsWith(QLatin1String("::")))
-            files.append({entry.mid(2), {}});
-        else if (!files.isEmpty())
-            files.last().hits.append(entry);
+    return entry.startsWith(QLatin1String("::"));
+}
+
+} // namespace
+
+void FileResult::visitEach(QStringList entries, const Visitor &visit)
+{
+    const auto end = entries.end();
+    auto next = entries.begin();
+    while (next != end) {
+        FileResult file;
+        file.path = next->mid(2);
+        for (++next; next != end && !isHead(*next); ++next) {
+            file.hits.append(QString());
+            file.hits.last().swap(*next);
+        }
+        visit(file);
     }
-    return files;
 }

@@ -2,15 +2,20 @@
 
 #include "cli/HitLine.h"
 
+#include <charconv>
+#include <iterator>
+#include <limits>
+
 GrepFormat::GrepFormat(const HitPainter &painter) : m_painter(painter)
 {
 }
 
 QByteArray GrepFormat::format(const FileResult &file) const
 {
-    const QByteArray path = m_painter.path(file.path);
+    QByteArray path = m_painter.path(file.path);
     if (file.hits.isEmpty())
         return path + '\n';
+    path += ':';
     QByteArray lines;
     for (const QString &hit : file.hits)
         appendHit(&lines, path, hit);
@@ -20,23 +25,32 @@ QByteArray GrepFormat::format(const FileResult &file) const
 void GrepFormat::appendHit(QByteArray *lines, const QByteArray &path, const QString &hit) const
 {
     const HitLine parts = HitLine::parse(hit);
-    lines->append(path).append(':');
-    appendNumber(lines, parts.line);
-    appendNumber(lines, parts.column);
+    lines->append(path);
+    if (m_painter.isOn())
+        appendPainted(lines, parts);
+    else
+        appendNumbers(lines, parts);
     m_painter.appendText(lines, QStringView(hit).mid(parts.textStart));
     lines->append('\n');
 }
 
-/// number is not negative.
-void GrepFormat::appendNumber(QByteArray *lines, int number) const
+/// Together: a million hits have two million numbers.
+void GrepFormat::appendNumbers(QByteArray *lines, const HitLine &parts)
 {
-    constexpr int kMostDigits = 10;
-    QChar digits[kMostDigits];
-    int first = kMostDigits;
-    do {
-        digits[--first] = QLatin1Char(char('0' + number % 10));
-        number /= 10;
-    } while (number > 0);
-    m_painter.appendNumber(lines, QStringView(digits + first, kMostDigits - first));
-    lines->append(':');
+    constexpr int kLongest = std::numeric_limits<int>::digits10 + 2; // and the colon
+    char numbers[2 * kLongest];
+    char *end = numbers;
+    for (const int number : {parts.line, parts.column}) {
+        end = std::to_chars(end, std::end(numbers), number).ptr;
+        *end++ = ':';
+    }
+    lines->append(numbers, static_cast<int>(end - numbers));
+}
+
+void GrepFormat::appendPainted(QByteArray *lines, const HitLine &parts) const
+{
+    for (const int number : {parts.line, parts.column}) {
+        m_painter.appendNumber(lines, QString::number(number));
+        lines->append(':');
+    }
 }

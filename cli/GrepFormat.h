@@ -3,6 +3,8 @@
 #include "cli/HitPainter.h"
 #include "cli/ResultFormat.h"
 
+struct HitLine;
+
 /// "path:line:column:text" a hit; a file without hits is its path alone.
 class GrepFormat : public ResultFormat {
 public:
@@ -12,7 +14,8 @@ public:
 
 private:
     void appendHit(QByteArray *lines, const QByteArray &path, const QString &hit) const;
-    void appendNumber(QByteArray *lines, int number) const;
+    static void appendNumbers(QByteArray *lines, const HitLine &parts);
+    void appendPainted(QByteArray *lines, const HitLine &parts) const;
 
     HitPainter m_painter;
 };

@@ -16,6 +16,8 @@ public:
     /// Colours what keyword1 of condition matches.
     explicit HitPainter(const SearchCondition &condition);
 
+    bool isOn() const { return m_on; }
+
     QByteArray path(const QString &path) const;
     void appendNumber(QByteArray *line, QStringView number) const;
     /// The text of a hit line, every match of the keyword coloured.

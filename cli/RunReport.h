@@ -14,7 +14,7 @@ public:
     virtual ~RunReport() = default;
 
     /// Entries of the spool's result queue, taken whole.
-    virtual void addResults(const QStringList &entries) { Q_UNUSED(entries) }
+    virtual void addResults(QStringList entries) { Q_UNUSED(entries) }
     virtual void addLineCount(const QString &path, int count)
     {
         Q_UNUSED(path)

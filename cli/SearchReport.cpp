@@ -11,20 +11,22 @@ SearchReport::SearchReport(LineOutput &output, std::unique_ptr<ResultFormat> for
 {
 }
 
-void SearchReport::addResults(const QStringList &entries)
+void SearchReport::addResults(QStringList entries)
 {
-    const QVector<FileResult> files = FileResult::split(entries);
-    for (const FileResult &file : files) {
-        m_hits += file.hits.size();
-        m_matchedFiles += file.hits.isEmpty() ? 0 : 1;
-        QByteArray lines = m_format->format(file);
-        if (!m_sort) {
-            m_output.add(lines);
-            continue;
-        }
-        lines.squeeze();
-        m_kept.append({NativePath::toNative(file.path), lines});
+    FileResult::visitEach(std::move(entries), [this](const FileResult &file) { add(file); });
+}
+
+void SearchReport::add(const FileResult &file)
+{
+    m_hits += file.hits.size();
+    m_matchedFiles += file.hits.isEmpty() ? 0 : 1;
+    QByteArray lines = m_format->format(file);
+    if (!m_sort) {
+        m_output.add(lines);
+        return;
     }
+    lines.squeeze();
+    m_kept.append({NativePath::toNative(file.path), lines});
 }
 
 void SearchReport::finish(bool)

@@ -19,12 +19,14 @@ public:
     /// output must outlive the report.
     SearchReport(LineOutput &output, std::unique_ptr<ResultFormat> format, bool sort);
 
-    void addResults(const QStringList &entries) override;
+    void addResults(QStringList entries) override;
     void finish(bool aborted) override;
     bool foundAny() const override { return m_hits > 0; }
     Counts counts(int searched) const override;
 
 private:
+    void add(const FileResult &file);
+
     LineOutput &m_output;
     const std::unique_ptr<ResultFormat> m_format;
     const bool m_sort;

@@ -2,33 +2,8 @@
 
 namespace {
 
-// A whole number of vectors, and no more bytes than a counter of one byte can
-// count: with such counters one instruction counts in a whole vector.
-constexpr int kCountBlock = 240;
 // How much is looked at before asking whether the answer is already known.
 constexpr int kFlagBlock = 4096;
-
-inline void summariseBlock(const uchar *bytes, int size, ByteScan::Summary *summary)
-{
-    uchar joined = 0;
-    uchar zeros = 0;
-    uchar escapes = 0;
-    uchar lineFeeds = 0;
-    uchar carriageReturns = 0;
-    for (int i = 0; i < size; ++i) {
-        const uchar byte = bytes[i];
-        joined = uchar(joined | byte);
-        zeros = uchar(zeros | uchar(byte == 0));
-        escapes = uchar(escapes | uchar(byte == 0x1B));
-        lineFeeds = uchar(lineFeeds + uchar(byte == '\n'));
-        carriageReturns = uchar(carriageReturns + uchar(byte == '\r'));
-    }
-    summary->high |= joined >= 0x80;
-    summary->zero |= zeros != 0;
-    summary->escape |= escapes != 0;
-    summary->lineFeeds += lineFeeds;
-    summary->carriageReturns += carriageReturns;
-}
 
 struct Unsteady {
     uchar high = 0;
@@ -51,24 +26,11 @@ inline void findUnsteady(const uchar *bytes, int size, Unsteady *unsteady)
     unsteady->ascii = uchar(unsteady->ascii | ascii);
 }
 
-inline int countBlock(const uchar *bytes, int size, uchar wanted)
-{
-    uchar found = 0;
-    for (int i = 0; i < size; ++i)
-        found = uchar(found + uchar(bytes[i] == wanted));
-    return found;
-}
-
 } // namespace
 
 ByteScan::Summary ByteScan::summarise(const char *bytes, int size)
 {
-    const auto *next = reinterpret_cast<const uchar *>(bytes);
-    Summary summary;
-    for (; size >= kCountBlock; size -= kCountBlock, next += kCountBlock)
-        summariseBlock(next, kCountBlock, &summary);
-    summariseBlock(next, size, &summary);
-    return summary;
+    return SearchKernels::best().summarise(reinterpret_cast<const uchar *>(bytes), size);
 }
 
 ByteScan::Ascii ByteScan::asciiOf(const char *bytes, qint64 size)
@@ -88,9 +50,5 @@ ByteScan::Ascii ByteScan::asciiOf(const char *bytes, qint64 size)
 
 qint64 ByteScan::count(const char *bytes, qint64 size, char wanted)
 {
-    const auto *next = reinterpret_cast<const uchar *>(bytes);
-    qint64 found = 0;
-    for (; size >= kCountBlock; size -= kCountBlock, next += kCountBlock)
-        found += countBlock(next, kCountBlock, uchar(wanted));
-    return found + countBlock(next, int(size), uchar(wanted));
+    return SearchKernels::best().count(reinterpret_cast<const uchar *>(bytes), size, uchar(wanted));
 }

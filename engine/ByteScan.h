@@ -1,5 +1,7 @@
 #pragma once
 
+#include "engine/SearchKernels.h"
+
 #include <QtGlobal>
 
 /// Single passes over raw bytes. The loops are written so that the compiler
@@ -7,13 +9,7 @@
 /// table of 256 counters filled byte by byte would cost as much as reading.
 namespace ByteScan {
 
-struct Summary {
-    bool high = false; ///< some byte is 128 or above
-    bool zero = false;
-    bool escape = false; ///< some byte is 0x1B
-    int lineFeeds = 0;
-    int carriageReturns = 0;
-};
+using Summary = SearchKernels::ByteSummary;
 
 Summary summarise(const char *bytes, int size);
 

@@ -62,6 +62,12 @@ constexpr bool rowsAreWhole()
 }
 static_assert(rowsAreWhole(), "a range that ends inside a row needs another table");
 
+/// unit is in the basic plane.
+inline bool isUnassignedUnit(quint32 unit)
+{
+    return !kAssignedRows[unit >> kRowShift];
+}
+
 constexpr int kNoDecision = -1;
 constexpr int kShortestSample = 5;
 
@@ -138,8 +144,8 @@ bool looksLikeUtf16(const uchar *sample, int size, ByteOrder order)
     for (int i = 0; i + 1 < size; i += 2) {
         const quint32 low = sample[i + lowAt];
         const quint32 high = sample[i + 1 - lowAt];
-        const qint32 unit = qint32(high * 256 + low);
-        if (unit == 0 || isUnassignedCodePoint(unit))
+        const quint32 unit = high * 256 + low;
+        if (unit == 0 || isUnassignedUnit(unit))
             return false;
         score.add(low, high);
     }
@@ -304,9 +310,8 @@ int detectCodeSet(const char *sample, int size, int *lineEnd, bool *bom, int det
 
 bool isUnassignedCodePoint(qint32 value)
 {
-    if (value >= 0 && value <= 0xFFFF)
-        return !kAssignedRows[size_t(value >> kRowShift)];
-    return !isInAssignedRange(value);
+    const bool basic = value >= 0 && value <= 0xFFFF;
+    return basic ? isUnassignedUnit(quint32(value)) : !isInAssignedRange(value);
 }
 
 bool isBinarySample(const char *sample, int size)
@@ -314,14 +319,12 @@ bool isBinarySample(const char *sample, int size)
     constexpr int kBinaryZeros = 4;
     if (size < kBinaryZeros)
         return false;
-    const auto *zero = static_cast<const char *>(std::memchr(sample, 0, size_t(size)));
-    if (zero == nullptr)
+    const auto *next = static_cast<const char *>(std::memchr(sample, 0, size_t(size)));
+    if (next == nullptr)
         return false;
-    int zeros = 0;
-    for (const char *next = zero; next != sample + size; ++next) {
-        zeros = *next == 0 ? zeros + 1 : 0;
-        if (zeros == kBinaryZeros)
-            return true;
-    }
-    return false;
+    // Texts of wide units are full of zero bytes, so no branch looks for the next.
+    uchar found = 0;
+    for (const char *const end = sample + size - (kBinaryZeros - 1); next < end; ++next)
+        found = uchar(found | uchar((next[0] | next[1] | next[2] | next[3]) == 0));
+    return found != 0;
 }

@@ -13,3 +13,13 @@ bool ExclusionList::excludesFolder(const QStringList &entries, const QString &fo
 {
     return entries.contains(folder);
 }
+
+QString ExclusionList::fileWarning(const QString &name)
+{
+    return QStringLiteral("Warning exclution file:") + name;
+}
+
+QString ExclusionList::folderWarning(const QString &folder)
+{
+    return QStringLiteral("Warning exclution folder:") + folder;
+}

@@ -13,4 +13,8 @@ bool excludesFile(const QStringList &entries, const QString &fileName);
 /// given for a folder named at the top, the bare name for one found below.
 bool excludesFolder(const QStringList &entries, const QString &folder);
 
+/// What WarningMsg says of a file or folder that is left out.
+QString fileWarning(const QString &name);
+QString folderWarning(const QString &folder);
+
 } // namespace ExclusionList

@@ -15,6 +15,11 @@ class FileSearcher {
 public:
     explicit FileSearcher(const SearchPlan &plan);
 
+    /// See LineMatcher; what was found in a file that was stopped may be a part of
+    /// its hits.
+    void stopWhen(const std::function<bool()> &stop) { m_matcher.stopWhen(stop); }
+    bool wasStopped() const { return m_matcher.wasStopped(); }
+
     /// The hit strings of a file's content in line order. codeSet as detected.
     QStringList search(PieceSource &pieces, int codeSet);
 

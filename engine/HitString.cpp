@@ -1,25 +1,26 @@
 #include "engine/HitString.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
 constexpr int kNumberWidth = 5;
 constexpr int kMaxDigits = 20;
 
-/// Writes number right-aligned at the front of target; returns the places used.
-int writeNumber(qint64 number, QChar *target)
+/// Writes number, filled up with blanks, so that it ends before end; returns
+/// where it begins.
+QChar *prepend(qint64 number, QChar *end)
 {
-    char digits[kMaxDigits];
-    int count = 0;
-    for (quint64 rest = static_cast<quint64>(number); count == 0 || rest != 0; rest /= 10)
-        digits[count++] = static_cast<char>('0' + rest % 10);
-    const int width = std::max(count, kNumberWidth);
-    for (int place = 0; place < width; ++place) {
-        const int digit = width - 1 - place;
-        target[place] = QLatin1Char(digit < count ? digits[digit] : ' ');
-    }
-    return width;
+    QChar *at = end;
+    auto rest = static_cast<quint64>(number);
+    do {
+        *--at = QLatin1Char(static_cast<char>('0' + rest % 10));
+        rest /= 10;
+    } while (rest != 0);
+    while (end - at < kNumberWidth)
+        *--at = QLatin1Char(' ');
+    return at;
 }
 
 } // namespace
@@ -40,16 +41,15 @@ qint64 HitString::displayColumn(QStringView line, qint64 position, int tabWidth)
 QString HitString::format(qint64 lineNumber, qint64 column, QStringView line)
 {
     QChar head[2 * kMaxDigits + 4];
-    int length = 0;
-    head[length++] = QLatin1Char(' ');
-    head[length++] = QLatin1Char(' ');
-    length += writeNumber(lineNumber, head + length);
-    head[length++] = QLatin1Char(':');
-    length += writeNumber(column, head + length);
-    head[length++] = QLatin1Char(':');
-    QString hit;
-    hit.reserve(length + static_cast<int>(line.size()));
-    hit.append(head, length);
-    hit.append(line.data(), static_cast<int>(line.size()));
+    QChar *const end = std::end(head);
+    QChar *at = end;
+    *--at = QLatin1Char(':');
+    at = prepend(column, at);
+    *--at = QLatin1Char(':');
+    at = prepend(lineNumber, at);
+    *--at = QLatin1Char(' ');
+    *--at = QLatin1Char(' ');
+    QString hit(static_cast<int>(end - at + line.size()), Qt::Uninitialized);
+    std::copy(line.begin(), line.end(), std::copy(at, end, hit.data()));
     return hit;
 }

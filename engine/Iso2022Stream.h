@@ -15,7 +15,8 @@ char normalised(char byte, bool twoBytes);
 /// returns. False when the content is not made of whole characters between the
 /// given designations, so that bytes may mean something else than they seem to
 /// (an unknown escape sequence, a shift, half a character, a control inside
-/// two-byte text); *characters is then undefined.
+/// two-byte text); *characters is then undefined. The designations' escape
+/// sequences have up to four bytes.
 bool extractCharacters(const char *bytes, qint64 size,
                        const QVector<JapaneseForms::Designation> &designations,
                        QByteArray *characters);

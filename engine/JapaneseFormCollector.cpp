@@ -49,20 +49,21 @@ QByteArray without(QByteArray bytes, const QByteArray &unwanted)
     return bytes;
 }
 
-/// before, each of firsts, each of seconds, after: one record for every pair.
+/// before, each of firsts, each of seconds, after: one record for every pair, or
+/// for each of firsts when there are no seconds.
 QByteArray recordsOf(const QByteArray &before, const QByteArray &firsts, const QByteArray &seconds,
                      const QByteArray &after)
 {
-    QByteArray result;
-    QByteArray record;
-    result.reserve(firsts.size() * qMax(seconds.size(), 1) * (before.size() + 2 + after.size()));
-    for (const char first : firsts) {
-        if (seconds.isEmpty())
-            result += QByteArray(before + first + after);
-        for (const char second : seconds) {
-            record = before + first + second + after;
-            result += record;
-        }
+    const int variableSize = seconds.isEmpty() ? 1 : 2;
+    const int count = firsts.size() * qMax(seconds.size(), 1);
+    QByteArray result(count * (before.size() + variableSize + after.size()), Qt::Uninitialized);
+    char *out = result.data();
+    for (int i = 0; i < count; ++i) {
+        out = std::copy(before.cbegin(), before.cend(), out);
+        *out++ = firsts.at(i / qMax(seconds.size(), 1));
+        if (!seconds.isEmpty())
+            *out++ = seconds.at(i % seconds.size());
+        out = std::copy(after.cbegin(), after.cend(), out);
     }
     return result;
 }

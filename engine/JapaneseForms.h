@@ -18,6 +18,15 @@ public:
         bool twoBytes = false; ///< a character has two bytes after it, else one
     };
 
+    /// One way to write a character: the first length of the bytes.
+    struct Form {
+        char16_t character;
+        uchar length;
+        char bytes[3];
+
+        bool operator<(const Form &other) const { return character < other.character; }
+    };
+
     /// The forms for CodeSet::ShiftJis, EucJp or Iso2022Jp, found at the first
     /// call for the number (a few milliseconds). May be called from any thread.
     static const JapaneseForms &of(int codeSet);
@@ -33,22 +42,17 @@ public:
     /// ISO-2022-JP they are as Iso2022Stream normalises them.
     QVector<QByteArray> forms(char16_t character) const;
 
+    /// Of all characters, in the order of these.
+    const std::vector<Form> &all() const { return m_forms; }
+
     /// Empty but for ISO-2022-JP.
     const QVector<Designation> &designations() const { return m_designations; }
 
 private:
     friend class JapaneseFormCollector;
 
-    struct Form {
-        char16_t character;
-        uchar length;
-        char bytes[3];
-
-        bool operator<(const Form &other) const { return character < other.character; }
-    };
-
     bool m_known = false;
-    std::vector<Form> m_forms; // sorted by character
+    std::vector<Form> m_forms; // see all()
     std::bitset<0x10000> m_ambiguous;
     QVector<Designation> m_designations;
 };

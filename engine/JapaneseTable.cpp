@@ -2,78 +2,14 @@
 
 #include "engine/CodeSet.h"
 #include "engine/JapaneseCodecFacts.h"
+#include "engine/JapaneseForms.h"
 
 #include <QTextCodec>
-#include <QVector>
 
 #include <cstring>
 #include <memory>
 
 namespace {
-
-struct Code {
-    QByteArray bytes;
-    QChar character;
-};
-
-// What the codec writes for each character of the basic plane: one or two bytes
-// of which the first is not ASCII. A line feed, which is never part of a
-// character, keeps the codes apart.
-QVector<Code> writtenCodes(const QTextCodec &codec)
-{
-    QString characters;
-    QString text;
-    for (int value = 0x80; value <= 0xFFFF; ++value) {
-        const QChar character{ushort(value)};
-        if (character.isSurrogate())
-            continue;
-        characters += character;
-        text += character;
-        text += QLatin1Char('\n');
-    }
-    const QList<QByteArray> written = codec.fromUnicode(text).split('\n');
-    QVector<Code> codes;
-    if (written.size() != characters.size() + 1)
-        return codes;
-    for (int i = 0; i < characters.size(); ++i) {
-        const QByteArray &bytes = written.at(i);
-        if ((bytes.size() == 1 || bytes.size() == 2) && uchar(bytes.at(0)) >= 0x80)
-            codes.append({bytes, characters.at(i)});
-    }
-    return codes;
-}
-
-// Those that the codec reads as it wrote them. The others are best fits, or what
-// it writes in place of a character that it cannot write.
-QVector<Code> codesReadBack(const QTextCodec &codec, const QVector<Code> &written)
-{
-    constexpr int kLongestLine = 3;
-    QByteArray bytes;
-    // At once: an appended expression asks for its own size, no more, each time.
-    bytes.reserve(written.size() * kLongestLine);
-    for (const Code &code : written)
-        bytes += code.bytes + '\n';
-    const QStringList read = codec.toUnicode(bytes).split(QLatin1Char('\n'));
-    QVector<Code> codes;
-    if (read.size() != written.size() + 1)
-        return codes;
-    for (int i = 0; i < written.size(); ++i) {
-        if (read.at(i) == QString(written.at(i).character))
-            codes.append(written.at(i));
-    }
-    return codes;
-}
-
-bool areReadInARow(const QTextCodec &codec, const QVector<Code> &codes)
-{
-    QByteArray bytes;
-    QString characters;
-    for (const Code &code : codes) {
-        bytes += code.bytes;
-        characters += code.character;
-    }
-    return codec.toUnicode(bytes) == characters;
-}
 
 bool areEightAscii(const char *bytes)
 {
@@ -85,37 +21,48 @@ bool areEightAscii(const char *bytes)
 
 } // namespace
 
-JapaneseTable::JapaneseTable(const QTextCodec &codec)
+JapaneseTable::JapaneseTable(int codeSet)
+{
+    clear();
+    if (!fill(codeSet))
+        clear();
+}
+
+/// Only ASCII is known then.
+void JapaneseTable::clear()
 {
     m_single.fill(kUnknown);
     for (auto &row : m_pairs)
         row.fill(kUnknown);
     for (size_t byte = 0; byte < kFirstHigh; ++byte)
         m_single[byte] = ushort(byte);
-    fill(codec);
 }
 
-void JapaneseTable::fill(const QTextCodec &codec)
+/// False when the codec reads the characters in a row in another way.
+bool JapaneseTable::fill(int codeSet)
 {
-    const QVector<Code> codes = codesReadBack(codec, writtenCodes(codec));
-    if (!areReadInARow(codec, codes))
-        return;
-    for (const Code &code : codes) {
-        const size_t first = uchar(code.bytes.at(0));
-        if (code.bytes.size() == 1) {
-            m_single[first] = code.character.unicode();
+    QByteArray row;
+    for (const JapaneseForms::Form &form : JapaneseForms::of(codeSet).all()) {
+        const size_t first = uchar(form.bytes[0]);
+        if (first < kFirstHigh || form.length > 2 || QChar::isNonCharacter(form.character))
+            continue;
+        if (form.length == 1) {
+            m_single[first] = form.character;
         } else {
             m_single[first] = kLead;
-            m_pairs[first - kFirstHigh][uchar(code.bytes.at(1))] = code.character.unicode();
+            m_pairs[first - kFirstHigh][uchar(form.bytes[1])] = form.character;
         }
+        row.append(form.bytes, form.length);
     }
+    QString text;
+    return decode(row.constData(), row.size(), &text)
+        && text == CodeSet::codec(codeSet)->toUnicode(row);
 }
 
 template <int codeSet> const JapaneseTable *JapaneseTable::tableOf()
 {
     static const std::unique_ptr<const JapaneseTable> table(
-        JapaneseCodecFacts::keepsSteadyAscii(codeSet) ? new JapaneseTable(*CodeSet::codec(codeSet))
-                                                      : nullptr);
+        JapaneseCodecFacts::keepsSteadyAscii(codeSet) ? new JapaneseTable(codeSet) : nullptr);
     return table.get();
 }
 

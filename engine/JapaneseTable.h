@@ -4,11 +4,9 @@
 
 #include <array>
 
-class QTextCodec;
-
-/// The characters of one or two bytes of a Japanese code set, read out of the
-/// toolkit's codec once: decoding by this table is several times as fast as by
-/// the codec. Both code sets that have a table are without shift states, so a
+/// The characters of one or two bytes of a Japanese code set, those of
+/// JapaneseForms: decoding by this table is several times as fast as by the
+/// toolkit's codec. Both code sets that have a table are without shift states, so a
 /// text of nothing but such characters means the same wherever it is cut.
 class JapaneseTable {
 public:
@@ -19,16 +17,16 @@ public:
 
     /// Decodes bytes that hold no ASCII but what ByteScan::Ascii calls steady.
     /// Returns false, with *text unspecified, when there is anything else that
-    /// the table does not know: three-byte, broken or cut characters, and codes
-    /// of which the codec writes another form. Nothing is dropped, U+000D
-    /// neither.
+    /// the table does not know: three-byte, broken or cut characters. Nothing is
+    /// dropped, U+000D neither.
     bool decode(const char *bytes, int size, QString *text) const;
 
 private:
-    explicit JapaneseTable(const QTextCodec &codec);
+    explicit JapaneseTable(int codeSet);
     template <int codeSet> static const JapaneseTable *tableOf();
 
-    void fill(const QTextCodec &codec);
+    void clear();
+    bool fill(int codeSet);
 
     static constexpr ushort kUnknown = 0xFFFD; // stands for broken bytes, so for no character
     static constexpr ushort kLead = 0xFFFE; // a noncharacter

@@ -124,6 +124,8 @@ bool LineDecoder::begin(const char *bytes, qint64 size, int codeSet)
 bool LineDecoder::decode(const char *bytes, qint64 size, QString *line) const
 {
     bool known = false;
+    // In UTF-16 also as half of another character.
+    const bool mayHaveReturn = std::memchr(bytes, '\r', size_t(size)) != nullptr;
     if (m_codeSet == CodeSet::Utf8)
         known = decodeUtf8(bytes, size, line);
     else if (m_table != nullptr)
@@ -132,7 +134,7 @@ bool LineDecoder::decode(const char *bytes, qint64 size, QString *line) const
         known = decodeUtf16(bytes, size, m_codeSet == CodeSet::Utf16Be, line);
     if (!known)
         return false;
-    if (line->contains(QLatin1Char('\r')))
+    if (mayHaveReturn)
         dropCarriageReturns(line); // first: one may stand between the halves of a pair
     if (m_codeSet != CodeSet::Utf8)
         replaceLoneSurrogates(line);

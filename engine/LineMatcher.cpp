@@ -65,6 +65,15 @@ void LineMatcher::begin()
 {
     m_pending = {};
     m_hits.clear();
+    m_stopped = false;
+}
+
+/// A pattern may take long for a single line; other lines are over at once.
+bool LineMatcher::mustStop()
+{
+    if (!m_stopped && m_stop && (m_condition.regExp() || m_visited % kLinesPerYield == 0))
+        m_stopped = m_stop();
+    return m_stopped;
 }
 
 qint64 LineMatcher::find(const QString &keyword, QRegExp &pattern, QStringView line) const
@@ -105,6 +114,8 @@ void LineMatcher::visit(qint64 lineNumber, QStringView line)
 {
     if (++m_visited % kLinesPerYield == 0)
         QThread::yieldCurrentThread();
+    if (mustStop())
+        return;
     const qint64 position = findKeyword1(line);
     if (position >= 0)
         m_pending = {lineNumber, line, position};

@@ -6,6 +6,8 @@
 #include <QStringList>
 #include <QStringView>
 
+#include <functional>
+
 /// Turns the text of one file into its list of hit strings: the rule of what a
 /// hit is. Feed it the lines in ascending order, then take the hits.
 ///
@@ -39,6 +41,11 @@ public:
     /// wrapped in word boundaries.
     static QString effectiveKeyword1(const SearchCondition &condition);
 
+    /// Asked again and again, with a pattern before each line. Once it says true,
+    /// lines are no longer looked at and wasStopped() is true until begin().
+    void stopWhen(const std::function<bool()> &stop) { m_stop = stop; }
+    bool wasStopped() const { return m_stopped; }
+
     /// The hits of a whole text, every line visited.
     QStringList matchEveryLine(const QString &text);
 
@@ -61,6 +68,7 @@ private:
         qint64 position = -1;
     };
 
+    bool mustStop();
     qint64 find(const QString &keyword, QRegExp &pattern, QStringView line) const;
     qint64 findKeyword1(QStringView line);
     bool holdsWholeWord(QStringView line) const;
@@ -74,6 +82,8 @@ private:
     QRegExp m_pattern3;
     QRegExp m_wordBoundary;
     unsigned m_visited = 0; ///< lines of all files, for the yields
+    std::function<bool()> m_stop;
+    bool m_stopped = false;
     PendingHit m_pending;
     QStringList m_hits;
 };

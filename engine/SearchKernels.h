@@ -41,6 +41,15 @@ struct ByteSurvey {
     bool loneCarriageReturn = false; ///< a CR is followed by something else than LF
 };
 
+/// What the beginning of a file tells about its code set and line ends.
+struct ByteSummary {
+    bool high = false; ///< some byte is 128 or above
+    bool zero = false;
+    bool escape = false; ///< some byte is 0x1B
+    int lineFeeds = 0;
+    int carriageReturns = 0;
+};
+
 /// Positions run over [from, end); at every one of them both places must lie
 /// inside the buffer. The answer is the first position where both agree, or end.
 using FindBytePair = std::int64_t (*)(const std::uint8_t *bytes, std::int64_t from,
@@ -50,11 +59,17 @@ using FindUnitPair = std::int64_t (*)(const char16_t *text, std::int64_t from, s
 /// A CR that is the last byte is not lone: nothing follows that it could join.
 using Survey = ByteSurvey (*)(const std::uint8_t *bytes, std::int64_t size);
 
+using Summarise = ByteSummary (*)(const std::uint8_t *bytes, std::int64_t size);
+/// Bytes equal to wanted.
+using Count = std::int64_t (*)(const std::uint8_t *bytes, std::int64_t size, std::uint8_t wanted);
+
 struct Table {
     const char *name;
     FindBytePair findBytePair;
     FindUnitPair findUnitPair;
     Survey survey;
+    Summarise summarise;
+    Count count;
 };
 
 /// Works on every processor.

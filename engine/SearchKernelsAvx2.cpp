@@ -1,3 +1,4 @@
+#include "engine/ByteLoops.h"
 #include "engine/SearchKernelsX86.h"
 #include "engine/VectorKernels.h"
 
@@ -31,7 +32,7 @@ struct Avx2 {
 const SearchKernels::Table &SearchKernels::avx2()
 {
     using Kernels = VectorKernels<Avx2>;
-    static const Table table = {"AVX2", Kernels::findBytePair, Kernels::findUnitPair,
-                                Kernels::survey};
+    static const Table table = {"AVX2",          Kernels::findBytePair, Kernels::findUnitPair,
+                                Kernels::survey, ByteLoops::summarise,  ByteLoops::count};
     return table;
 }

@@ -1,3 +1,4 @@
+#include "engine/ByteLoops.h"
 #include "engine/SearchKernelsX86.h"
 #include "engine/VectorKernels.h"
 
@@ -28,7 +29,7 @@ struct Sse2 {
 const SearchKernels::Table &SearchKernels::sse2()
 {
     using Kernels = VectorKernels<Sse2>;
-    static const Table table = {"SSE2", Kernels::findBytePair, Kernels::findUnitPair,
-                                Kernels::survey};
+    static const Table table = {"SSE2",          Kernels::findBytePair, Kernels::findUnitPair,
+                                Kernels::survey, ByteLoops::summarise,  ByteLoops::count};
     return table;
 }

@@ -6,6 +6,7 @@
 #include <QThread>
 
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
 namespace {
@@ -102,9 +103,12 @@ void SignalSpool::connectQueued(TextGrepCore *engine, void (TextGrepCore::*signa
     connect(
         engine, signal, this,
         [this, member, run = m_run](const Arguments &...arguments) {
-            m_calls->add([=] {
-                if (run == m_run)
-                    (this->*member)(arguments...);
+            m_calls->add([=, taken = std::tuple<Arguments...>(arguments...)]() mutable {
+                if (run != m_run)
+                    return;
+                // Moved, so that the slot is the only owner of a list and may take it apart.
+                std::apply([=](Arguments &...values) { (this->*member)(std::move(values)...); },
+                           taken);
             });
         },
         Qt::DirectConnection);
@@ -220,8 +224,8 @@ void SignalSpool::showSearchResultList(QString filename, QStringList list)
     const std::lock_guard lock(m_resultLock);
     ++m_resultFiles;
     addResult(QStringLiteral("::") + filename);
-    for (const QString &line : std::as_const(list))
-        addResult(line);
+    for (QString &line : list)
+        addResult(std::move(line));
     m_hitLines += list.size();
 }
 
@@ -253,10 +257,11 @@ void SignalSpool::showSearchResultFile(QString filename)
     addResult(QStringLiteral("::") + filename);
 }
 
-void SignalSpool::addResult(const QString &line)
+void SignalSpool::addResult(QString &&line)
 {
-    m_results.append(line);
     m_resultUnits += line.size();
+    m_results.append(QString());
+    m_results.last().swap(line);
 }
 
 int SignalSpool::resultCount() const

@@ -113,7 +113,7 @@ private:
                        void (SignalSpool::*member)(Arguments...));
     void takeProgress(const TextGrepCore *engine);
     /// The result lock is held.
-    void addResult(const QString &line);
+    void addResult(QString &&line);
     void endEngine();
     void abortEngine();
 

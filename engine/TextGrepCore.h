@@ -1,26 +1,18 @@
 #pragma once
 
 #include "engine/EngineOptions.h"
-#include "engine/FileLoader.h"
-#include "engine/FileMask.h"
-#include "engine/FolderClaims.h"
-#include "engine/FolderQueue.h"
-#include "engine/SearchCondition.h"
-#include "engine/WorkQueue.h"
+#include "engine/SearchRun.h"
 
 #include <QObject>
 #include <QStringList>
 #include <QThreadPool>
 
-#include <atomic>
 #include <condition_variable>
 #include <memory>
 #include <mutex>
 #include <vector>
 
-class FileSearcher;
-struct FolderEntry;
-class SearchPlan;
+struct SearchCondition;
 class ThreadPoolTask;
 
 /// The search engine: walks folders on a thread pool of its own, queues the
@@ -32,10 +24,12 @@ class ThreadPoolTask;
 /// are two phases, so that all threads serve one at a time; in line-count mode
 /// one loader runs from the start, so that counts arrive in walk order.
 ///
-/// Cancelling: abort() sets a flag that loaders look at before each file,
-/// walkers at each entry of a listing and every 100 queued entries, and the
-/// supervisor at least every 5 ms. Hits that were found before may still
-/// arrive; the end signal comes last, once no other worker runs.
+/// Cancelling: abort() sets a flag that loaders look at before each file, each
+/// piece of a large one and, with a pattern, each line that it is tried on;
+/// walkers at each entry of a listing and every 100 queued entries; and the
+/// supervisor at least every 5 ms. Nothing looks at it while a pattern is tried
+/// on one line. Hits of files that were finished before may still arrive; the end
+/// signal comes last, once no other worker runs.
 ///
 /// Every signal but the end's is emitted from pool threads.
 class TextGrepCore : public QObject {
@@ -113,49 +107,20 @@ private:
     void startTasks();
     void startTask(void (TextGrepCore::*slot)(), bool replicate);
 
-    void queueTopEntries();
-    void queueListFile(const QString &path);
-    void queueListEntry(const QString &entry, const FileMask &mask);
-    void queueFolder(const QString &folder);
-    void reserveTopFolders(const QStringList &entries);
     void supervise();
     void startLoadPhase(int fileCount);
     void endWorkers();
     template <typename Queue> void wake(Queue &queue) const;
 
-    bool mayList(const FolderIdentity &identity, const QString &folder);
-    void queueEntries(const QString &folder, const QVector<FolderEntry> &entries,
-                      const FileMask &mask);
-    void sortOutFile(const QString &path, const QString &name, const FileMask &mask,
-                     QStringList *files);
-    void sortOutFolder(const QString &path, const FolderEntry &entry, QStringList *folders);
-
     bool waitWhileHeldBack() const;
-    void loadOne(const QString &path, FileLoader &loader, FileSearcher &searcher);
-    void reportRefused(const QString &path, int codeSet);
-    void reportEncoding(const QString &path, const FileLoader &loader, FileLoader::Outcome outcome);
-    void searchLoaded(const QString &path, FileLoader &loader, FileSearcher &searcher);
-
-    bool isAborted() const { return m_aborted.load(std::memory_order_relaxed); }
     int otherWorkers() const;
     void wakeSupervisor();
 
     const int m_maxThreadCount;
     bool m_optionsGiven = false;
-    EngineOptions m_options;
+    SearchRun m_run; // as scan prepared it
 
-    // Written by scan before the run's workers start, read-only for them.
-    SearchCondition m_condition;
-    FileMask m_mask;
-    std::shared_ptr<const SearchPlan> m_plan;
-    bool m_namedFiles = false; ///< paths come from elsewhere than a listing
-
-    FolderQueue m_folders;
-    WorkQueue m_files;
-    FolderClaims m_claims;
-
-    std::mutex m_abortLock; // for setting the flag and emptying the semaphores as one step
-    std::atomic<bool> m_aborted{false};
+    std::mutex m_abortLock; // for setting the run's flag and emptying its semaphores as one step
 
     // Held while scan starts the tasks and while the supervisor reads the
     // counters, so that it never sees a run that is half started.

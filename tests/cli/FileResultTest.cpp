@@ -12,12 +12,23 @@ private slots:
     void aPathMayBeginWithColons();
 };
 
+namespace {
+
+QVector<FileResult> filesOf(const QStringList &entries)
+{
+    QVector<FileResult> files;
+    FileResult::visitEach(entries, [&files](const FileResult &file) { files.append(file); });
+    return files;
+}
+
+} // namespace
+
 void FileResultTest::eachHeadBeginsAFile()
 {
     const QVector<FileResult> files =
-        FileResult::split({QStringLiteral("::a"), QStringLiteral("      1:    1:x"),
-                           QStringLiteral("      2:    1:y"), QStringLiteral("::b"),
-                           QStringLiteral("::c"), QStringLiteral("      3:    1:z")});
+        filesOf({QStringLiteral("::a"), QStringLiteral("      1:    1:x"),
+                 QStringLiteral("      2:    1:y"), QStringLiteral("::b"), QStringLiteral("::c"),
+                 QStringLiteral("      3:    1:z")});
     QCOMPARE(files.size(), 3);
     QCOMPARE(files.at(0).path, QStringLiteral("a"));
     QCOMPARE(files.at(0).hits,
@@ -29,20 +40,20 @@ void FileResultTest::eachHeadBeginsAFile()
 
 void FileResultTest::nothingGivesNoFiles()
 {
-    QVERIFY(FileResult::split({}).isEmpty());
+    QVERIFY(filesOf({}).isEmpty());
 }
 
 void FileResultTest::aHitThatLooksLikeAHeadStaysAHit()
 {
     const QVector<FileResult> files =
-        FileResult::split({QStringLiteral("::a"), QStringLiteral("      1:    1:::b")});
+        filesOf({QStringLiteral("::a"), QStringLiteral("      1:    1:::b")});
     QCOMPARE(files.size(), 1);
     QCOMPARE(files.at(0).hits.size(), 1);
 }
 
 void FileResultTest::aPathMayBeginWithColons()
 {
-    QCOMPARE(FileResult::split({QStringLiteral("::::a")}).at(0).path, QStringLiteral("::a"));
+    QCOMPARE(filesOf({QStringLiteral("::::a")}).at(0).path, QStringLiteral("::a"));
 }
 
 QTEST_GUILESS_MAIN(FileResultTest)

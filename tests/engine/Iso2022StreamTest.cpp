@@ -10,6 +10,7 @@ private slots:
     void charactersRemainWithoutEscapeSequences();
     void longTextIsReadAsShortText_data();
     void longTextIsReadAsShortText();
+    void stretchesOfEveryLengthAreRead();
     void whatIsNotMadeOfCharactersIsRefused_data();
     void whatIsNotMadeOfCharactersIsRefused();
 };
@@ -93,11 +94,33 @@ void Iso2022StreamTest::longTextIsReadAsShortText()
     }
 }
 
+/// Two-byte and one-byte text of all lengths by turns, up to the last byte.
+void Iso2022StreamTest::stretchesOfEveryLengthAreRead()
+{
+    for (int twoByteSize = 0; twoByteSize <= 24; twoByteSize += 2) {
+        for (int oneByteSize = 0; oneByteSize <= 20; ++oneByteSize) {
+            const QByteArray oneByteText =
+                QByteArray("ab\r\ncdefghijklmnopqrstu").left(oneByteSize);
+            const QByteArray two = "\x1B$B" + QByteArray(twoByteSize, '\x21');
+            const QByteArray one = "\x1B(B" + oneByteText;
+            QByteArray expectedOne = oneByteText;
+            expectedOne.replace("\r", "");
+            const QByteArray expectedTwo(twoByteSize, '\xA1');
+            const QByteArray bytes = two + one + two + two + one;
+            QByteArray result;
+            QVERIFY(Iso2022Stream::extractCharacters(bytes.constData(), bytes.size(),
+                                                     designations(), &result));
+            QCOMPARE(result, expectedTwo + expectedOne + expectedTwo + expectedTwo + expectedOne);
+        }
+    }
+}
+
 void Iso2022StreamTest::whatIsNotMadeOfCharactersIsRefused_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::newRow("unknown escape sequence") << QByteArray("a\x1B(Zb");
     QTest::newRow("cut escape sequence") << QByteArray("a\x1B$(");
+    QTest::newRow("cut behind its first byte") << QByteArray("a\x1B");
     QTest::newRow("shift out") << QByteArray("a\x0Ezz");
     QTest::newRow("shift in") << QByteArray("a\x0Fzz");
     QTest::newRow("half a character") << QByteArray("\x1B$B\x46\x1B(B");

@@ -40,6 +40,8 @@ private slots:
     void aMarkBehindBlocksOfAsciiIsDropped();
     void aMarkInsideUtf32IsNotDropped();
     void aUnitAboveTheLastCodePointCanBeTheLastCharacter();
+    void onlyUnitsAboveTheLastCodePointPass_data();
+    void onlyUnitsAboveTheLastCodePointPass();
     void aPairInUtf32IsFoundInEveryForm();
     void aLoneSurrogateIsAQuestionMark();
     void halfACharacterIsAReplacementCharacter();
@@ -368,6 +370,40 @@ void KeywordPrefilterTest::aUnitAboveTheLastCodePointCanBeTheLastCharacter()
     for (const char *keyword : {"foobar", "r", "bar?z", "ar?"}) {
         QVERIFY(matches(QLatin1String(keyword), bytes, CodeSet::Utf32Le));
         QVERIFY(passes(QLatin1String(keyword), bytes, CodeSet::Utf32Le));
+    }
+}
+
+void KeywordPrefilterTest::onlyUnitsAboveTheLastCodePointPass_data()
+{
+    QTest::addColumn<quint32>("unit");
+    QTest::addColumn<bool>("impossible");
+    QTest::newRow("last code point") << quint32(0x10FFFF) << false;
+    QTest::newRow("plane 9") << quint32(0x090000) << false;
+    QTest::newRow("first above") << quint32(0x110000) << true;
+    QTest::newRow("second byte 7F") << quint32(0x7F0000) << true;
+    QTest::newRow("second byte 80") << quint32(0x800000) << true;
+    QTest::newRow("second byte 91") << quint32(0x910000) << true;
+    QTest::newRow("second byte FF") << quint32(0xFF0000) << true;
+    QTest::newRow("highest byte 1") << quint32(0x01000000) << true;
+    QTest::newRow("highest byte 80") << quint32(0x80000000) << true;
+    QTest::newRow("all bits") << quint32(0xFFFFFFFF) << true;
+}
+
+/// At every place of a text that is read several units at a time.
+void KeywordPrefilterTest::onlyUnitsAboveTheLastCodePointPass()
+{
+    QFETCH(quint32, unit);
+    QFETCH(bool, impossible);
+    constexpr int kUnits = 40;
+    for (int place = 0; place < kUnits; ++place) {
+        for (const int codeSet : {CodeSet::Utf32Be, CodeSet::Utf32Le}) {
+            QByteArray bytes = encode(QString(kUnits, QLatin1Char('x')), codeSet);
+            for (int i = 0; i < 4; ++i) {
+                const int shift = 8 * (codeSet == CodeSet::Utf32Be ? 3 - i : i);
+                bytes[4 * place + i] = static_cast<char>(unit >> shift);
+            }
+            QCOMPARE(passes(QStringLiteral("foobar"), bytes, codeSet), impossible);
+        }
     }
 }
 

@@ -42,6 +42,8 @@ private slots:
     void columnsFollowTabsAndFullWidthText_data();
     void columnsFollowTabsAndFullWidthText();
     void aTabWidthBelowOneCountsAsOne();
+    void aPatternIsNotTriedOnceItIsStopped();
+    void plainLinesAskSeldomWhetherToStop();
 };
 
 void LineMatcherTest::linesAreNumberedFromOneAndReportedInOrder()
@@ -406,6 +408,37 @@ void LineMatcherTest::aTabWidthBelowOneCountsAsOne()
     for (const int width : {0, -1, std::numeric_limits<int>::min()})
         QCOMPARE(hitsOf(conditionOf(QStringLiteral("a")), line, width),
                  QStringList{hit(1, 3, line)});
+}
+
+void LineMatcherTest::aPatternIsNotTriedOnceItIsStopped()
+{
+    SearchCondition condition;
+    condition.keyword1 = QStringLiteral("fo+");
+    condition.flg = SearchCondition::RegExpFlag;
+    LineMatcher matcher(condition, 8);
+    int asked = 0;
+    matcher.stopWhen([&asked] { return ++asked > 2; });
+    const QString text = QStringLiteral("foo\nfoo\nfoo\nfoo");
+    QCOMPARE(matcher.matchEveryLine(text).size(), 2);
+    QCOMPARE(asked, 3);
+    QVERIFY(matcher.wasStopped());
+    asked = -10;
+    QCOMPARE(matcher.matchEveryLine(text).size(), 4);
+    QVERIFY(!matcher.wasStopped());
+}
+
+void LineMatcherTest::plainLinesAskSeldomWhetherToStop()
+{
+    SearchCondition condition;
+    condition.keyword1 = QStringLiteral("foo");
+    LineMatcher matcher(condition, 8);
+    int asked = 0;
+    matcher.stopWhen([&asked] { return ++asked > 1; });
+    const int lines = 10000;
+    const int hits = matcher.matchEveryLine(QStringLiteral("foo\n").repeated(lines)).size();
+    QVERIFY(matcher.wasStopped());
+    QCOMPARE(asked, 2);
+    QVERIFY(hits > asked && hits < lines);
 }
 
 QTEST_GUILESS_MAIN(LineMatcherTest)

@@ -20,6 +20,8 @@ private slots:
     void allTablesFindTheSameUnitPairs();
     void allTablesSurveyAlike_data();
     void allTablesSurveyAlike();
+    void allTablesSummariseAndCountAlike_data();
+    void allTablesSummariseAndCountAlike();
     void aHighByteAnywhereIsSeen_data();
     void aHighByteAnywhereIsSeen();
     void aLoneCarriageReturnAnywhereIsSeen_data();
@@ -172,6 +174,33 @@ void SearchKernelsTest::allTablesSurveyAlike()
         const SearchKernels::ByteSurvey survey = table.survey(bytes.constData(), bytes.size());
         QCOMPARE(survey.highByte, high);
         QCOMPARE(survey.loneCarriageReturn, lone);
+    }
+}
+
+void SearchKernelsTest::allTablesSummariseAndCountAlike_data()
+{
+    addTableRows();
+}
+
+void SearchKernelsTest::allTablesSummariseAndCountAlike()
+{
+    QFETCH(int, index);
+    const Table *const table = SearchKernels::usable(index);
+    QRandomGenerator random(7);
+    for (int round = 0; round < 2000; ++round) {
+        QByteArray bytes(random.bounded(800), 'a');
+        for (int i = random.bounded(20) * bytes.size() / 10; i > 0; --i)
+            bytes[random.bounded(bytes.size())] = "\n\r\x1B\x00\x80z"[random.bounded(6)];
+        const SearchKernels::ByteSummary summary = table->summarise(bytesOf(bytes), bytes.size());
+        const auto isHigh = [](char byte) {
+            return (byte & 0x80) != 0;
+        };
+        QCOMPARE(summary.high, std::any_of(bytes.cbegin(), bytes.cend(), isHigh));
+        QCOMPARE(summary.zero, bytes.contains('\0'));
+        QCOMPARE(summary.escape, bytes.contains('\x1B'));
+        QCOMPARE(summary.lineFeeds, bytes.count('\n'));
+        QCOMPARE(summary.carriageReturns, bytes.count('\r'));
+        QCOMPARE(table->count(bytesOf(bytes), bytes.size(), 'z'), std::int64_t(bytes.count('z')));
     }
 }
 

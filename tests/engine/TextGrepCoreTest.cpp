@@ -87,6 +87,7 @@ private slots:
 
     // Abort and repeat
     void abortEndsTheLoadPhaseWithTrue();
+    void abortEndsAPatternsFileBetweenItsLines();
     void abortEndsTheWalkWithTrue_data();
     void abortEndsTheWalkWithTrue();
     void abortEndsALineCountWithTrue();
@@ -691,6 +692,22 @@ void TextGrepCoreTest::abortEndsTheLoadPhaseWithTrue()
     QVERIFY(run.run(searchFor(key(), {tree.path()})));
     QCOMPARE(run.finishedFlags, QVector<bool>{true});
     QVERIFY(run.lists.size() < 400);
+}
+
+void TextGrepCoreTest::abortEndsAPatternsFileBetweenItsLines()
+{
+    const ScratchFolder tree;
+    for (int i = 0; i < 3; ++i)
+        tree.write(QStringLiteral("%1.txt").arg(i), QByteArray("some key\n").repeated(1000));
+    EngineRun run;
+    // The file is read as a whole by then: nothing but its lines is left.
+    connect(run.engine(), &TextGrepCore::progressSrchCount, run.engine(), &TextGrepCore::abort,
+            Qt::DirectConnection);
+    SearchCondition condition = searchFor(QStringLiteral("k[a-f]y"), {tree.path()});
+    condition.flg = SearchCondition::RegExpFlag;
+    QVERIFY(run.run(condition));
+    QCOMPARE(run.finishedFlags, QVector<bool>{true});
+    QVERIFY(run.lists.isEmpty());
 }
 
 void TextGrepCoreTest::abortEndsTheWalkWithTrue_data()

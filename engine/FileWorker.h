@@ -1,0 +1,32 @@
+#pragma once
+
+#include "engine/FileLoader.h"
+#include "engine/FileSearcher.h"
+
+#include <memory>
+
+class SearchPlan;
+struct SearchRun;
+class TextGrepCore;
+
+/// Loads files and searches them, or counts their lines, and tells what it finds
+/// by the engine's signals. One object a thread.
+class FileWorker {
+public:
+    FileWorker(TextGrepCore &core, const SearchRun &run);
+
+    /// Tells nothing of a file in the middle of which the run is aborted.
+    void handle(const QString &path);
+
+private:
+    void handleLoaded(const QString &path);
+    void reportEncoding(const QString &path, FileLoader::Outcome outcome);
+    void reportRefused(const QString &path);
+    void search(const QString &path);
+
+    TextGrepCore &m_core; // whose signals are emitted
+    const SearchRun &m_run;
+    const std::shared_ptr<const SearchPlan> m_plan;
+    FileLoader m_loader;
+    FileSearcher m_searcher;
+};
