@@ -212,6 +212,11 @@ void MainWindow::refuse(const QString &message)
     statusBar()->showMessage(message, kRefusalMilliseconds);
 }
 
+void MainWindow::refuseFile(const QString &path)
+{
+    refuse(QStringLiteral("%1 を開けません").arg(QDir::cleanPath(path)));
+}
+
 void MainWindow::on_pushButton_clicked()
 {
     if (m_run->isRunning()) {
@@ -378,7 +383,7 @@ void MainWindow::showDocument(const QString &relativePath)
     const QString path = m_applicationDirectory + relativePath;
     const bool opened = QDesktopServices::openUrl(QUrl::fromLocalFile(path));
     if (!opened || !QFileInfo::exists(path))
-        refuse(QStringLiteral("%1 を開けません").arg(QDir::cleanPath(path)));
+        refuseFile(path);
 }
 
 void MainWindow::help()
@@ -406,7 +411,8 @@ void MainWindow::openLogfile(QAction *action)
         return;
     if (m_run->isRunning())
         return refuse(runningText());
-    m_history->loadEntry(index);
+    if (m_history->loadEntry(index))
+        m_resultView->setFocus();
 }
 
 void MainWindow::historyBackMenuPopup()
@@ -417,18 +423,33 @@ void MainWindow::historyBackMenuPopup()
     menu->popup(mapToGlobal(QPoint(free.width() / 2, free.height() / 2)));
 }
 
+/// Whoever pages with the mouse keeps the focus where it is.
+bool MainWindow::goBack()
+{
+    if (!m_run->isRunning())
+        return m_history->goBack();
+    refuse(runningText());
+    return false;
+}
+
+bool MainWindow::goForward()
+{
+    if (!m_run->isRunning())
+        return m_history->goForward();
+    refuse(runningText());
+    return false;
+}
+
 void MainWindow::arrowBack()
 {
-    if (m_run->isRunning())
-        return refuse(runningText());
-    m_history->goBack();
+    if (goBack())
+        m_resultView->setFocus();
 }
 
 void MainWindow::arrowForward()
 {
-    if (m_run->isRunning())
-        return refuse(runningText());
-    m_history->goForward();
+    if (goForward())
+        m_resultView->setFocus();
 }
 
 void MainWindow::openFile()
@@ -440,8 +461,8 @@ void MainWindow::openFile()
     QString path;
     if (!fileDialog::choose(m_history->logDirectory(), path, this))
         return;
-    if (!path.isEmpty())
-        m_history->load(path);
+    if (!path.isEmpty() && m_history->load(path))
+        m_resultView->setFocus();
 }
 
 // Preview

@@ -105,6 +105,9 @@ private:
     void storeState();
 
     void refuse(const QString &message);
+    void refuseFile(const QString &path);
+    bool goBack();
+    bool goForward();
     void start(FormRequest::Mode mode, const FormState &form);
     void abortRun();
     void endRun();

@@ -57,8 +57,8 @@ void MainWindow::buildViews()
     m_find = new FindControl({m_resultView, m_preview, statusBar()}, this);
     m_ui->viewSplitter->addWidget(m_resultView);
     m_ui->viewSplitter->addWidget(m_preview);
-    connect(m_resultView, &GrepEditor::BackButton, this, &MainWindow::arrowBack);
-    connect(m_resultView, &GrepEditor::ForwardButton, this, &MainWindow::arrowForward);
+    connect(m_resultView, &GrepEditor::BackButton, this, &MainWindow::goBack);
+    connect(m_resultView, &GrepEditor::ForwardButton, this, &MainWindow::goForward);
 }
 
 void MainWindow::buildPreview()
@@ -188,6 +188,7 @@ void MainWindow::buildHistory()
         m_previewControl->forgetSelection();
         showHighlightWords();
     });
+    connect(m_history, &HistoryControl::unreadable, this, &MainWindow::refuseFile);
     m_history->loadLastSearch();
     makeBackMenu();
 }

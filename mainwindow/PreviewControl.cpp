@@ -206,6 +206,12 @@ bool PreviewControl::save()
 {
     if (m_file.path.isEmpty() || !m_file.readable || !m_text.isFinished())
         return false;
+    if (!isModified() && PreviewSaver::isAsShown(m_file)) {
+        // Another backup would hold what stands in the file anyway, and the text
+        // of before would be gone.
+        m_views.statusBar->showMessage(QStringLiteral("修正されていません"), kMessageMilliseconds);
+        return true;
+    }
     const QString text = this->text();
     if (!mayBeSaved(text))
         return false;

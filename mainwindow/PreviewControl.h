@@ -55,7 +55,8 @@ public:
     /// For a window that goes without having asked: keeps a modified text in the
     /// rescue directory.
     void rescueIfModified();
-    /// Saves the text. False when it was not saved.
+    /// Saves the text. A text that nobody has edited, of a file that is still as it is
+    /// shown, is not written. False when it was to be saved and was not.
     bool save();
 
 private:
