@@ -252,6 +252,7 @@ void MainWindow::start(FormRequest::Mode mode, const FormState &form)
     m_previewControl->setResultShown(mode == FormRequest::Mode::Search);
     m_previewControl->forgetSelection();
     m_history->cancelLoading();
+    m_find->stop();
     m_request = form;
     if (mode == FormRequest::Mode::Search)
         m_history->remember(form);
@@ -334,6 +335,12 @@ void MainWindow::endRun()
 }
 
 // Views
+
+/// Of a log or of the file in the preview.
+bool MainWindow::isLoading(const GrepEditor &view) const
+{
+    return &view == m_preview ? m_previewControl->isLoading() : m_history->isLoading();
+}
 
 void MainWindow::findnext()
 {

@@ -108,6 +108,7 @@ private:
     void refuseFile(const QString &path);
     bool goBack();
     bool goForward();
+    bool isLoading(const GrepEditor &view) const;
     void start(FormRequest::Mode mode, const FormState &form);
     void abortRun();
     void endRun();

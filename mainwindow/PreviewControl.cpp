@@ -78,10 +78,16 @@ void PreviewControl::follow()
     const ResultLine::Place place = ResultLine::placeOf(line);
     const bool isHit = kind == ResultLine::Kind::Hit;
     m_place = {ResultLine::pathOf(isHit ? results.fileLineText() : line), place.line, place.column};
-    m_views.statusBar->showMessage(
-        m_place.path + QStringLiteral("  ---- %1:%2").arg(place.line).arg(place.column));
+    tellPlace();
     if (isShown(m_place.path) || showFile(m_place.path))
         showPlace();
+}
+
+void PreviewControl::tellPlace() const
+{
+    if (m_resultShown && m_views.resultView->textCursor().blockNumber() + 1 == m_lastResultBlock)
+        m_views.statusBar->showMessage(
+            m_place.path + QStringLiteral("  ---- %1:%2").arg(m_place.line).arg(m_place.column));
 }
 
 /// Hits of one result do not have their file read again; a new result may tell

@@ -44,6 +44,13 @@ public:
     /// The user has selected a hit since then.
     bool hasSelection() const { return m_lastResultBlock >= 0; }
 
+    /// A part of the file's text is still to come.
+    bool isLoading() const { return !m_text.isFinished(); }
+
+    /// Tells in the status bar where the selected hit is, when the result view's cursor
+    /// is still on it.
+    void tellPlace() const;
+
     /// Follows the result view's cursor, unless the view is not the one that the
     /// user is in.
     void follow();

@@ -534,13 +534,19 @@ void MainWindowTest::findingGoesAroundTheEnd()
     m_fixture->child<QToolButton>("findBtn")->click();
     const QTextCursor first = m_fixture->resultView()->textCursor();
     QCOMPARE(first.selectedText(), text("pies"));
-    QCOMPARE(m_fixture->statusText(), QString());
+    const QString place = m_tree + text("a.txt  ---- 3:7");
+    QCOMPARE(m_fixture->statusText(), place);
     m_fixture->child<QToolButton>("findNextBtn")->click();
     QCOMPARE(m_fixture->resultView()->textCursor().selectionStart(), first.selectionStart());
     QCOMPARE(m_fixture->statusText(), text("末尾まで検索したので先頭に戻りました"));
     m_fixture->child<QToolButton>("findPrevBtn")->click();
     QCOMPARE(m_fixture->resultView()->textCursor().selectionStart(), first.selectionStart());
     QCOMPARE(m_fixture->statusText(), text("先頭まで検索したので末尾に戻りました"));
+    // Then it tells the place again.
+    auto *timer = m_fixture->window().findChild<QTimer *>(text("findMessageTimer"));
+    QCOMPARE(timer->interval(), 5000);
+    timer->start(0);
+    QTRY_COMPARE(m_fixture->statusText(), place);
 }
 
 void MainWindowTest::documentsAreOpened()
