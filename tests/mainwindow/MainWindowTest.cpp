@@ -13,6 +13,7 @@
 #include <QDesktopServices>
 #include <QGroupBox>
 #include <QLineEdit>
+#include <QPointer>
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
@@ -86,6 +87,7 @@ private slots:
     void aPickedSecondKeywordIsSeen();
     void theFormsPathsServeBeforeTheFirstSearch();
     void aBroadcastLeavesTypingAlone();
+    void aBroadcastBringsAFreshCompleterWithoutSignals();
 
     void findingGoesAroundTheEnd();
     void documentsAreOpened();
@@ -521,6 +523,29 @@ void MainWindowTest::aBroadcastLeavesTypingAlone()
     QCOMPARE(field->cursorPosition(), 3);
     QCOMPARE(m_fixture->keyword1()->itemText(0), text("apple"));
     QCOMPARE(m_fixture->keyword1()->completer()->model()->rowCount(), 1);
+}
+
+void MainWindowTest::aBroadcastBringsAFreshCompleterWithoutSignals()
+{
+    QComboBox *combo = m_fixture->keyword1();
+    const QPointer<QCompleter> former = combo->completer();
+    AppSettings::instance().keywordHistory->add(text("new"), false, false, false);
+    AppSettings::instance().keywordHistory->save();
+    QVector<bool> blocked;
+    const auto note = [&] {
+        blocked += m_fixture->window().signalsBlocked();
+    };
+    connect(combo->model(), &QAbstractItemModel::rowsInserted, this, note);
+    m_fixture->window().onBoradCastMessage(1, 2);
+    QVERIFY(!blocked.isEmpty());
+    QVERIFY(!blocked.contains(false));
+    QVERIFY(!m_fixture->window().signalsBlocked());
+    const QCompleter *fresh = combo->completer();
+    QVERIFY(fresh && fresh != former);
+    QCOMPARE(fresh->completionMode(), QCompleter::PopupCompletion);
+    QCOMPARE(fresh->caseSensitivity(), Qt::CaseInsensitive);
+    QCOMPARE(fresh->model()->index(0, 0).data().toString(), text("new"));
+    QTRY_VERIFY(former.isNull());
 }
 
 void MainWindowTest::findingGoesAroundTheEnd()
