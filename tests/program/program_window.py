@@ -182,6 +182,13 @@ class Program:
         lines = self.screen.tool("getwindowgeometry", "--shell", self.window).splitlines()
         return {key: int(value) for key, value in (line.split("=") for line in lines)}
 
+    def copied(self):
+        """The text of the view that has the keys, through the clipboard."""
+        self.keys("ctrl+a", "ctrl+c")
+        return subprocess.run(["xsel", "--clipboard", "--output"], env=self.screen.environment,
+                              check=False, capture_output=True, text=True,
+                              encoding="utf-8").stdout
+
     def click(self, x_part, y_part, times=1):
         """At parts of the window's width and height."""
         geometry = self.geometry()
