@@ -14,8 +14,8 @@ namespace {
 
 constexpr int kMessageMilliseconds = 5000;
 /// Most texts are through before the first turn ends, and nothing is seen of it.
-constexpr int kFirstTurnMilliseconds = 50;
-constexpr int kTurnMilliseconds = 25;
+constexpr int kFirstTurnMilliseconds = 30;
+constexpr int kTurnMilliseconds = 20;
 
 QString wrapMessage(TextFind::Direction direction)
 {
