@@ -34,7 +34,12 @@ FindControl::FindControl(const Views &views, QObject *parent)
 {
     m_escape->setEnabled(false);
     connect(m_escape, &QShortcut::activated, this, &FindControl::cancel);
-    connect(&m_turn, &QTimer::timeout, this, [this] { goOn(kTurnMilliseconds); });
+    connect(&m_turn, &QTimer::timeout, this, [this] {
+        if (&currentView() == m_view && m_find->isCursorUntouched())
+            goOn(kTurnMilliseconds);
+        else
+            stop();
+    });
     m_messageTimer->setObjectName(QStringLiteral("findMessageTimer"));
     m_messageTimer->setSingleShot(true);
     m_messageTimer->setInterval(kMessageMilliseconds);
@@ -81,13 +86,12 @@ void FindControl::findIn(GrepEditor &view, TextFind::Direction direction)
     const AppSettings &settings = AppSettings::instance();
     const TextFind::Options options{settings.findcase, settings.findword, settings.findregexp};
     m_find = std::make_unique<TextFind>(&view, m_text, options, direction);
+    m_view = &view;
     goOn(kFirstTurnMilliseconds);
 }
 
 void FindControl::goOn(int milliseconds)
 {
-    if (!m_find->isCursorUntouched())
-        return stop();
     const TextFind::Result result = m_find->step(milliseconds);
     if (result != TextFind::Result::Searching)
         return end(result);

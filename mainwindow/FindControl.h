@@ -20,8 +20,8 @@ QT_END_NAMESPACE
 /// view, with the switches of the find dialog.
 ///
 /// In a long text this goes on over many turns of the event loop, so the window
-/// answers meanwhile. It ends without a word when the user moves that view's cursor,
-/// and by Escape.
+/// answers meanwhile. It ends without a word when the user moves that view's cursor or
+/// goes to the other view, and by Escape.
 class FindControl : public QObject {
     Q_OBJECT
 
@@ -65,6 +65,7 @@ private:
     const Views m_views;
     QString m_text;
     std::unique_ptr<TextFind> m_find; // while one goes on
+    const GrepEditor *m_view = nullptr; // that it goes through
     QTimer m_turn;
     QShortcut *m_escape = nullptr; // enabled while one goes on
     QString m_message; // the last one, which its timer takes back

@@ -441,6 +441,8 @@ bool MainWindow::goBack()
 
 bool MainWindow::goForward()
 {
+    // The view may be emptied.
+    m_find->stop();
     if (!m_run->isRunning())
         return m_history->goForward();
     refuse(runningText());

@@ -45,6 +45,8 @@ private slots:
     void aLongTextIsSearchedWhileTheWindowAnswers();
     void escapeEndsTheSearchAndNothingElse();
     void aMovedCursorEndsTheSearch();
+    void theOtherViewEndsTheSearch();
+    void anEmptiedViewEndsTheSearch();
     void theSameKeyAgainDisturbsNothing();
     void theOtherDirectionBeginsAnew();
     void anotherResultEndsTheSearch();
@@ -273,6 +275,28 @@ void MainWindowFindTest::aMovedCursorEndsTheSearch()
     QTest::qWait(50);
     QCOMPARE(cursor().blockNumber(), 1);
     QVERIFY(!cursor().hasSelection());
+}
+
+void MainWindowFindTest::theOtherViewEndsTheSearch()
+{
+    showLongText();
+    find(text(kPattern));
+    QVERIFY(isSearching());
+    m_fixture->preview()->setFocus();
+    QTRY_COMPARE(m_fixture->statusText(), QString());
+    QTest::qWait(50);
+    QCOMPARE(cursor().position(), 0);
+}
+
+void MainWindowFindTest::anEmptiedViewEndsTheSearch()
+{
+    showLongText();
+    find(text(kPattern));
+    QVERIFY(isSearching());
+    m_fixture->window().arrowForward();
+    QCOMPARE(m_fixture->statusText(), QString());
+    QTest::qWait(50);
+    QCOMPARE(m_fixture->statusText(), QString());
 }
 
 void MainWindowFindTest::theSameKeyAgainDisturbsNothing()

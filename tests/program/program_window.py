@@ -3,6 +3,7 @@
 
 import os
 import pathlib
+import re
 import shutil
 import struct
 import subprocess
@@ -92,6 +93,12 @@ class Screen:
             row = dump[begin:begin + 4 * geometry["WIDTH"]]
             rows.append([tuple(row[i:i + 4][order]) for i in range(0, len(row), 4)])
         return rows
+
+    def managed_windows(self):
+        """The numbers of the windows that the manager knows."""
+        listed = subprocess.run(["xprop", "-root", "_NET_CLIENT_LIST"], env=self.environment,
+                                check=False, capture_output=True, text=True).stdout
+        return [int(number, 16) for number in re.findall(r"0x[0-9a-f]+", listed)]
 
     def tool(self, *arguments):
         return self.output_of("xdotool", *map(str, arguments))
@@ -206,7 +213,12 @@ class Program:
 
     def quit(self):
         self.keys("ctrl+q")
-        return self.process.wait(PATIENCE_SECONDS)
+        status = self.process.wait(PATIENCE_SECONDS)
+        # The next window may get this one's number; a manager that still knows that
+        # would leave it hidden.
+        wait_for("the window to be forgotten",
+                 lambda: int(self.window) not in self.screen.managed_windows())
+        return status
 
     def kill(self):
         if self.process and self.process.poll() is None:
