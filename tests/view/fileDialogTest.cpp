@@ -488,6 +488,8 @@ void fileDialogTest::aFileThatIsGoneIsToldInThePreview()
 {
     const Shown shown(logs());
     const QModelIndex entry = shown.entry(text("two.log"));
+    // Not the one that may be selected by itself.
+    shown.select(text("one.log"));
     QVERIFY(QFile::remove(m_folders->logs.filePath(text("two.log"))));
     shown.list()->setCurrentIndex(entry);
     QCOMPARE(shown.preview()->toPlainText(),
