@@ -96,8 +96,7 @@ class Screen:
 
     def managed_windows(self):
         """The numbers of the windows that the manager knows."""
-        listed = subprocess.run(["xprop", "-root", "_NET_CLIENT_LIST"], env=self.environment,
-                                check=False, capture_output=True, text=True).stdout
+        listed = self.output_of("xprop", "-root", "_NET_CLIENT_LIST")
         return [int(number, 16) for number in re.findall(r"0x[0-9a-f]+", listed)]
 
     def tool(self, *arguments):
