@@ -1,3 +1,4 @@
+#include "engine/NativePath.h"
 #include "mainwindow/HistoryControl.h"
 #include "mainwindow/MainWindow.h"
 #include "settings/AppSettings.h"
@@ -9,10 +10,13 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
+#include <QDialog>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPlainTextEdit>
+#include <QStatusBar>
 #include <QTextBlock>
 #include <QTextStream>
 #include <QTimer>
@@ -81,6 +85,45 @@ public:
                             << (abortAfterMilliseconds > 0 ? m_engineEnd - aborted : 0)
                             << "\nlongest_block_ms " << m_heartbeat.takeLongest() << "\nlines "
                             << view()->blockCount() << '\n';
+    }
+
+    /// Writes what the window lists for a line count.
+    void countLines(const QString &path, const QString &mask, const QString &reportPath)
+    {
+        m_window.findChild<QPlainTextEdit *>(QStringLiteral("pathEdit"))->setPlainText(path);
+        m_window.findChild<QComboBox *>(QStringLiteral("maskCombo"))->setEditText(mask);
+        m_heartbeat.takeLongest();
+        m_clock.start();
+        m_window.lineCountGrep();
+        waitUntil([this] { return button()->text() == QStringLiteral("検索開始"); });
+        const qint64 idle = m_clock.elapsed();
+        QFile report(reportPath);
+        // Letter by letter: a plain text has blanks in place of no-break spaces.
+        QString listed = view()->document()->toRawText();
+        listed.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+        if (!report.open(QIODevice::WriteOnly) || report.write(NativePath::toNative(listed)) < 0)
+            qFatal("cannot write the report");
+        QTextStream(stdout) << "count_ms " << idle << "\nlongest_block_ms "
+                            << m_heartbeat.takeLongest() << '\n';
+    }
+
+    /// To be called after a search: a text that is nowhere in its result.
+    void findNothing()
+    {
+        QTimer::singleShot(0, this, [] {
+            QWidget *dialog = QApplication::activeModalWidget();
+            dialog->findChild<QComboBox *>(QStringLiteral("le_keyword"))
+                ->setEditText(QStringLiteral("no such text anywhere"));
+            QTimer::singleShot(200, dialog,
+                               [dialog] { qobject_cast<QDialog *>(dialog)->accept(); });
+        });
+        m_window.findDialogPopup();
+        m_heartbeat.takeLongest();
+        m_clock.start();
+        const QString told = QStringLiteral("見つかりません");
+        waitUntil([&] { return m_window.statusBar()->currentMessage().contains(told); });
+        QTextStream(stdout) << "find_ms " << m_clock.elapsed() << "\nfind_longest_block_ms "
+                            << m_heartbeat.takeLongest() << '\n';
     }
 
     /// To be called after a search.
@@ -188,7 +231,8 @@ private:
 
 } // namespace
 
-/// Arguments: PATH MASK KEYWORD [ABORT_AFTER_MS | preview | down | resize], or --load.
+/// Arguments: PATH MASK KEYWORD [ABORT_AFTER_MS | preview | down | resize | find], or --load,
+/// or --count PATH MASK REPORT.
 /// Prints a name and a figure on each line.
 int main(int argc, char *argv[])
 {
@@ -201,6 +245,8 @@ int main(int argc, char *argv[])
     Bench bench(window);
     if (arguments.value(1) == QLatin1String("--load"))
         bench.loadLog();
+    else if (arguments.value(1) == QLatin1String("--count"))
+        bench.countLines(arguments.value(2), arguments.value(3), arguments.value(4));
     else
         bench.search(arguments.value(1), arguments.value(2), arguments.value(3),
                      arguments.value(4).toInt());
@@ -210,5 +256,7 @@ int main(int argc, char *argv[])
         bench.previewEachFile();
     if (arguments.value(4) == QLatin1String("down"))
         bench.holdDown();
+    if (arguments.value(4) == QLatin1String("find"))
+        bench.findNothing();
     return 0;
 }

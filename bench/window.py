@@ -7,8 +7,11 @@ import pathlib
 import shutil
 import statistics
 import subprocess
+import sys
 import tempfile
 import time
+
+import linecount
 
 LINES_PER_FILE = 1000
 HITS = {"100,000 hits": 100, "1,000,000 hits": 1000}
@@ -128,6 +131,15 @@ def measure_hits(folder, trees, rounds):
               f"{loaded['load_longest_block_ms']:.0f} ms")
 
 
+def measure_find(folder, trees, rounds):
+    for name, files in HITS.items():
+        tree = make_hits(trees / f"hits-{files}", files)
+        found = medians([figures(folder, f"{tree}/", "*.txt", "needle", "find")
+                         for _ in range(rounds)])
+        print(f"find without a hit in {name}: {found['find_ms']:.0f} ms, longest block "
+              f"{found['find_longest_block_ms']:.0f} ms (goal 100)")
+
+
 def measure_preview(folder, trees, rounds):
     files = make_preview_files(trees / "preview")
     (folder / "sarvik.ini").write_text("[General]\nbigsize=64\n")
@@ -160,13 +172,22 @@ def main():
     parser.add_argument("--build", type=pathlib.Path, required=True, help=argparse.SUPPRESS)
     parser.add_argument("--folder", type=pathlib.Path, required=True, help=argparse.SUPPRESS)
     parser.add_argument("--rounds", type=int, default=5)
+    parser.add_argument("--count", type=pathlib.Path, metavar="FOLDER",
+                        help="measure nothing, but compare a line count of FOLDER with the line "
+                             "feeds of its files")
     options = parser.parse_args()
     screen = start_screen()
     try:
         with tempfile.TemporaryDirectory() as scratch:
             folder = portable_copy(options.build, scratch)
+            if options.count:
+                # Files beyond the size are reported, not counted.
+                (folder / "sarvik.ini").write_text("[General]\nbigsize=64\n")
+                right = linecount.compare(folder / "sarvik-window-bench", options.count.resolve())
+                sys.exit(0 if right else 1)
             measure_start(folder, options.rounds)
             measure_hits(folder, options.folder, options.rounds)
+            measure_find(folder, options.folder, options.rounds)
             measure_preview(folder, options.folder, options.rounds)
             measure_abort(folder, options.folder / "linux-source-6.1", options.rounds)
     finally:

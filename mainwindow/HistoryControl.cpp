@@ -99,8 +99,10 @@ bool HistoryControl::load(const QString &path)
                                               LogRestore::Extent::Everything);
         },
         QEventLoop::ExcludeUserInputEvents);
-    if (!log)
+    if (!log) {
+        emit unreadable(path);
         return false;
+    }
     apply(*log);
     emit loaded();
     return true;
@@ -158,20 +160,21 @@ void HistoryControl::rebuildMenu()
     updateButtons();
 }
 
-void HistoryControl::goBack()
+bool HistoryControl::goBack()
 {
-    if (m_history.canGoBack())
-        load(m_history.goBack());
+    const bool isLoaded = m_history.canGoBack() && load(m_history.goBack());
     updateButtons();
+    return isLoaded;
 }
 
-void HistoryControl::goForward()
+bool HistoryControl::goForward()
 {
-    if (m_history.canGoForward())
-        load(m_history.goForward());
-    else
+    const bool canGo = m_history.canGoForward();
+    const bool isLoaded = canGo && load(m_history.goForward());
+    if (!canGo)
         restoreRemembered();
     updateButtons();
+    return isLoaded;
 }
 
 void HistoryControl::restoreRemembered()

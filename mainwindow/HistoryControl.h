@@ -21,6 +21,8 @@ class HistoryControl : public QObject {
 signals:
     /// Form and result view show another log; the rest of its text may follow.
     void loaded();
+    /// The log that was to be shown cannot be read; nothing has changed.
+    void unreadable(const QString &path);
 
 public:
     /// Not owned; must outlive this object.
@@ -39,9 +41,10 @@ public:
     /// The log of the last search, for the start of the program. False when there
     /// is none.
     bool loadLastSearch();
-    /// A log whole. False when it cannot be read; then nothing changes.
+    /// A log whole. False when it cannot be read; see unreadable().
     bool load(const QString &path);
-    /// The log of the back menu's entry index; out of range: nothing.
+    /// The log of the back menu's entry index. False when it cannot be read, or for an
+    /// index out of range.
     bool loadEntry(int index);
 
     /// Writes the log of the last search and, for time, one into the history: the
@@ -54,9 +57,9 @@ public:
     /// Lists the logs anew, deletes those beyond logmax and begins at the newest.
     void rebuildMenu();
     /// Pages to an older or newer log; forward from the newest restores what
-    /// remember() was told last and empties the view.
-    void goBack();
-    void goForward();
+    /// remember() was told last and empties the view. True when a log was loaded.
+    bool goBack();
+    bool goForward();
 
     /// The form as it is for the newest search; that of the start until then.
     void remember(const FormState &form) { m_remembered = form; }

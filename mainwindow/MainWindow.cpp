@@ -212,6 +212,11 @@ void MainWindow::refuse(const QString &message)
     statusBar()->showMessage(message, kRefusalMilliseconds);
 }
 
+void MainWindow::refuseFile(const QString &path)
+{
+    refuse(QStringLiteral("%1 を開けません").arg(QDir::cleanPath(path)));
+}
+
 void MainWindow::on_pushButton_clicked()
 {
     if (m_run->isRunning()) {
@@ -247,6 +252,7 @@ void MainWindow::start(FormRequest::Mode mode, const FormState &form)
     m_previewControl->setResultShown(mode == FormRequest::Mode::Search);
     m_previewControl->forgetSelection();
     m_history->cancelLoading();
+    m_find->stop();
     m_request = form;
     if (mode == FormRequest::Mode::Search)
         m_history->remember(form);
@@ -353,6 +359,12 @@ void MainWindow::endRun()
 
 // Views
 
+/// Of a log or of the file in the preview.
+bool MainWindow::isLoading(const GrepEditor &view) const
+{
+    return &view == m_preview ? m_previewControl->isLoading() : m_history->isLoading();
+}
+
 void MainWindow::findnext()
 {
     m_find->find(TextFind::Direction::Forward);
@@ -401,7 +413,7 @@ void MainWindow::showDocument(const QString &relativePath)
     const QString path = m_applicationDirectory + relativePath;
     const bool opened = QDesktopServices::openUrl(QUrl::fromLocalFile(path));
     if (!opened || !QFileInfo::exists(path))
-        refuse(QStringLiteral("%1 を開けません").arg(QDir::cleanPath(path)));
+        refuseFile(path);
 }
 
 void MainWindow::help()
@@ -429,7 +441,8 @@ void MainWindow::openLogfile(QAction *action)
         return;
     if (m_run->isRunning())
         return refuse(runningText());
-    m_history->loadEntry(index);
+    if (m_history->loadEntry(index))
+        m_resultView->setFocus();
 }
 
 void MainWindow::historyBackMenuPopup()
@@ -440,18 +453,35 @@ void MainWindow::historyBackMenuPopup()
     menu->popup(mapToGlobal(QPoint(free.width() / 2, free.height() / 2)));
 }
 
+/// Whoever pages with the mouse keeps the focus where it is.
+bool MainWindow::goBack()
+{
+    if (!m_run->isRunning())
+        return m_history->goBack();
+    refuse(runningText());
+    return false;
+}
+
+bool MainWindow::goForward()
+{
+    // The view may be emptied.
+    m_find->stop();
+    if (!m_run->isRunning())
+        return m_history->goForward();
+    refuse(runningText());
+    return false;
+}
+
 void MainWindow::arrowBack()
 {
-    if (m_run->isRunning())
-        return refuse(runningText());
-    m_history->goBack();
+    if (goBack())
+        m_resultView->setFocus();
 }
 
 void MainWindow::arrowForward()
 {
-    if (m_run->isRunning())
-        return refuse(runningText());
-    m_history->goForward();
+    if (goForward())
+        m_resultView->setFocus();
 }
 
 void MainWindow::openFile()
@@ -463,8 +493,8 @@ void MainWindow::openFile()
     QString path;
     if (!fileDialog::choose(m_history->logDirectory(), path, this))
         return;
-    if (!path.isEmpty())
-        m_history->load(path);
+    if (!path.isEmpty() && m_history->load(path))
+        m_resultView->setFocus();
 }
 
 // Preview

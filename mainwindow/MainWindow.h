@@ -105,6 +105,10 @@ private:
     void storeState();
 
     void refuse(const QString &message);
+    void refuseFile(const QString &path);
+    bool goBack();
+    bool goForward();
+    bool isLoading(const GrepEditor &view) const;
     void start(FormRequest::Mode mode, const FormState &form);
     void abortRun();
     void endRun();

@@ -57,11 +57,14 @@ void MainWindow::buildViews()
     m_preview->setTabChangesFocus(true);
     m_preview->setToolTip(
         QStringLiteral("Ctrl+S: 保存　Ctrl+Tab: タブを入力　Shift+Enter: エディタで開く"));
-    m_find = new FindControl({m_resultView, m_preview, statusBar()}, this);
+    const auto isLoading = [this](const GrepEditor &view) {
+        return this->isLoading(view);
+    };
+    m_find = new FindControl({m_resultView, m_preview, statusBar(), isLoading}, this);
     m_ui->viewSplitter->addWidget(m_resultView);
     m_ui->viewSplitter->addWidget(m_preview);
-    connect(m_resultView, &GrepEditor::BackButton, this, &MainWindow::arrowBack);
-    connect(m_resultView, &GrepEditor::ForwardButton, this, &MainWindow::arrowForward);
+    connect(m_resultView, &GrepEditor::BackButton, this, &MainWindow::goBack);
+    connect(m_resultView, &GrepEditor::ForwardButton, this, &MainWindow::goForward);
 }
 
 void MainWindow::buildPreview()
@@ -70,6 +73,7 @@ void MainWindow::buildPreview()
         new PreviewControl({m_resultView, m_preview, m_ui->searchForm, statusBar()},
                            m_applicationDirectory + QStringLiteral("sarvikrescue/"), this);
     connect(m_resultView, &GrepEditor::cursorPositionChanged, this, &MainWindow::previewFile);
+    connect(m_find, &FindControl::placeWanted, m_previewControl, &PreviewControl::tellPlace);
     auto *save = new QShortcut(QKeySequence::Save, m_preview);
     save->setContext(Qt::WidgetShortcut);
     connect(save, &QShortcut::activated, m_previewControl, &PreviewControl::save);
@@ -199,8 +203,10 @@ void MainWindow::buildHistory()
     connect(m_history, &HistoryControl::loaded, this, [this] {
         m_previewControl->setResultShown(true);
         m_previewControl->forgetSelection();
+        m_find->stop();
         showHighlightWords();
     });
+    connect(m_history, &HistoryControl::unreadable, this, &MainWindow::refuseFile);
     m_history->loadLastSearch();
     makeBackMenu();
 }

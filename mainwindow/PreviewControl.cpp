@@ -78,10 +78,16 @@ void PreviewControl::follow()
     const ResultLine::Place place = ResultLine::placeOf(line);
     const bool isHit = kind == ResultLine::Kind::Hit;
     m_place = {ResultLine::pathOf(isHit ? results.fileLineText() : line), place.line, place.column};
-    m_views.statusBar->showMessage(
-        m_place.path + QStringLiteral("  ---- %1:%2").arg(place.line).arg(place.column));
+    tellPlace();
     if (isShown(m_place.path) || showFile(m_place.path))
         showPlace();
+}
+
+void PreviewControl::tellPlace() const
+{
+    if (m_resultShown && m_views.resultView->textCursor().blockNumber() + 1 == m_lastResultBlock)
+        m_views.statusBar->showMessage(
+            m_place.path + QStringLiteral("  ---- %1:%2").arg(m_place.line).arg(m_place.column));
 }
 
 /// Hits of one result do not have their file read again; a new result may tell
@@ -206,6 +212,12 @@ bool PreviewControl::save()
 {
     if (m_file.path.isEmpty() || !m_file.readable || !m_text.isFinished())
         return false;
+    if (!isModified() && PreviewSaver::isAsShown(m_file)) {
+        // Another backup would hold what stands in the file anyway, and the text
+        // of before would be gone.
+        m_views.statusBar->showMessage(QStringLiteral("修正されていません"), kMessageMilliseconds);
+        return true;
+    }
     const QString text = this->text();
     if (!mayBeSaved(text))
         return false;

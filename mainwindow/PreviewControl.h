@@ -44,6 +44,13 @@ public:
     /// The user has selected a hit since then.
     bool hasSelection() const { return m_lastResultBlock >= 0; }
 
+    /// A part of the file's text is still to come.
+    bool isLoading() const { return !m_text.isFinished(); }
+
+    /// Tells in the status bar where the selected hit is, when the result view's cursor
+    /// is still on it.
+    void tellPlace() const;
+
     /// Follows the result view's cursor, unless the view is not the one that the
     /// user is in.
     void follow();
@@ -55,7 +62,8 @@ public:
     /// For a window that goes without having asked: keeps a modified text in the
     /// rescue directory.
     void rescueIfModified();
-    /// Saves the text. False when it was not saved.
+    /// Saves the text. A text that nobody has edited, of a file that is still as it is
+    /// shown, is not written. False when it was to be saved and was not.
     bool save();
 
 private:

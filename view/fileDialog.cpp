@@ -103,7 +103,8 @@ void fileDialog::setUpFolders()
         m_ui->buttonBox->button(QDialogButtonBox::Cancel)->setFocus();
         return;
     }
-    tree->setFocus();
+    // What is chosen stands in the list.
+    m_ui->listFiles->setFocus();
     tree->setCurrentIndex(start);
     tree->expand(start);
     tree->scrollTo(start);
@@ -153,6 +154,23 @@ void fileDialog::setUpFiles()
             SIGNAL(currentChanged(const QModelIndex &, const QModelIndex &)), this,
             SLOT(currentChanged(const QModelIndex &, const QModelIndex &)));
     currentChanged(QModelIndex(), QModelIndex());
+    // The files come, and are sorted, a moment after the folder.
+    connect(m_fileModel, &QFileSystemModel::layoutChanged, this, &fileDialog::selectFirstEntry);
+    connect(m_fileModel, &QFileSystemModel::rowsInserted, this, &fileDialog::selectFirstEntry);
+    connect(m_fileModel, &QFileSystemModel::directoryLoaded, this, &fileDialog::selectFirstEntry);
+}
+
+void fileDialog::selectFirstEntry()
+{
+    QTreeView *list = m_ui->listFiles;
+    const QItemSelectionModel *selection = list->selectionModel();
+    if (selection->hasSelection() && list->currentIndex() != m_firstEntry)
+        m_selectsFirst = false;
+    const QModelIndex first = m_fileModel->index(0, 0, list->rootIndex());
+    if (!m_selectsFirst || !first.isValid() || selection->isSelected(first))
+        return;
+    m_firstEntry = first;
+    list->setCurrentIndex(first);
 }
 
 void fileDialog::setUpPreview()
@@ -217,6 +235,7 @@ void fileDialog::showFolder(const QString &path)
     // Otherwise the folder, or a file of the one before, would stay the current
     // entry, unseen.
     list->selectionModel()->clear();
+    m_selectsFirst = false;
 }
 
 void fileDialog::activateEntry(const QModelIndex &index)
@@ -238,8 +257,15 @@ void fileDialog::activateFolder(const QModelIndex &index)
 bool fileDialog::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::Wheel
-        || event->type() == QEvent::KeyPress)
+        || event->type() == QEvent::KeyPress) {
         m_startInSight = false;
+        m_selectsFirst = false;
+    }
+    if (event->type() == QEvent::FocusIn && watched == m_ui->listFiles
+        && !m_ui->listFiles->selectionModel()->hasSelection()) {
+        m_selectsFirst = true;
+        selectFirstEntry();
+    }
     if (event->type() == QEvent::KeyPress) {
         const auto *keyEvent = static_cast<QKeyEvent *>(event);
         const bool isEnter = keyEvent->key() == Qt::Key_Return || keyEvent->key() == Qt::Key_Enter;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QPersistentModelIndex>
 #include <QString>
 #include <QTimer>
 
@@ -17,6 +18,9 @@ QT_END_NAMESPACE
 
 /// Chooses a saved result log: folders on the left, the files of the chosen one
 /// on the right, the one changed last first, and below them the beginning of the selected file.
+///
+/// The list has the focus. When there is nothing selected in it then, its first entry
+/// is: the log of the last search, as a rule.
 ///
 /// Size and splitters are those of the last run (see LogChooserFile), whether
 /// that was accepted or not.
@@ -54,6 +58,7 @@ private:
     void showFolder(const QString &path);
     void activateEntry(const QModelIndex &index);
     void activateFolder(const QModelIndex &index);
+    void selectFirstEntry();
 
     /// The program's, with a "/" at its end: "fileDialog.ini" lies there.
     const QString m_directory;
@@ -65,4 +70,8 @@ private:
     /// Nobody has touched the tree yet.
     bool m_startInSight = false;
     QTimer m_scrollToStart;
+    /// Nobody has chosen an entry of the list yet: the first one is selected, also when it
+    /// is still to come or another one takes its place.
+    bool m_selectsFirst = false;
+    QPersistentModelIndex m_firstEntry; // the one that was selected by itself
 };

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -35,14 +36,30 @@ bool isNewer(const Listed &a, const Listed &b)
     return a.changed != b.changed ? a.changed > b.changed : a.name > b.name;
 }
 
+/// The name that a save claims, empty until its log is whole, and the file that the
+/// log is written to until then. One that nobody writes any more is like any other.
+bool isBeingSaved(const QFileInfo &file, const QDateTime &now)
+{
+    constexpr qint64 kLongestPauseSeconds = 10;
+    static const QRegularExpression names(
+        QStringLiteral("^\\d{8}-\\d{6}(_\\d\\d)?\\.log(\\.[A-Za-z]{6})?$"));
+    const QRegularExpressionMatch match = names.match(file.fileName());
+    const bool isTemporary = !match.captured(2).isEmpty();
+    return match.hasMatch() && (isTemporary || file.size() == 0)
+        && qAbs(file.lastModified().secsTo(now)) < kLongestPauseSeconds;
+}
+
 QVector<Listed> newestFirst(const QString &folder)
 {
     QVector<Listed> files;
     // Times are asked for once a file, not at every comparison.
     const QFileInfoList infos = QDir(folder).entryInfoList(QDir::Files, QDir::NoSort);
     files.reserve(infos.size());
-    for (const QFileInfo &info : infos)
-        files.append({info.fileName(), info.lastModified().toMSecsSinceEpoch()});
+    const QDateTime now = QDateTime::currentDateTime();
+    for (const QFileInfo &info : infos) {
+        if (!isBeingSaved(info, now))
+            files.append({info.fileName(), info.lastModified().toMSecsSinceEpoch()});
+    }
     std::sort(files.begin(), files.end(), isNewer);
     return files;
 }

@@ -168,6 +168,12 @@ bool PreviewSaver::changedOnDisk(const PreviewFile &file)
     return now.exists && now != file.stamp;
 }
 
+bool PreviewSaver::isAsShown(const PreviewFile &file)
+{
+    const Stamp now = NativeFile::stampOf(file.path);
+    return now.exists && now == file.stamp;
+}
+
 bool PreviewSaver::changesUntouchedBytes(const PreviewFile &file)
 {
     return !file.survives;

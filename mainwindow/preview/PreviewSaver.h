@@ -19,7 +19,7 @@
 /// one name only, both whole under the other two. A symbolic link stays a link;
 /// the file that it ends at is saved and gets the backup beside it.
 ///
-/// Nothing here asks. The three questions tell the window beforehand what to
+/// Nothing here asks. The four questions tell the window beforehand what to
 /// ask. Any thread; not two saves of one file at a time.
 namespace PreviewSaver {
 
@@ -44,6 +44,9 @@ Outcome save(PreviewFile *file, const QString &text);
 /// Another program has changed or replaced the file since it was read or saved.
 /// Not for a file that is gone: then nothing is written over.
 bool changedOnDisk(const PreviewFile &file);
+
+/// The file is there, and as it was when it was read or saved.
+bool isAsShown(const PreviewFile &file);
 
 /// A save would change bytes that nobody edited. Costs nothing.
 bool changesUntouchedBytes(const PreviewFile &file);

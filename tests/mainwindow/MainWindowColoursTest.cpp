@@ -3,12 +3,20 @@
 #include "settings/AppSettings.h"
 #include "tests/view/ColouredText.h"
 #include "view/Highlighter.h"
+
+#include <QApplication>
 #include <QCheckBox>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QGroupBox>
+#include <QMap>
+#include <QPushButton>
+#include <QSpinBox>
 #include <QTest>
 #include <QTextBlock>
+#include <QTimer>
+#include <QToolButton>
 
 namespace {
 
@@ -47,6 +55,9 @@ private slots:
     void twoKeywordsAreMarkedWhenBothBoxesAreChecked_data();
     void twoKeywordsAreMarkedWhenBothBoxesAreChecked();
     void anotherSearchMarksItsOwnKeyword();
+    void thePreviewMarksWhatTheFormSaysNow();
+    void acceptedOptionsAreSeenAtOnce_data();
+    void acceptedOptionsAreSeenAtOnce();
     void theKeywordOfTheLastSearchIsMarkedAtTheStart();
     void theKeywordOfALoadedLogIsMarked();
 
@@ -150,6 +161,85 @@ void MainWindowColoursTest::anotherSearchMarksItsOwnKeyword()
     select(text("int apple pie"));
     for (const GrepEditor *view : {m_fixture->resultView(), m_fixture->preview()})
         QVERIFY(coloursOf(*view, text("int apple pie")).endsWith(text("..........111")));
+}
+
+void MainWindowColoursTest::thePreviewMarksWhatTheFormSaysNow()
+{
+    QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.c *.none"), text("apple")));
+    m_fixture->keyword1()->setEditText(text("pie"));
+    select(text("int apple pie"));
+    QCOMPARE(coloursOf(*m_fixture->preview(), text("int apple pie")), text("..........111"));
+    QVERIFY(coloursOf(*m_fixture->resultView(), text("int apple pie")).endsWith(text("11111....")));
+    // At the moment of the selection, and with the second one in use.
+    m_fixture->child<QGroupBox>("extraGroup")->setChecked(true);
+    m_fixture->child<QCheckBox>("useKeyword2")->setChecked(true);
+    m_fixture->keyword2()->setEditText(text("int"));
+    QCOMPARE(coloursOf(*m_fixture->preview(), text("int apple pie")), text("..........111"));
+    select(text("b.none"));
+    QCOMPARE(coloursOf(*m_fixture->preview(), text("int apple pie")), text("222.......111"));
+}
+
+void MainWindowColoursTest::acceptedOptionsAreSeenAtOnce_data()
+{
+    QTest::addColumn<bool>("inPreview");
+    QTest::newRow("the result view") << false;
+    QTest::newRow("the preview") << true;
+}
+
+void MainWindowColoursTest::acceptedOptionsAreSeenAtOnce()
+{
+    QFETCH(bool, inPreview);
+    AppSettings &settings = AppSettings::instance();
+    settings.zenspc = settings.tab = settings.cr = false;
+    settings.cursorback = true;
+    settings.tabcolor = QColor(1, 201, 101);
+    m_fixture->tree.write(text("b.none"),
+                          "MMM\tapple\xE3\x80\x80"
+                          "WWW\n");
+    QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.c *.none"), text("apple")));
+    select(text("MMM"));
+    GrepEditor *view = inPreview ? m_fixture->preview() : m_fixture->resultView();
+    view->setFocus();
+    view->setTextCursor(view->document()->find(text("WWW")));
+    const QMap<QByteArray, QColor> chosen = {
+        {"pb_c01", QColor(10, 20, 30)},  {"pb_c02", QColor(251, 2, 3)},
+        {"pb_c03", QColor(4, 252, 5)},   {"pb_c04", QColor(6, 7, 153)},
+        {"pb_c05", QColor(254, 253, 8)}, {"pb_c07", QColor(9, 155, 254)},
+        {"pb_c14", QColor(200, 11, 201)}};
+    const auto isSeen = [view](const QColor &colour) {
+        const QImage picture = view->viewport()->grab().toImage();
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x) {
+                if (picture.pixelColor(x, y) == colour)
+                    return true;
+            }
+        }
+        return false;
+    };
+    for (auto button = chosen.begin(); button != chosen.end(); ++button) {
+        QVERIFY(!isSeen(*button));
+        m_fixture->prompt.colours += *button;
+    }
+    QVERIFY(!isSeen(settings.tabcolor));
+    bool accepted = false;
+    QTimer::singleShot(0, this, [&] {
+        QWidget *dialog = QApplication::activeModalWidget();
+        // In the order of the map, which the answers have too.
+        for (auto button = chosen.begin(); button != chosen.end(); ++button)
+            dialog->findChild<QPushButton *>(QLatin1String(button.key()))->click();
+        for (const char *size : {"fontsize2", "fontsize3"})
+            dialog->findChild<QSpinBox *>(QLatin1String(size))->setValue(24);
+        dialog->findChild<QCheckBox *>(text("chk_zenspc"))->setCheckState(Qt::Checked);
+        dialog->findChild<QCheckBox *>(text("chk_tabcr"))->setCheckState(Qt::Checked);
+        accepted = true;
+        dialog->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->click();
+    });
+    m_fixture->child<QToolButton>("optionBtn")->click();
+    QVERIFY(accepted);
+    QVERIFY(settings.zenspc && settings.tab && settings.cr);
+    for (auto button = chosen.begin(); button != chosen.end(); ++button)
+        QVERIFY2(isSeen(*button), button.key().constData());
+    QVERIFY(isSeen(settings.tabcolor));
 }
 
 void MainWindowColoursTest::theKeywordOfTheLastSearchIsMarkedAtTheStart()

@@ -25,6 +25,8 @@ private slots:
     void theSamplesAreCounted_data();
     void theSamplesAreCounted();
     void charactersThatLookLikeLineFeedsAreNone();
+    void theEndOfACountBringsTheWindowBack_data();
+    void theEndOfACountBringsTheWindowBack();
 
 private:
     void compare(const QString &folder, const QMap<QString, int> &expected);
@@ -33,6 +35,19 @@ private:
 };
 
 namespace {
+
+/// Counts how often a window is raised.
+class RaiseCounter : public QObject {
+public:
+    int count = 0;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        count += event->type() == QEvent::ZOrderChange ? 1 : 0;
+        return QObject::eventFilter(watched, event);
+    }
+};
 
 struct Unit {
     int size;
@@ -158,6 +173,45 @@ void MainWindowLineCountTest::charactersThatLookLikeLineFeedsAreNone()
         expected[path] = linesIn(inUtf16(text, bigEndian), {2, bigEndian});
     }
     compare(m_fixture->tree.path(), expected);
+}
+
+void MainWindowLineCountTest::theEndOfACountBringsTheWindowBack_data()
+{
+    QTest::addColumn<bool>("aborted");
+    QTest::newRow("counted") << false;
+    QTest::newRow("aborted") << true;
+}
+
+void MainWindowLineCountTest::theEndOfACountBringsTheWindowBack()
+{
+    QFETCH(bool, aborted);
+    for (int file = 0; file < 50; ++file)
+        m_fixture->tree.write(QStringLiteral("%1.txt").arg(file), "a\nb\n");
+    m_fixture->fill(aborted ? QStringLiteral("/usr/") : m_fixture->tree.path(),
+                    QStringLiteral("*.txt"), QString());
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    MainWindow &window = m_fixture->window();
+    QVERIFY(!window.isActiveWindow());
+    m_fixture->resultView()->clearFocus();
+    const auto *panel = m_fixture->child<QWidget>("progressPanel");
+    window.lineCountGrep();
+    QVERIFY(!panel->isHidden());
+    QCOMPARE(m_fixture->searchButton()->text(), QStringLiteral("中止"));
+    RaiseCounter raises;
+    window.installEventFilter(&raises);
+    if (aborted)
+        m_fixture->searchButton()->click();
+    QVERIFY(m_fixture->waitUntilIdle());
+    QVERIFY(panel->isHidden());
+    QCOMPARE(m_fixture->searchButton()->text(), QStringLiteral("検索開始"));
+    QVERIFY(m_fixture->searchButton()->isEnabled());
+    QCOMPARE(raises.count, 1);
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QCOMPARE(m_fixture->resultText().contains(QStringLiteral("中止しました")), aborted);
+    QVERIFY(m_fixture->resultText().contains(QStringLiteral("合計行数 ")));
 }
 
 QTEST_MAIN(MainWindowLineCountTest)

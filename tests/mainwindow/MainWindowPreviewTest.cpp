@@ -55,6 +55,8 @@ private slots:
     void aModifiedFileIsOfferedForSaving_data();
     void aModifiedFileIsOfferedForSaving();
     void ctrlSSavesWithABackup();
+    void savingTwiceKeepsTheFirstBackup();
+    void aFileThatIsGoneIsWrittenAgain();
     void lineEndsAndMarksSurviveASave();
     void aFileChangedByOthersIsAskedFor();
     void charactersThatWouldBeLostAreAskedFor();
@@ -345,6 +347,35 @@ void MainWindowPreviewTest::ctrlSSavesWithABackup()
     QCOMPARE(m_fixture->statusText(), text("セーブしました"));
     QVERIFY(!m_fixture->preview()->document()->isModified());
     QVERIFY(m_fixture->prompt.messages.isEmpty());
+}
+
+void MainWindowPreviewTest::savingTwiceKeepsTheFirstBackup()
+{
+    searchAndSelect(text("one apple"));
+    m_fixture->preview()->setFocus();
+    QTest::keyClick(m_fixture->preview(), Qt::Key_S, Qt::ControlModifier);
+    QVERIFY(!QFile::exists(file("a.txt.bak")));
+    QCOMPARE(m_fixture->statusText(), text("修正されていません"));
+    edit();
+    QTest::keyClick(m_fixture->preview(), Qt::Key_S, Qt::ControlModifier);
+    QCOMPARE(m_fixture->statusText(), text("セーブしました"));
+    QTest::keyClick(m_fixture->preview(), Qt::Key_S, Qt::ControlModifier);
+    QCOMPARE(m_fixture->tree.read(QStringLiteral("a.txt.bak")),
+             QByteArray("one apple\ntwo pears\nthree apple pies\n"));
+    QCOMPARE(m_fixture->tree.read(QStringLiteral("a.txt")),
+             QByteArray("new one apple\ntwo pears\nthree apple pies\n"));
+    QVERIFY(m_fixture->prompt.messages.isEmpty());
+}
+
+void MainWindowPreviewTest::aFileThatIsGoneIsWrittenAgain()
+{
+    searchAndSelect(text("one apple"));
+    m_fixture->tree.remove(QStringLiteral("a.txt"));
+    m_fixture->preview()->setFocus();
+    QTest::keyClick(m_fixture->preview(), Qt::Key_S, Qt::ControlModifier);
+    QCOMPARE(m_fixture->tree.read(QStringLiteral("a.txt")),
+             QByteArray("one apple\ntwo pears\nthree apple pies\n"));
+    QCOMPARE(m_fixture->statusText(), text("セーブしました"));
 }
 
 void MainWindowPreviewTest::lineEndsAndMarksSurviveASave()

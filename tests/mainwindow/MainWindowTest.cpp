@@ -13,6 +13,7 @@
 #include <QDesktopServices>
 #include <QGroupBox>
 #include <QLineEdit>
+#include <QPointer>
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
@@ -86,6 +87,7 @@ private slots:
     void aPickedSecondKeywordIsSeen();
     void theFormsPathsServeBeforeTheFirstSearch();
     void aBroadcastLeavesTypingAlone();
+    void aBroadcastBringsAFreshCompleterWithoutSignals();
 
     void findingGoesAroundTheEnd();
     void theOtherKeysOfFindingFindToo();
@@ -527,6 +529,29 @@ void MainWindowTest::aBroadcastLeavesTypingAlone()
     QCOMPARE(m_fixture->keyword1()->completer()->model()->rowCount(), 1);
 }
 
+void MainWindowTest::aBroadcastBringsAFreshCompleterWithoutSignals()
+{
+    QComboBox *combo = m_fixture->keyword1();
+    const QPointer<QCompleter> former = combo->completer();
+    AppSettings::instance().keywordHistory->add(text("new"), false, false, false);
+    AppSettings::instance().keywordHistory->save();
+    QVector<bool> blocked;
+    const auto note = [&] {
+        blocked += m_fixture->window().signalsBlocked();
+    };
+    connect(combo->model(), &QAbstractItemModel::rowsInserted, this, note);
+    m_fixture->window().onBoradCastMessage(1, 2);
+    QVERIFY(!blocked.isEmpty());
+    QVERIFY(!blocked.contains(false));
+    QVERIFY(!m_fixture->window().signalsBlocked());
+    const QCompleter *fresh = combo->completer();
+    QVERIFY(fresh && fresh != former);
+    QCOMPARE(fresh->completionMode(), QCompleter::PopupCompletion);
+    QCOMPARE(fresh->caseSensitivity(), Qt::CaseInsensitive);
+    QCOMPARE(fresh->model()->index(0, 0).data().toString(), text("new"));
+    QTRY_VERIFY(former.isNull());
+}
+
 void MainWindowTest::findingGoesAroundTheEnd()
 {
     QVERIFY(m_fixture->search(m_tree, text("*.txt"), text("apple")));
@@ -538,13 +563,19 @@ void MainWindowTest::findingGoesAroundTheEnd()
     m_fixture->child<QToolButton>("findBtn")->click();
     const QTextCursor first = m_fixture->resultView()->textCursor();
     QCOMPARE(first.selectedText(), text("pies"));
-    QCOMPARE(m_fixture->statusText(), QString());
+    const QString place = m_tree + text("a.txt  ---- 3:7");
+    QCOMPARE(m_fixture->statusText(), place);
     m_fixture->child<QToolButton>("findNextBtn")->click();
     QCOMPARE(m_fixture->resultView()->textCursor().selectionStart(), first.selectionStart());
     QCOMPARE(m_fixture->statusText(), text("末尾まで検索したので先頭に戻りました"));
     m_fixture->child<QToolButton>("findPrevBtn")->click();
     QCOMPARE(m_fixture->resultView()->textCursor().selectionStart(), first.selectionStart());
     QCOMPARE(m_fixture->statusText(), text("先頭まで検索したので末尾に戻りました"));
+    // Then it tells the place again.
+    auto *timer = m_fixture->window().findChild<QTimer *>(text("findMessageTimer"));
+    QCOMPARE(timer->interval(), 5000);
+    timer->start(0);
+    QTRY_COMPARE(m_fixture->statusText(), place);
 }
 
 void MainWindowTest::theOtherKeysOfFindingFindToo()

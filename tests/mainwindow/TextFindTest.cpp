@@ -3,12 +3,16 @@
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QTextBlock>
 #include <QtTest>
 
-using TextFind::Direction;
-using TextFind::Options;
-using TextFind::Result;
+#include <cstdlib>
 
+using Direction = TextFind::Direction;
+using Options = TextFind::Options;
+using Result = TextFind::Result;
+
+Q_DECLARE_METATYPE(TextFind::Direction)
 Q_DECLARE_METATYPE(TextFind::Options)
 
 class TextFindTest : public QObject {
@@ -35,6 +39,14 @@ private slots:
     void backwardAMatchThatReachesTheSelectionIsNotTaken();
     void aPatternStaysInOneLine();
     void thePlaceIsScrolledTo();
+    void aLongTextTakesManySteps_data();
+    void aLongTextTakesManySteps();
+    void theWayAroundEndsWhereItBegan_data();
+    void theWayAroundEndsWhereItBegan();
+    void aMatchAcrossTheStartIsFoundLast();
+    void linesThatComeBetweenTheStepsAreSearched();
+    void aTextThatBecomesShorterHasNothingInIt();
+    void aMovedCursorIsTold();
 };
 
 namespace {
@@ -52,10 +64,25 @@ void putCursor(QPlainTextEdit &view, int anchor, int position)
     view.setTextCursor(cursor);
 }
 
+/// In as many steps as it takes.
+Result find(QPlainTextEdit &view, const QString &text, Direction direction = Direction::Forward,
+            const Options &options = Options(), int *steps = nullptr)
+{
+    TextFind find(&view, text, options, direction);
+    Result result = Result::Searching;
+    for (; result == Result::Searching; result = find.step(0)) {
+        if (steps != nullptr)
+            ++*steps;
+    }
+    if (result == Result::Found || result == Result::FoundAfterWrap)
+        find.select();
+    return result;
+}
+
 Result find(QPlainTextEdit &view, const char *text, Direction direction = Direction::Forward,
             const Options &options = Options())
 {
-    return TextFind::find(view, QString::fromUtf8(text), options, direction);
+    return find(view, QString::fromUtf8(text), direction, options);
 }
 
 Options regexp()
@@ -207,7 +234,7 @@ void TextFindTest::withoutAPlaceTheCursorStays()
     putCursor(view, 2, 4);
     const QSignalSpy moves(&view, &QPlainTextEdit::cursorPositionChanged);
     for (const Direction direction : {Direction::Forward, Direction::Backward})
-        QCOMPARE(TextFind::find(view, text, regexp(), direction), Result::NotFound);
+        QCOMPARE(find(view, text, direction, regexp()), Result::NotFound);
     QCOMPARE(view.textCursor().anchor(), 2);
     QCOMPARE(view.textCursor().position(), 4);
     QCOMPARE(moves.count(), 0);
@@ -276,6 +303,119 @@ void TextFindTest::thePlaceIsScrolledTo()
     QCOMPARE(find(view, "ab"), Result::Found);
     QVERIFY(view.verticalScrollBar()->value() > 0);
     QVERIFY(view.viewport()->rect().contains(view.cursorRect()));
+}
+
+void TextFindTest::aLongTextTakesManySteps_data()
+{
+    QTest::addColumn<Direction>("direction");
+    QTest::newRow("forward") << Direction::Forward;
+    QTest::newRow("backward") << Direction::Backward;
+}
+
+void TextFindTest::aLongTextTakesManySteps()
+{
+    QFETCH(Direction, direction);
+    const bool forward = direction == Direction::Forward;
+    const QString nothing = QStringLiteral("nothing\n").repeated(10000);
+    QPlainTextEdit view(forward ? nothing + QStringLiteral("ab")
+                                : QStringLiteral("ab\n") + nothing);
+    view.moveCursor(forward ? QTextCursor::Start : QTextCursor::End);
+    const int before = view.textCursor().position();
+    const QSignalSpy moves(&view, &QPlainTextEdit::cursorPositionChanged);
+    TextFind find(&view, QStringLiteral("ab"), Options(), direction);
+    int steps = 1;
+    for (; find.step(0) == Result::Searching; ++steps)
+        QCOMPARE(view.textCursor().position(), before);
+    QVERIFY(steps > 10);
+    QCOMPARE(find.step(0), Result::Found);
+    QCOMPARE(moves.count(), 0);
+    find.select();
+    QCOMPARE(selected(view), QStringLiteral("ab"));
+    // Given the time, one step does it.
+    view.moveCursor(forward ? QTextCursor::Start : QTextCursor::End);
+    QCOMPARE(TextFind(&view, QStringLiteral("ab"), Options(), direction).step(60000),
+             Result::Found);
+}
+
+void TextFindTest::theWayAroundEndsWhereItBegan_data()
+{
+    aLongTextTakesManySteps_data();
+}
+
+void TextFindTest::theWayAroundEndsWhereItBegan()
+{
+    QFETCH(Direction, direction);
+    QPlainTextEdit view(QStringLiteral("nothing\n").repeated(20000));
+    const auto stepsFrom = [&](int line) {
+        view.setTextCursor(QTextCursor(view.document()->findBlockByNumber(line)));
+        int steps = 0;
+        const Result result = find(view, QStringLiteral("ab"), direction, Options(), &steps);
+        return result == Result::NotFound ? steps : -1;
+    };
+    // Once through the text, wherever it begins.
+    const int fromStart = stepsFrom(0);
+    QVERIFY(fromStart > 10);
+    for (const int line : {1, 5000, 10000, 15000, 20000})
+        QVERIFY(std::abs(stepsFrom(line) - fromStart) <= 2);
+}
+
+void TextFindTest::aMatchAcrossTheStartIsFoundLast()
+{
+    QPlainTextEdit view(QStringLiteral("x\nx ab x\nx"));
+    for (const Direction direction : {Direction::Forward, Direction::Backward}) {
+        putCursor(view, 5, 5);
+        QCOMPARE(find(view, "ab", direction), Result::FoundAfterWrap);
+        QCOMPARE(view.textCursor().selectionStart(), 4);
+    }
+    // Others in its line come first.
+    view.setPlainText(QStringLiteral("ab ab ab"));
+    putCursor(view, 4, 4);
+    for (const int expected : {6, 0, 3}) {
+        find(view, "ab");
+        QCOMPARE(view.textCursor().selectionStart(), expected);
+    }
+}
+
+void TextFindTest::linesThatComeBetweenTheStepsAreSearched()
+{
+    QPlainTextEdit view(QStringLiteral("nothing\n").repeated(1000));
+    TextFind find(&view, QStringLiteral("ab"), Options(), Direction::Forward);
+    QCOMPARE(find.step(0), Result::Searching);
+    QTextCursor end(view.document());
+    end.movePosition(QTextCursor::End);
+    end.insertText(QStringLiteral("\nab"));
+    Result result = find.step(0);
+    while (result == Result::Searching)
+        result = find.step(0);
+    QCOMPARE(result, Result::Found);
+    find.select();
+    QCOMPARE(view.textCursor().blockNumber(), 1001);
+}
+
+void TextFindTest::aTextThatBecomesShorterHasNothingInIt()
+{
+    for (const Direction direction : {Direction::Forward, Direction::Backward}) {
+        QPlainTextEdit view(QStringLiteral("nothing\n").repeated(1000));
+        view.setTextCursor(QTextCursor(view.document()->findBlockByNumber(500)));
+        TextFind find(&view, QStringLiteral("ab"), Options(), direction);
+        QCOMPARE(find.step(0), Result::Searching);
+        view.setPlainText(QStringLiteral("x"));
+        QCOMPARE(find.step(60000), Result::NotFound);
+    }
+}
+
+void TextFindTest::aMovedCursorIsTold()
+{
+    QPlainTextEdit view(QStringLiteral("one ab two"));
+    putCursor(view, 1, 3);
+    const TextFind find(&view, QStringLiteral("ab"), Options(), Direction::Forward);
+    QVERIFY(find.isCursorUntouched());
+    putCursor(view, 2, 3);
+    QVERIFY(!find.isCursorUntouched());
+    putCursor(view, 1, 4);
+    QVERIFY(!find.isCursorUntouched());
+    putCursor(view, 1, 3);
+    QVERIFY(find.isCursorUntouched());
 }
 
 QTEST_MAIN(TextFindTest)

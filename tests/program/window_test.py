@@ -106,18 +106,32 @@ class WindowTest(ProgramTestCase):
         program.keys("ctrl+k", "ctrl+a")
         program.type("nowhere")
         self.assertIn("該当行数 0\n", program.search())
+        # Each log brings its text and its request.
         program.keys("alt+Left")
+        wait_for("the older log", lambda: "該当行数 4\n" in program.copied())
+        program.keys("alt+Right")
+        wait_for("the newer log", lambda: "該当行数 0\n" in program.copied())
+        program.keys("alt+Left")
+        wait_for("the older log again", lambda: "該当行数 4\n" in program.copied())
         time.sleep(1.1)
         program.keys("ctrl+k")
         self.assertIn("該当行数 4\n", program.search())
-        self.assertTrue(program.log().splitlines()[1] == "keyword1:灯台", program.log())
+        self.assertEqual(program.log().splitlines()[1], "keyword1:灯台")
+        self.assertEqual(program.quit(), 0)
 
     def test_a_count_leaves_the_window_well(self):
         program = self.program
         program.hand_over(str(self.tree) + "/", "*.txt", "灯台")
         program.start()
         program.choose("alt+t", "l")
-        wait_for("the line count", lambda: program.title() == "灯台 -- sarvik")
+        text = wait_for("the end of the count",
+                        lambda: (copied := program.copied()).count("合計") == 3 and copied)
+        counts = {path: path.read_bytes().count(b"\n") + 1
+                  for path in self.tree.rglob("*.txt")}
+        for path, count in counts.items():
+            self.assertIn(f"{count:7} {path}\n", text)
+        self.assertRegex(text, rf"\n合計行数 {sum(counts.values())}  該当ファイル数 3$")
+        self.assertEqual(program.title(), "灯台 -- sarvik")
         self.assertEqual(program.quit(), 0)
         # What was there is there again.
         program.start()

@@ -150,6 +150,9 @@ private slots:
     void theListShowsFilesAndFoldersOfTheStartFolder();
     void theListHasNoDecoration();
     void theNewestFileComesFirst();
+    void theListHasTheFocusAndItsNewestLogIsSelected();
+    void theFirstEntryIsSelectedWhenTheListGetsTheFocus();
+    void whatWasSelectedStaysSelected();
     void theListIsSortedByWhatItsHeaderIsClickedFor();
     void theDateIsShownWhole();
     void thePreviewHasColoursAndFontOfTheSettings();
@@ -342,6 +345,68 @@ void fileDialogTest::theNewestFileComesFirst()
     QTRY_COMPARE(shown.logNames(), inFolder);
 }
 
+void fileDialogTest::theListHasTheFocusAndItsNewestLogIsSelected()
+{
+    // The folder is of today.
+    const auto makeNewer = [](const QString &path, int days) {
+        FileTime::setDayOfChange(path, QDate::currentDate().addDays(days));
+    };
+    makeNewer(m_folders->logs.filePath(text("one.log")), 1);
+    makeNewer(m_folders->logs.filePath(text("two.log")), 2);
+    const Shown shown(logs());
+    QVERIFY(shown.list()->hasFocus());
+    QCOMPARE(shown.treeFolder(), logs());
+    QTRY_COMPARE(shown.dialog.currentPath(), m_folders->logs.filePath(text("two.log")));
+    QVERIFY(shown.list()->selectionModel()->isSelected(shown.list()->currentIndex()));
+    QCOMPARE(shown.preview()->toPlainText(), text("other"));
+    // One that comes later is newer.
+    const QString newest = write("three.log", "newest");
+    makeNewer(newest, 3);
+    QTRY_COMPARE(shown.dialog.currentPath(), newest);
+    // From here on the choice is the user's.
+    QTest::keyClick(shown.list(), Qt::Key_Down);
+    QCOMPARE(shown.dialog.currentPath(), m_folders->logs.filePath(text("two.log")));
+    QSignalSpy accepted(&shown.dialog, &QDialog::accepted);
+    QTest::keyClick(shown.list(), Qt::Key_Return);
+    QCOMPARE(accepted.count(), 1);
+    QCOMPARE(shown.dialog.currentPath(), m_folders->logs.filePath(text("two.log")));
+}
+
+void fileDialogTest::theFirstEntryIsSelectedWhenTheListGetsTheFocus()
+{
+    const Shown shown(logs());
+    shown.entry(text("folder"));
+    const QModelIndex start = shown.tree()->currentIndex();
+    QTRY_COMPARE(shown.folderModel()->rowCount(start), 1);
+    QTest::keyClick(shown.list(), Qt::Key_Backtab);
+    QVERIFY(shown.tree()->hasFocus());
+    QTest::keyClick(shown.tree(), Qt::Key_Down);
+    QTest::keyClick(shown.tree(), Qt::Key_Return);
+    QCOMPARE(shown.shownFolder(), logs() + text("/folder"));
+    shown.entry(text("three.log"));
+    QVERIFY(!shown.list()->selectionModel()->hasSelection());
+    QCOMPARE(shown.dialog.currentPath(), QString());
+    QTest::keyClick(shown.tree(), Qt::Key_Tab);
+    QVERIFY(shown.list()->hasFocus());
+    QCOMPARE(shown.dialog.currentPath(), m_folders->logs.filePath(text("folder/three.log")));
+    QVERIFY(shown.button(QDialogButtonBox::Ok)->isEnabled());
+}
+
+void fileDialogTest::whatWasSelectedStaysSelected()
+{
+    const Shown shown(logs());
+    shown.entry(text("two.log"));
+    QTest::keyClick(shown.list(), Qt::Key_End);
+    const QString chosen = shown.dialog.currentPath();
+    write("three.log", "newest");
+    shown.entry(text("three.log"));
+    QTest::qWait(50);
+    QTest::keyClick(shown.list(), Qt::Key_Backtab);
+    QTest::keyClick(shown.tree(), Qt::Key_Tab);
+    QVERIFY(shown.list()->hasFocus());
+    QCOMPARE(shown.dialog.currentPath(), chosen);
+}
+
 void fileDialogTest::theListIsSortedByWhatItsHeaderIsClickedFor()
 {
     write("three.log", "x");
@@ -396,7 +461,6 @@ void fileDialogTest::thePreviewHasColoursAndFontOfTheSettings()
 void fileDialogTest::selectingAFileShowsItsBeginning()
 {
     const Shown shown(logs());
-    QCOMPARE(shown.preview()->toPlainText(), QString());
     shown.select(text("one.log"));
     QCOMPARE(shown.preview()->toPlainText(), text("::C:/a.txt\n      1:    2:text\n"));
     shown.select(text("two.log"));
@@ -424,6 +488,8 @@ void fileDialogTest::aFileThatIsGoneIsToldInThePreview()
 {
     const Shown shown(logs());
     const QModelIndex entry = shown.entry(text("two.log"));
+    // Not the one that may be selected by itself.
+    shown.select(text("one.log"));
     QVERIFY(QFile::remove(m_folders->logs.filePath(text("two.log"))));
     shown.list()->setCurrentIndex(entry);
     QCOMPARE(shown.preview()->toPlainText(),
@@ -511,9 +577,11 @@ void fileDialogTest::clickingAFolderInTheTreeShowsIt()
 
 void fileDialogTest::onlyAFileCanBeAccepted()
 {
+    const fileDialog unopened(logs());
+    QVERIFY(!unopened.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->isEnabled());
+    QCOMPARE(unopened.findChild<QPlainTextEdit *>()->toPlainText(), QString());
     const Shown shown(logs());
     const QPushButton *button = shown.button(QDialogButtonBox::Ok);
-    QVERIFY(!button->isEnabled());
     shown.select(text("one.log"));
     QVERIFY(button->isEnabled());
     shown.select(text("folder"));

@@ -29,6 +29,9 @@ private slots:
     void ofTheSameTimeTheGreaterNameIsFirst();
     void beyondTheLimitTheOldestAreDeleted();
     void whateverPlainFilesLieThereArePruned();
+    void aLogThatIsBeingSavedIsPassedOver_data();
+    void aLogThatIsBeingSavedIsPassedOver();
+    void whatASaveLeftLongAgoIsLikeAnyOtherFile();
     void foldersAreNeitherListedNorDeleted();
     void aLimitOfZeroDeletesAll_data();
     void aLimitOfZeroDeletesAll();
@@ -209,6 +212,54 @@ void LogHistoryTest::whateverPlainFilesLieThereArePruned()
     history.rebuild(2);
     QCOMPARE(namesOf(history), words("a empty"));
     QCOMPARE(filesIn(folder.path()), words("a empty"));
+}
+
+void LogHistoryTest::aLogThatIsBeingSavedIsPassedOver_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<bool>("passedOver");
+    const auto row = [](const char *what, const char *name, const char *content, bool passedOver) {
+        QTest::newRow(what) << QString::fromLatin1(name) << QByteArray(content) << passedOver;
+    };
+    row("the claimed name", "20260102-130405.log", "", true);
+    row("a second one's claimed name", "20260102-130405_02.log", "", true);
+    row("the file it is written to", "20260102-130405.log.aBcXyZ", "version", true);
+    row("the same, nothing written yet", "20260102-130405_02.log.aBcXyZ", "", true);
+    row("a whole log", "20260102-130405.log", "version", false);
+    row("somebody's empty file", "empty", "", false);
+    row("somebody's copy", "20260102-130405.log.bak", "version", false);
+}
+
+void LogHistoryTest::aLogThatIsBeingSavedIsPassedOver()
+{
+    QFETCH(QString, name);
+    QFETCH(QByteArray, content);
+    QFETCH(bool, passedOver);
+    const ScratchFolder folder;
+    makeLogs(folder, 2);
+    folder.write(name, content);
+    LogHistory history(folder.path());
+    history.rebuild(2);
+    // Neither is it listed nor does it push a log out.
+    QCOMPARE(namesOf(history), passedOver ? words("a b") : QStringList({name, words("a").first()}));
+    QCOMPARE(folder.exists(QStringLiteral("b")), passedOver);
+    history.rebuild(0);
+    QCOMPARE(folder.exists(name), passedOver);
+}
+
+void LogHistoryTest::whatASaveLeftLongAgoIsLikeAnyOtherFile()
+{
+    const ScratchFolder folder;
+    const QDate day(2026, 3, 20);
+    const QStringList names = words("20260102-130405.log 20260102-130405.log.aBcXyZ");
+    FileTime::setDayOfChange(folder.write(names.at(0), ""), day);
+    FileTime::setDayOfChange(folder.write(names.at(1), "x"), day.addDays(-1));
+    LogHistory history(folder.path());
+    history.rebuild(2);
+    QCOMPARE(namesOf(history), names);
+    history.rebuild(1);
+    QCOMPARE(filesIn(folder.path()), names.mid(0, 1));
 }
 
 void LogHistoryTest::foldersAreNeitherListedNorDeleted()

@@ -38,6 +38,7 @@ private slots:
     void thereIsNoButtonForTheKeywordColour();
     void theKeywordColourIsCarriedThrough();
     void theBackgroundButtonDerivesThePalette();
+    void aTransparentChoiceStaysSo();
     void theTextButtonDerivesThePalette();
     void aCancelledPaletteColourChangesNothing();
     void theDarkPresetIsShownAndStored();
@@ -241,6 +242,25 @@ void optionDialogColoursTest::theBackgroundButtonDerivesThePalette()
     QCOMPARE(settings().paletteAlternateBase, QColor(10, 20, 30, 170));
     QCOMPARE(settings().paletteButton, QColor(10, 20, 30, 204));
     QCOMPARE(settings().paletteText, QColor(Qt::white));
+}
+
+void optionDialogColoursTest::aTransparentChoiceStaysSo()
+{
+    const Shown shown;
+    AnsweringPrompt user;
+    user.colours << QColor(10, 20, 30, 200) << QColor(40, 50, 60, 100);
+    shown.click("pb_base");
+    shown.click("pb_text");
+    shown.ok();
+    QCOMPARE(settings().paletteBase, QColor(10, 20, 30, 200));
+    QCOMPARE(settings().paletteWindow, QColor(10, 20, 30, 134));
+    QCOMPARE(settings().paletteAlternateBase, QColor(10, 20, 30, 134));
+    QCOMPARE(settings().paletteButton, QColor(10, 20, 30, 160));
+    for (const Member member : {&AppSettings::paletteWindowText, &AppSettings::paletteToolTipBase,
+                                &AppSettings::paletteToolTipText, &AppSettings::paletteText,
+                                &AppSettings::paletteButtonText})
+        QCOMPARE(settings().*member, QColor(40, 50, 60, 100));
+    QCOMPARE(settings().paletteBrightText, QColor(60, 0, 0, 255));
 }
 
 void optionDialogColoursTest::theTextButtonDerivesThePalette()

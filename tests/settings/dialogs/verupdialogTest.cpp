@@ -3,10 +3,15 @@
 #include <QApplication>
 #include <QDir>
 #include <QLabel>
+#include <QNetworkAccessManager>
+#include <QNetworkProxy>
+#include <QNetworkReply>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
+
+#include <memory>
 
 namespace {
 
@@ -37,6 +42,19 @@ private:
     }
 };
 
+class RequestCounter : public QNetworkProxyFactory {
+public:
+    QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery &) override
+    {
+        ++s_requests;
+        return {QNetworkProxy(QNetworkProxy::NoProxy)};
+    }
+
+    static int s_requests;
+};
+
+int RequestCounter::s_requests = 0;
+
 } // namespace
 
 class verupdialogTest : public QObject {
@@ -52,6 +70,7 @@ private slots:
     void okReturnAndEscapeClose_data();
     void okReturnAndEscapeClose();
     void aMissingIconLeavesTheTextReadable();
+    void noRequestIsSent();
 };
 
 void verupdialogTest::theWindowIsTitledVersionWithoutAHelpButton()
@@ -133,6 +152,27 @@ void verupdialogTest::aMissingIconLeavesTheTextReadable()
     const auto *label = dialog.findChild<QLabel *>(QStringLiteral("lbl_version"));
     QVERIFY(label->width() >= label->sizeHint().width());
     QVERIFY(label->height() >= label->sizeHint().height());
+}
+
+void verupdialogTest::noRequestIsSent()
+{
+    RequestCounter::s_requests = 0;
+    // The application's from here on; every request asks it for a way.
+    QNetworkProxyFactory::setApplicationProxyFactory(new RequestCounter);
+    {
+        const Shown shown;
+        QTest::qWait(50);
+        QTest::mouseClick(shown.child<QPushButton>("pb_ok"), Qt::LeftButton);
+        QTest::qWait(50);
+    }
+    QCOMPARE(RequestCounter::s_requests, 0);
+    // That it would have been counted:
+    QNetworkAccessManager manager;
+    const std::unique_ptr<QNetworkReply> reply(
+        manager.get(QNetworkRequest(QUrl(QStringLiteral("http://host.invalid/")))));
+    QTRY_VERIFY(RequestCounter::s_requests > 0);
+    reply->abort();
+    QNetworkProxyFactory::setApplicationProxyFactory(nullptr);
 }
 
 QTEST_MAIN(verupdialogTest)
