@@ -1,4 +1,4 @@
-#include "tests/mainwindow/WindowFixture.h"
+#include "tests/mainwindow/WindowTest.h"
 
 #include "settings/AppSettings.h"
 #include "settings/dialogs/InputHistoryFile.h"
@@ -13,17 +13,14 @@
 #include <QTimer>
 #include <QToolButton>
 
-#include <memory>
 #include <random>
 
 /// The window among files that anybody, or nobody, has written: it opens, searches,
 /// keeps its logs and pages in them all the same.
-class GarbageWindowTest : public QObject {
+class GarbageWindowTest : public WindowTest {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QLocale::setDefault(QLocale::c()); }
-    void cleanupTestCase() { WindowFixture::waitForFading(); }
     void init();
     void cleanup();
 
@@ -39,7 +36,6 @@ private:
     void usePathDialog();
     void pageThroughLogs();
 
-    std::unique_ptr<WindowFixture> m_fixture;
     QString m_tree;
 };
 

@@ -1,4 +1,4 @@
-#include "tests/mainwindow/WindowFixture.h"
+#include "tests/mainwindow/WindowTest.h"
 
 #include "settings/AppSettings.h"
 #include <QCheckBox>
@@ -17,23 +17,17 @@ constexpr char kBanner[] = "/////////////////////// 中止しました /////////
 } // namespace
 
 /// What an aborted search shows at once and in the end.
-class MainWindowAbortTest : public QObject {
+class MainWindowAbortTest : public WindowTest {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QLocale::setDefault(QLocale::c()); }
-    void cleanupTestCase() { WindowFixture::waitForFading(); }
     void init();
-    void cleanup() { m_fixture.reset(); }
 
     void theButtonIsDisabledAndTheViewToldAtOnce();
     void theSectionsFollowTheBannerAsTheBoxSays_data();
     void theSectionsFollowTheBannerAsTheBoxSays();
     void theCursorIsBroughtIntoViewUnlessAHitWasSelected_data();
     void theCursorIsBroughtIntoViewUnlessAHitWasSelected();
-
-private:
-    std::unique_ptr<WindowFixture> m_fixture;
 };
 
 void MainWindowAbortTest::init()

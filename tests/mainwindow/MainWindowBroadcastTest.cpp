@@ -1,4 +1,4 @@
-#include "tests/mainwindow/WindowFixture.h"
+#include "tests/mainwindow/WindowTest.h"
 
 #include "settings/AppSettings.h"
 #include "settings/KeywordHistory.h"
@@ -27,19 +27,13 @@ constexpr uint kOtherThread = 0xFFFFFF00;
 } // namespace
 
 /// A notice of another program, from the session bus to the form.
-class MainWindowBroadcastTest : public QObject {
+class MainWindowBroadcastTest : public WindowTest {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QLocale::setDefault(QLocale::c()); }
-    void cleanupTestCase() { WindowFixture::waitForFading(); }
     void init();
-    void cleanup() { m_fixture.reset(); }
 
     void aNoticeReloadsTheKeywords();
-
-private:
-    std::unique_ptr<WindowFixture> m_fixture;
 };
 
 void MainWindowBroadcastTest::init()

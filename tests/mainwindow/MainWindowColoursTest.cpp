@@ -1,4 +1,4 @@
-#include "tests/mainwindow/WindowFixture.h"
+#include "tests/mainwindow/WindowTest.h"
 
 #include "settings/AppSettings.h"
 #include "tests/view/ColouredText.h"
@@ -40,14 +40,11 @@ QString coloursOf(const GrepEditor &view, const QString &part)
 } // namespace
 
 /// What the two views colour and mark in the window.
-class MainWindowColoursTest : public QObject {
+class MainWindowColoursTest : public WindowTest {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QLocale::setDefault(QLocale::c()); }
-    void cleanupTestCase() { WindowFixture::waitForFading(); }
     void init();
-    void cleanup() { m_fixture.reset(); }
 
     void theSuffixDecidesThePreviewsLanguage();
     void theResultViewKnowsNoLanguage();
@@ -63,8 +60,6 @@ private slots:
 
 private:
     void select(const QString &line);
-
-    std::unique_ptr<WindowFixture> m_fixture;
 };
 
 void MainWindowColoursTest::init()

@@ -1,4 +1,4 @@
-#include "tests/mainwindow/WindowFixture.h"
+#include "tests/mainwindow/WindowTest.h"
 
 #include "settings/AppSettings.h"
 #include "settings/dialogs/findDialog.h"
@@ -36,14 +36,11 @@ void press(const QDialog *dialog, QDialogButtonBox::StandardButton button)
 } // namespace
 
 /// The dialogs that the window opens, and what it does with their answers.
-class MainWindowDialogsTest : public QObject {
+class MainWindowDialogsTest : public WindowTest {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QLocale::setDefault(QLocale::c()); }
-    void cleanupTestCase() { WindowFixture::waitForFading(); }
     void init();
-    void cleanup() { m_fixture.reset(); }
 
     void acceptedOptionsAreShownAndSaved();
     void cancelledOptionsChangeNothing();
@@ -63,7 +60,6 @@ private:
     void answerFind(const QString &text);
 
     int m_findDialogs = 0;
-    std::unique_ptr<WindowFixture> m_fixture;
 };
 
 void MainWindowDialogsTest::init()

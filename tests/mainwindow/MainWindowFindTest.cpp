@@ -1,4 +1,4 @@
-#include "tests/mainwindow/WindowFixture.h"
+#include "tests/mainwindow/WindowTest.h"
 
 #include "settings/AppSettings.h"
 
@@ -24,14 +24,11 @@ const char *const kPattern = "(n|m)(e|a)(e|a)dle";
 } // namespace
 
 /// Finding a text in the two views of the window.
-class MainWindowFindTest : public QObject {
+class MainWindowFindTest : public WindowTest {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QLocale::setDefault(QLocale::c()); }
-    void cleanupTestCase() { WindowFixture::waitForFading(); }
     void init();
-    void cleanup() { m_fixture.reset(); }
 
     void theSwitchesOfTheSettingsDecide_data();
     void theSwitchesOfTheSettingsDecide();
@@ -74,8 +71,6 @@ private:
     {
         return m_fixture->tree.filePath(text(name)) + text("  ---- ") + text(at);
     }
-
-    std::unique_ptr<WindowFixture> m_fixture;
 };
 
 void MainWindowFindTest::init()

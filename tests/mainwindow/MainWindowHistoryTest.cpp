@@ -1,4 +1,4 @@
-#include "tests/mainwindow/WindowFixture.h"
+#include "tests/mainwindow/WindowTest.h"
 #include "tests/support/NativeLines.h"
 
 #include "settings/AppSettings.h"
@@ -44,14 +44,11 @@ void setAge(const QString &name, int minutes)
 } // namespace
 
 /// What the window keeps of its searches, and how it brings them back.
-class MainWindowHistoryTest : public QObject {
+class MainWindowHistoryTest : public WindowTest {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void cleanupTestCase() { WindowFixture::waitForFading(); }
     void init();
-    void cleanup();
 
     void aSearchIsSavedTwice();
     void theHeaderRecordsTheRequestToTheLetter();
@@ -82,14 +79,8 @@ private:
     QAbstractButton *back() const { return m_fixture->child<QToolButton>("arrowBackBtn"); }
     QAbstractButton *forward() const { return m_fixture->child<QToolButton>("arrowForwardBtn"); }
 
-    std::unique_ptr<WindowFixture> m_fixture;
     QString m_tree;
 };
-
-void MainWindowHistoryTest::initTestCase()
-{
-    QLocale::setDefault(QLocale::c());
-}
 
 void MainWindowHistoryTest::init()
 {
@@ -98,11 +89,6 @@ void MainWindowHistoryTest::init()
     m_fixture->tree.write(QStringLiteral("a.txt"), "one\ntwo\nthree\n");
     m_fixture->tree.write(QStringLiteral("b.txt"), "nothing\n");
     m_fixture->open();
-}
-
-void MainWindowHistoryTest::cleanup()
-{
-    m_fixture.reset();
 }
 
 /// Each log gets a time of its own, a minute before the next one.

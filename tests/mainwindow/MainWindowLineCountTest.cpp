@@ -1,4 +1,4 @@
-#include "tests/mainwindow/WindowFixture.h"
+#include "tests/mainwindow/WindowTest.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -8,19 +8,15 @@
 #include <QRegularExpression>
 #include <QTest>
 
-#include <memory>
 #include <random>
 
 /// The numbers of a line count in the window, compared with line feeds counted in
 /// the bytes of files whose code set is known.
-class MainWindowLineCountTest : public QObject {
+class MainWindowLineCountTest : public WindowTest {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QLocale::setDefault(QLocale::c()); }
-    void cleanupTestCase() { WindowFixture::waitForFading(); }
     void init();
-    void cleanup() { m_fixture.reset(); }
 
     void theSamplesAreCounted_data();
     void theSamplesAreCounted();
@@ -30,8 +26,6 @@ private slots:
 
 private:
     void compare(const QString &folder, const QMap<QString, int> &expected);
-
-    std::unique_ptr<WindowFixture> m_fixture;
 };
 
 namespace {

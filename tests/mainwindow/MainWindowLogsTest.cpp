@@ -1,4 +1,4 @@
-#include "tests/mainwindow/WindowFixture.h"
+#include "tests/mainwindow/WindowTest.h"
 
 #include "settings/AppSettings.h"
 
@@ -46,14 +46,11 @@ QByteArray headerOf(const QString &keyword1)
 
 /// Logs in the window that are not as the program writes them, and logs that it
 /// cannot write.
-class MainWindowLogsTest : public QObject {
+class MainWindowLogsTest : public WindowTest {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QLocale::setDefault(QLocale::c()); }
-    void cleanupTestCase() { WindowFixture::waitForFading(); }
     void init();
-    void cleanup() { m_fixture.reset(); }
 
     void whatALogDoesNotTellStaysInTheForm_data();
     void whatALogDoesNotTellStaysInTheForm();
@@ -67,8 +64,6 @@ private:
     void fillForm();
     /// Through the chooser, as "(&R) 過去の検索ログ読み込み" does.
     void choose(const QString &name);
-
-    std::unique_ptr<WindowFixture> m_fixture;
 };
 
 void MainWindowLogsTest::init()

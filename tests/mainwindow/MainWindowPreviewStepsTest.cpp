@@ -1,4 +1,4 @@
-#include "tests/mainwindow/WindowFixture.h"
+#include "tests/mainwindow/WindowTest.h"
 
 #include "settings/SaveSteps.h"
 
@@ -21,12 +21,10 @@ const QByteArray kContent = "one apple\ntwo pears\nthree apple pies\n";
 
 /// What a move of the result view's cursor does to status bar and preview, step by
 /// step, and what is told when an edited file cannot be saved.
-class MainWindowPreviewStepsTest : public QObject {
+class MainWindowPreviewStepsTest : public WindowTest {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QLocale::setDefault(QLocale::c()); }
-    void cleanupTestCase() { WindowFixture::waitForFading(); }
     void init();
     void cleanup();
 
@@ -48,8 +46,6 @@ private:
     QString file() const { return m_fixture->tree.filePath(text("a.txt")); }
     void editAndSave(Step failing);
     QByteArray content(const char *name) const { return m_fixture->tree.read(text(name)); }
-
-    std::unique_ptr<WindowFixture> m_fixture;
 };
 
 void MainWindowPreviewStepsTest::init()

@@ -1,4 +1,4 @@
-#include "tests/mainwindow/WindowFixture.h"
+#include "tests/mainwindow/WindowTest.h"
 
 #include "mainwindow/TextFind.h"
 #include "settings/AppSettings.h"
@@ -27,14 +27,11 @@ QString text(const char *utf8)
 Q_DECLARE_METATYPE(QMessageBox::StandardButton)
 
 /// The file of the selected hit, and what is edited there.
-class MainWindowPreviewTest : public QObject {
+class MainWindowPreviewTest : public WindowTest {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void cleanupTestCase() { WindowFixture::waitForFading(); }
     void init();
-    void cleanup();
 
     void aHitShowsItsFileAtItsLine();
     void aHitCannotNameAnotherFile();
@@ -89,14 +86,7 @@ private:
     /// Their paths.
     static QStringList rescuedFiles();
     static QByteArray contentOf(const QString &path);
-
-    std::unique_ptr<WindowFixture> m_fixture;
 };
-
-void MainWindowPreviewTest::initTestCase()
-{
-    QLocale::setDefault(QLocale::c());
-}
 
 void MainWindowPreviewTest::init()
 {
@@ -104,11 +94,6 @@ void MainWindowPreviewTest::init()
     m_fixture->tree.write(QStringLiteral("a.txt"), "one apple\ntwo pears\nthree apple pies\n");
     m_fixture->tree.write(QStringLiteral("b.txt"), "the apple\n");
     m_fixture->open();
-}
-
-void MainWindowPreviewTest::cleanup()
-{
-    m_fixture.reset();
 }
 
 void MainWindowPreviewTest::select(const QString &line)
@@ -600,9 +585,12 @@ void MainWindowPreviewTest::aFileOfOneVeryLongLineIsShownAndSaved()
     QVERIFY(previewText() == QString::fromUtf8(content));
     QCOMPARE(previewLine(), 1);
 
-    using TextFind::Direction;
-    QCOMPARE(TextFind::find(*preview, text("apple"), {}, Direction::Backward),
-             TextFind::Result::FoundAfterWrap);
+    TextFind find(preview, text("apple"), {}, TextFind::Direction::Backward);
+    TextFind::Result result = TextFind::Result::Searching;
+    while (result == TextFind::Result::Searching)
+        result = find.step(100);
+    QCOMPARE(result, TextFind::Result::FoundAfterWrap);
+    find.select();
     const int last = QString::fromUtf8(content).lastIndexOf(text("apple"));
     QCOMPARE(preview->textCursor().selectionStart(), last);
     QCOMPARE(preview->textCursor().selectedText(), text("apple"));

@@ -1,4 +1,4 @@
-#include "tests/mainwindow/WindowFixture.h"
+#include "tests/mainwindow/WindowTest.h"
 
 #include "settings/AppSettings.h"
 
@@ -112,14 +112,11 @@ const char *const kPathList = "/one/, /二/";
 Q_DECLARE_METATYPE(Form)
 
 /// A log, or what was remembered of the form, brought back into the window.
-class MainWindowRestoreTest : public QObject {
+class MainWindowRestoreTest : public WindowTest {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QLocale::setDefault(QLocale::c()); }
-    void cleanupTestCase() { WindowFixture::waitForFading(); }
     void init();
-    void cleanup() { m_fixture.reset(); }
 
     void aLogBringsEverythingBack_data();
     void aLogBringsEverythingBack();
@@ -144,8 +141,6 @@ private:
     /// Opens the log through the chooser, as "(&R) 過去の検索ログ読み込み" does.
     void choose(const QString &name, End end = End::Accept);
     QMenu *backMenu() const { return m_fixture->child<QToolButton>("arrowBackBtn")->menu(); }
-
-    std::unique_ptr<WindowFixture> m_fixture;
 };
 
 void MainWindowRestoreTest::init()

@@ -1,4 +1,4 @@
-#include "tests/mainwindow/WindowFixture.h"
+#include "tests/mainwindow/WindowTest.h"
 
 #include "settings/AppSettings.h"
 #include "settings/KeywordHistory.h"
@@ -28,14 +28,11 @@ const char kWholeMaskQuestion[] =
 
 /// Searches and line counts from their start to their end. A tree of two folders is
 /// searched.
-class MainWindowRunTest : public QObject {
+class MainWindowRunTest : public WindowTest {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void cleanupTestCase() { WindowFixture::waitForFading(); }
     void init();
-    void cleanup();
 
     void aRequestThatCannotRunIsRefused_data();
     void aRequestThatCannotRunIsRefused();
@@ -83,14 +80,8 @@ private slots:
     void pastSearchesAreRefusedWhileARunGoesOn();
 
 private:
-    std::unique_ptr<WindowFixture> m_fixture;
     QString m_tree;
 };
-
-void MainWindowRunTest::initTestCase()
-{
-    QLocale::setDefault(QLocale::c());
-}
 
 void MainWindowRunTest::init()
 {
@@ -100,11 +91,6 @@ void MainWindowRunTest::init()
     m_fixture->tree.write(QStringLiteral("b.txt"), "nothing\n");
     m_fixture->tree.write(QStringLiteral("sub/c.txt"), "\tapple\n");
     m_fixture->open();
-}
-
-void MainWindowRunTest::cleanup()
-{
-    m_fixture.reset();
 }
 
 void MainWindowRunTest::aRequestThatCannotRunIsRefused_data()

@@ -1,4 +1,4 @@
-#include "tests/mainwindow/WindowFixture.h"
+#include "tests/mainwindow/WindowTest.h"
 
 #include "settings/AppSettings.h"
 #include "settings/KeywordHistory.h"
@@ -42,17 +42,14 @@ QImage imageOf(const QString &name)
 } // namespace
 
 /// The window's own part: what happens when. A tree of two folders is searched.
-class MainWindowTest : public QObject {
+class MainWindowTest : public WindowTest {
     Q_OBJECT
 
 public slots:
     void openUrl(const QUrl &url) { m_url = url; }
 
 private slots:
-    void initTestCase();
-    void cleanupTestCase() { WindowFixture::waitForFading(); }
     void init();
-    void cleanup();
 
     void theSlotsStandInTheirOrder();
     void theWindowStartsWithTheProgramsTitle();
@@ -98,15 +95,9 @@ private slots:
     void switchesAndLayoutAreStored();
 
 private:
-    std::unique_ptr<WindowFixture> m_fixture;
     QString m_tree;
     QUrl m_url;
 };
-
-void MainWindowTest::initTestCase()
-{
-    QLocale::setDefault(QLocale::c());
-}
 
 void MainWindowTest::init()
 {
@@ -116,11 +107,6 @@ void MainWindowTest::init()
     m_fixture->tree.write(QStringLiteral("b.txt"), "nothing\n");
     m_fixture->tree.write(QStringLiteral("sub/c.txt"), "\tapple\n");
     m_fixture->open();
-}
-
-void MainWindowTest::cleanup()
-{
-    m_fixture.reset();
 }
 
 void MainWindowTest::theSlotsStandInTheirOrder()

@@ -1,6 +1,6 @@
 #include "mainwindow/PathDrops.h"
 
-#include "tests/mainwindow/WindowFixture.h"
+#include "tests/mainwindow/WindowTest.h"
 
 #include <QApplication>
 #include <QDropEvent>
@@ -10,13 +10,11 @@
 #include <QUrl>
 
 /// Drops on the whole window, as the window system makes them.
-class PathDropsTest : public QObject {
+class PathDropsTest : public WindowTest {
     Q_OBJECT
 
 private slots:
-    void cleanupTestCase() { WindowFixture::waitForFading(); }
     void init();
-    void cleanup() { m_fixture.reset(); }
 
     void aFolderThatIsDroppedAnywhereIsASearchPath_data();
     void aFolderThatIsDroppedAnywhereIsASearchPath();
@@ -31,7 +29,6 @@ private:
     QWidget *widget(const QString &name) const;
     Qt::DropAction drop(QWidget *target, const QMimeData &data) const;
 
-    std::unique_ptr<WindowFixture> m_fixture;
     QString m_folder;
 };
 
