@@ -2,14 +2,14 @@
 
 #include "engine/FileCodeSet.h"
 #include "engine/SearchPlan.h"
-#include "engine/SearchRun.h"
+#include "engine/SharedRun.h"
 #include "engine/TextDecoder.h"
 #include "engine/TextGrepCore.h"
 #include "engine/TopEntries.h"
 
 namespace {
 
-FileReader::TypeCheck typeCheckFor(const SearchRun &run)
+FileReader::TypeCheck typeCheckFor(const SharedRun &run)
 {
     return TopEntries::nameFiles(run.condition.pathlist) ? FileReader::TypeCheck::BeforeOpen
                                                          : FileReader::TypeCheck::WhenOpen;
@@ -17,7 +17,7 @@ FileReader::TypeCheck typeCheckFor(const SearchRun &run)
 
 } // namespace
 
-FileWorker::FileWorker(TextGrepCore &core, const SearchRun &run)
+FileWorker::FileWorker(TextGrepCore &core, const SharedRun &run)
     : m_core(core)
     , m_run(run)
     , m_plan(run.plan)

@@ -6,14 +6,14 @@
 #include <memory>
 
 class SearchPlan;
-struct SearchRun;
+struct SharedRun;
 class TextGrepCore;
 
 /// Loads files and searches them, or counts their lines, and tells what it finds
 /// by the engine's signals. One object a thread.
 class FileWorker {
 public:
-    FileWorker(TextGrepCore &core, const SearchRun &run);
+    FileWorker(TextGrepCore &core, const SharedRun &run);
 
     /// Tells nothing of a file in the middle of which the run is aborted.
     void handle(const QString &path);
@@ -25,7 +25,7 @@ private:
     void search(const QString &path);
 
     TextGrepCore &m_core; // whose signals are emitted
-    const SearchRun &m_run;
+    const SharedRun &m_run;
     const std::shared_ptr<const SearchPlan> m_plan;
     FileLoader m_loader;
     FileSearcher m_searcher;

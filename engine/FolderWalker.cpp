@@ -1,12 +1,12 @@
 #include "engine/FolderWalker.h"
 
 #include "engine/ExclusionList.h"
-#include "engine/SearchRun.h"
+#include "engine/SharedRun.h"
 #include "engine/TextGrepCore.h"
 
 #include <algorithm>
 
-FolderWalker::FolderWalker(TextGrepCore &core, SearchRun &run)
+FolderWalker::FolderWalker(TextGrepCore &core, SharedRun &run)
     : m_core(core), m_run(run), m_mask(run.mask)
 {
 }
@@ -36,7 +36,7 @@ void FolderWalker::queue(const QString &folder, const QVector<FolderEntry> &entr
         const FolderEntry &entry = entries.at(i);
         const QString path = folder + entry.name;
         emit m_core.progressFileReport(path);
-        if (i % SearchRun::kEntriesPerAbortCheck == 0 && m_run.isAborted())
+        if (i % SharedRun::kEntriesPerAbortCheck == 0 && m_run.isAborted())
             return;
         if (entry.kind == FolderEntry::File)
             sortOutFile(path, entry.name, &files);

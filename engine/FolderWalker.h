@@ -5,14 +5,14 @@
 
 #include <QStringList>
 
-struct SearchRun;
+struct SharedRun;
 class TextGrepCore;
 
 /// Lists folders and queues what the search wants of their entries. One object a
 /// thread.
 class FolderWalker {
 public:
-    FolderWalker(TextGrepCore &core, SearchRun &run);
+    FolderWalker(TextGrepCore &core, SharedRun &run);
 
     /// The folder's entries; none when it was listed before. folder ends in "/".
     QVector<FolderEntry> list(const QString &folder) const;
@@ -26,6 +26,6 @@ private:
     void sortOutFolder(const QString &path, const FolderEntry &entry, QStringList *folders);
 
     TextGrepCore &m_core; // whose signals are emitted
-    SearchRun &m_run;
+    SharedRun &m_run;
     const FileMask m_mask;
 };

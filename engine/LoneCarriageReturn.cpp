@@ -1,5 +1,6 @@
 #include "engine/LoneCarriageReturn.h"
 
+#include <cstddef>
 #include <cstring>
 
 namespace {
@@ -26,7 +27,7 @@ bool LoneCarriageReturn::isIn(const char *bytes, qint64 size, int unitSize, bool
         if (at == nullptr)
             return false;
         const char *const unit = at - (at - bytes) % unitSize;
-        if (end - unit >= 2 * unitSize && isUnit(unit, '\r', unitSize, bigEndian)
+        if (end - unit >= std::ptrdiff_t(2) * unitSize && isUnit(unit, '\r', unitSize, bigEndian)
             && !isUnit(unit + unitSize, '\n', unitSize, bigEndian))
             return true;
         ++at;

@@ -180,7 +180,7 @@ MatchTexts MatchTexts::repeated(int minimum, int maximum) const
     if (minimum == 0)
         return maximum == 1 ? orElse(exactly(kEmptyText)) : anything();
     const int copies = std::min(minimum, kMaxCopies);
-    const MatchTexts once = repeatedExactly(copies);
+    MatchTexts once = repeatedExactly(copies);
     if (maximum == copies)
         return once;
     // More copies may follow: the ends stay what they are, and what the first

@@ -56,7 +56,7 @@ RegExpLiteralParser::RegExpLiteralParser(const QString &pattern, Qt::CaseSensiti
 
 MatchTexts RegExpLiteralParser::parse()
 {
-    const MatchTexts texts = expression();
+    MatchTexts texts = expression();
     if (m_failed || !atEnd()) {
         m_plain = false;
         return MatchTexts::anything();
@@ -119,7 +119,7 @@ MatchTexts RegExpLiteralParser::term()
 
 MatchTexts RegExpLiteralParser::factor()
 {
-    const MatchTexts texts = atom();
+    MatchTexts texts = atom();
     switch (current()) {
     case '*':
         take();
@@ -199,7 +199,7 @@ MatchTexts RegExpLiteralParser::group()
     }
     if (++m_depth > kMaxDepth)
         return giveUp();
-    const MatchTexts texts = expression();
+    MatchTexts texts = expression();
     --m_depth;
     if (take() != ')')
         return giveUp();

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/EngineOptions.h"
-#include "engine/SearchRun.h"
+#include "engine/SharedRun.h"
 
 #include <QObject>
 #include <QStringList>
@@ -118,7 +118,7 @@ private:
 
     const int m_maxThreadCount;
     bool m_optionsGiven = false;
-    SearchRun m_run; // as scan prepared it
+    SharedRun m_run; // as scan prepared it
 
     std::mutex m_abortLock; // for setting the run's flag and emptying its semaphores as one step
 

@@ -2,7 +2,7 @@
 
 #include "engine/ExclusionList.h"
 #include "engine/ListFile.h"
-#include "engine/SearchRun.h"
+#include "engine/SharedRun.h"
 #include "engine/TextGrepCore.h"
 
 #include <QFileInfo>
@@ -76,7 +76,7 @@ void TopEntries::queueListFile(const QString &path)
     for (int i = 0; i < entries.size(); ++i) {
         emit m_core.progressFileCount();
         QThread::yieldCurrentThread();
-        if (i % SearchRun::kEntriesPerAbortCheck == 0 && m_run.isAborted())
+        if (i % SharedRun::kEntriesPerAbortCheck == 0 && m_run.isAborted())
             return;
         queueListEntry(entries.at(i), mask);
     }

@@ -3,14 +3,14 @@
 #include <QStringList>
 
 class FileMask;
-struct SearchRun;
+struct SharedRun;
 class TextGrepCore;
 
 /// Queues what a request names: its folders and files, or those of a list file.
 /// Tells of each by the engine's signals. Used by the supervisor, on its thread.
 class TopEntries {
 public:
-    TopEntries(TextGrepCore &core, SearchRun &run) : m_core(core), m_run(run) { }
+    TopEntries(TextGrepCore &core, SharedRun &run) : m_core(core), m_run(run) { }
 
     /// Returns early when the run is aborted.
     void queue();
@@ -26,5 +26,5 @@ private:
     void queueFolder(const QString &folder);
 
     TextGrepCore &m_core; // whose signals are emitted
-    SearchRun &m_run;
+    SharedRun &m_run;
 };

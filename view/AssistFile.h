@@ -31,7 +31,7 @@ namespace AssistFile {
 constexpr std::size_t kMostNotes = 50;
 /// A larger file has no notes: nobody reads as much text in a note, and laying it
 /// out would keep the user waiting.
-constexpr qint64 kLargestFileBytes = 1024 * 1024;
+constexpr qint64 kLargestFileBytes = 1 << 20;
 constexpr int kSmallestWidth = 80;
 constexpr int kSmallestHeight = 40;
 constexpr int kLargestSize = 4096;

@@ -41,12 +41,14 @@ const QString kOld = QStringLiteral("旧");
 const QString kNew = QStringLiteral("新");
 const QString kOther = QStringLiteral("別");
 
+const char *const kKinds[] = {"settings", "keywords", "parameters", "paths"};
+
 using Files = QMap<QString, QByteArray>;
 
 void addKinds()
 {
     QTest::addColumn<QString>("kind");
-    for (const char *kind : {"settings", "keywords", "parameters"})
+    for (const char *kind : kKinds)
         QTest::newRow(kind) << QString::fromLatin1(kind);
 }
 
@@ -54,6 +56,8 @@ QString fileOf(const QString &kind)
 {
     if (kind == QLatin1String("settings"))
         return QStringLiteral("sarvik.ini");
+    if (kind == QLatin1String("paths"))
+        return QStringLiteral("inputSearchPath.ini");
     return kind == QLatin1String("keywords") ? QStringLiteral("keywordhistory.ini")
                                              : QStringLiteral("sarvikpara.ini");
 }
@@ -99,6 +103,11 @@ QString tagIn(const QString &kind, const QByteArray &content)
         tags = file.list(QStringLiteral("pathhistory"));
         tags.append(tags.size() == 2000 ? file.text(QStringLiteral("browser")) : QString());
         tags.append(file.text(QStringLiteral("editor/editor")));
+    } else if (kind == QLatin1String("paths")) {
+        const IniDocument file(content, IniDocument::Form::Escaped);
+        tags = file.list(QStringLiteral("history/list"));
+        if (tags.size() != 2000)
+            tags.append(QString());
     } else {
         const IniDocument file(content, IniDocument::Form::Escaped);
         tags = file.list(QStringLiteral("pathlist"));
@@ -132,7 +141,7 @@ QString tagWhileReplaced(const QString &kind, const QString &folder)
 void prepare(const QString &folder)
 {
     const QDate yesterday = QDate::currentDate().addDays(-1);
-    for (const char *name : {"settings", "keywords", "parameters"}) {
+    for (const char *name : kKinds) {
         const QString kind = QString::fromLatin1(name);
         QCOMPARE(run(saveCommand(kind, folder, kOld)), 0);
         QCOMPARE(tagOf(kind, folder), kOld);
@@ -235,7 +244,7 @@ void InterruptedSaveTest::anEndBetweenTwoStepsLeavesAWholeFile()
             break;
         QCOMPARE(code, kEnded);
         ++ended;
-        for (const char *name : {"settings", "keywords", "parameters"}) {
+        for (const char *name : kKinds) {
             const QString tag = tagOf(QString::fromLatin1(name), folder.path());
             QVERIFY2(tag == kOld || tag == kNew, qPrintable(tag));
         }

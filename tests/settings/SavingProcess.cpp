@@ -1,7 +1,7 @@
 // Saves one kind of file again and again, for tests that stop it half-way, let
 // two of it run at a time, or take the disk away from it:
 //
-//   SavingProcess settings|keywords|parameters FOLDER TAG [TIMES [STEP]]
+//   SavingProcess settings|keywords|parameters|paths FOLDER TAG [TIMES [STEP]]
 //
 // Everything that it saves carries TAG, so that a mixture shows. At the STEPth
 // step of saving (from 0) it ends on the spot, with exit code 77. Otherwise it
@@ -11,6 +11,7 @@
 #include "settings/KeywordHistory.h"
 #include "settings/ParameterFile.h"
 #include "settings/SaveSteps.h"
+#include "settings/dialogs/InputHistoryFile.h"
 
 #include <QCoreApplication>
 
@@ -39,6 +40,16 @@ bool saveKeywords(const QString &folder, const QString &tag)
     return history.save();
 }
 
+bool savePaths(const QString &folder, const QString &tag)
+{
+    const InputHistoryFile file(folder, QStringLiteral("SearchPath"));
+    InputHistoryFile::Content content = file.read();
+    content.history = QStringList();
+    for (int i = 0; i < 2000; ++i)
+        content.history.append(tag);
+    return file.save(content);
+}
+
 bool saveParameters(const QString &folder, const QString &tag)
 {
     QStringList paths;
@@ -53,6 +64,8 @@ bool save(const QString &kind, const QString &folder, const QString &tag)
         return saveSettings(folder, tag);
     if (kind == QLatin1String("keywords"))
         return saveKeywords(folder, tag);
+    if (kind == QLatin1String("paths"))
+        return savePaths(folder, tag);
     return saveParameters(folder, tag);
 }
 

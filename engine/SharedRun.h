@@ -13,7 +13,7 @@
 class SearchPlan;
 
 /// What all workers of one run share.
-struct SearchRun {
+struct SharedRun {
     /// Entries that are handled between two looks at the abort flag.
     static constexpr int kEntriesPerAbortCheck = 100;
 
