@@ -3,6 +3,7 @@
 #include <QObject>
 
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <vector>
 
@@ -27,7 +28,8 @@ public:
 private:
     void runAll();
 
-    std::mutex m_lock;
+    /// Shared with runAll(), which a call may leave without the object.
+    const std::shared_ptr<std::mutex> m_lock = std::make_shared<std::mutex>();
     std::vector<std::function<void()>> m_calls; // guarded by m_lock, as the next
     bool m_awake = false; // runAll() is going to be called
 };
