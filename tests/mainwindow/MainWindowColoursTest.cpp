@@ -188,6 +188,8 @@ void MainWindowColoursTest::acceptedOptionsAreSeenAtOnce()
     settings.zenspc = settings.tab = settings.cr = false;
     settings.cursorback = true;
     settings.tabcolor = QColor(1, 201, 101);
+    // Wide enough for the line in large letters, whatever the font.
+    m_fixture->window().resize(2000, 800);
     m_fixture->tree.write(text("b.none"),
                           "MMM\tapple\xE3\x80\x80"
                           "WWW\n");

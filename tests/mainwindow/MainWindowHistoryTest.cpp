@@ -408,9 +408,9 @@ void MainWindowHistoryTest::aWindowClosedWhileHitsAreListedKeepsTheWholeLog()
     QVERIFY(m_fixture->resultView()->blockCount() < 20000);
     const QByteArray log = WindowFixture::readApplicationFile(QStringLiteral("sarvik.log"));
     QCOMPARE(log.count(":a hit"), 20000);
-    QVERIFY(log.contains("\n  20000:    3:a hit\n---------------"));
-    QVERIFY(log.contains(text("該当行数 20,000\n").toUtf8())
-            || log.contains(text("該当行数 20000\n").toUtf8()));
+    QVERIFY(log.contains(nativeLines("\n  20000:    3:a hit\n---------------")));
+    QVERIFY(log.contains(nativeLines(text("該当行数 20,000\n").toUtf8()))
+            || log.contains(nativeLines(text("該当行数 20000\n").toUtf8())));
     QCOMPARE(logNames().size(), 1);
     QCOMPARE(AppSettings::instance().maskhistory.first(), text("*.txt"));
 }
