@@ -2,6 +2,7 @@
 
 #include "engine/CodeSet.h"
 #include "settings/SaveSteps.h"
+#include "tests/mainwindow/preview/SavedFiles.h"
 #include "tests/support/FileTime.h"
 #include "tests/support/ScratchFolder.h"
 #include "tests/support/TestLength.h"
@@ -15,6 +16,8 @@
 #include <QThread>
 
 using Result = PreviewSaver::Outcome::Result;
+using SavedFiles::filesIn;
+using SavedFiles::load;
 
 class PreviewSaverTest : public QObject {
     Q_OBJECT
@@ -57,16 +60,6 @@ namespace {
 const QString kName = QStringLiteral("f.txt");
 const QString kBackup = QStringLiteral("f.txt.bak");
 const QString kNew = QStringLiteral("new\n");
-
-PreviewFile load(const QString &path)
-{
-    return PreviewFile::load(path, DetectionSettings(), [](const QString &, const QString &) {});
-}
-
-QStringList filesIn(const ScratchFolder &folder)
-{
-    return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
-}
 
 void refuse(SaveSteps::Step refused)
 {

@@ -1,11 +1,13 @@
 #include "mainwindow/preview/PreviewSaver.h"
+#include "tests/mainwindow/preview/SavedFiles.h"
 #include "tests/support/ScratchFolder.h"
 #include "tests/support/WindowsLock.h"
 
-#include <QDir>
 #include <QTest>
 
 using Result = PreviewSaver::Outcome::Result;
+using SavedFiles::filesIn;
+using SavedFiles::load;
 
 class WindowsSaveTest : public QObject {
     Q_OBJECT
@@ -26,16 +28,6 @@ namespace {
 const QString kName = QStringLiteral("f.txt");
 const QString kBackup = QStringLiteral("f.txt.bak");
 const QString kNew = QStringLiteral("new\n");
-
-PreviewFile load(const QString &path)
-{
-    return PreviewFile::load(path, DetectionSettings(), [](const QString &, const QString &) {});
-}
-
-QStringList filesIn(const ScratchFolder &folder)
-{
-    return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
-}
 
 bool setAttributes(const QString &path, quint32 attributes)
 {
