@@ -23,19 +23,14 @@ QString text(const char *utf8)
     return QString::fromUtf8(utf8);
 }
 
-QDir logDirectory()
-{
-    return QDir(WindowFixture::applicationFile(QStringLiteral("sarviklog")));
-}
-
 QStringList logNames()
 {
-    return logDirectory().entryList(QDir::Files, QDir::Name);
+    return WindowFixture::logDirectory().entryList(QDir::Files, QDir::Name);
 }
 
 void setAge(const QString &name, int minutes)
 {
-    QFile file(logDirectory().filePath(name));
+    QFile file(WindowFixture::logDirectory().filePath(name));
     QVERIFY(file.open(QIODevice::ReadWrite));
     QVERIFY(file.setFileTime(QDateTime::currentDateTime().addSecs(-60 * minutes),
                              QFileDevice::FileModificationTime));
@@ -96,7 +91,7 @@ bool MainWindowHistoryTest::search(const QString &keyword)
 {
     const QStringList names = logNames();
     for (const QString &name : names) {
-        QFile file(logDirectory().filePath(name));
+        QFile file(WindowFixture::logDirectory().filePath(name));
         if (!file.open(QIODevice::ReadWrite))
             return false;
         const QDateTime changed = file.fileTime(QFileDevice::FileModificationTime);
@@ -325,7 +320,7 @@ void MainWindowHistoryTest::theLogOfTheLastSearchLeavesThePathsEmpty()
     QVERIFY(search(text("one")));
     // Whoever chooses that log in the chooser; here it lies in the history.
     QVERIFY(QFile::copy(WindowFixture::applicationFile(text("sarvik.log")),
-                        logDirectory().filePath(text("sarvik.log"))));
+                        WindowFixture::logDirectory().filePath(text("sarvik.log"))));
     setAge(text("sarvik.log"), -5);
     m_fixture->fill(text("/x/"), text("*.x"), text("x"));
     m_fixture->window().makeBackMenu();
@@ -381,7 +376,7 @@ QString MainWindowHistoryTest::writeLargeLog(const QString &name)
     QString listed = text("\n");
     for (int line = 0; line < 60000; ++line)
         listed += text("%1: 灯\u00a0台\n").arg(line);
-    QFile file(logDirectory().filePath(name));
+    QFile file(WindowFixture::logDirectory().filePath(name));
     if (!file.open(QIODevice::ReadWrite))
         qFatal("cannot open the log");
     QByteArray header;

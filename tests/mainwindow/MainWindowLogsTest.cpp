@@ -2,16 +2,13 @@
 
 #include "settings/AppSettings.h"
 
-#include <QAbstractItemView>
 #include <QAction>
-#include <QApplication>
 #include <QCheckBox>
 #include <QDir>
 #include <QGroupBox>
 #include <QMenu>
 #include <QSpinBox>
 #include <QTest>
-#include <QTimer>
 #include <QToolButton>
 
 namespace {
@@ -21,15 +18,10 @@ QString text(const char *utf8)
     return QString::fromUtf8(utf8);
 }
 
-QDir logDirectory()
-{
-    return QDir(WindowFixture::applicationFile(QStringLiteral("sarviklog")));
-}
-
 void writeLog(const QString &name, const QByteArray &content)
 {
-    QFile file(logDirectory().filePath(name));
-    if (!logDirectory().mkpath(text(".")) || !file.open(QIODevice::WriteOnly)
+    QFile file(WindowFixture::logDirectory().filePath(name));
+    if (!WindowFixture::logDirectory().mkpath(text(".")) || !file.open(QIODevice::WriteOnly)
         || file.write(content) != content.size())
         qFatal("cannot write the log");
 }
@@ -62,8 +54,6 @@ private slots:
 
 private:
     void fillForm();
-    /// Through the chooser, as "(&R) 過去の検索ログ読み込み" does.
-    void choose(const QString &name);
 };
 
 void MainWindowLogsTest::init()
@@ -91,29 +81,6 @@ void MainWindowLogsTest::fillForm()
     m_fixture->resultView()->setPlainText(text("listed before"));
 }
 
-void MainWindowLogsTest::choose(const QString &name)
-{
-    bool chosen = false;
-    QTimer::singleShot(0, this, [&] {
-        QWidget *dialog = QApplication::activeModalWidget();
-        QVERIFY(dialog);
-        auto *list = dialog->findChild<QAbstractItemView *>(text("listFiles"));
-        QModelIndex entry;
-        chosen = QTest::qWaitFor([&] {
-            const QModelIndex root = list->rootIndex();
-            for (int row = 0; row < list->model()->rowCount(root); ++row) {
-                if (list->model()->index(row, 0, root).data().toString() == name)
-                    entry = list->model()->index(row, 0, root);
-            }
-            return entry.isValid();
-        });
-        list->setCurrentIndex(entry);
-        QTest::keyClick(list, Qt::Key_Return);
-    });
-    m_fixture->window().findChild<QAction *>(text("actionOpenLog"))->trigger();
-    QVERIFY(chosen);
-}
-
 void MainWindowLogsTest::whatALogDoesNotTellStaysInTheForm_data()
 {
     QTest::addColumn<QByteArray>("content");
@@ -136,7 +103,7 @@ void MainWindowLogsTest::whatALogDoesNotTellStaysInTheForm()
     QFETCH(QByteArray, content);
     writeLog(text("broken.log"), content);
     fillForm();
-    choose(text("broken.log"));
+    QVERIFY(m_fixture->chooseLog(text("broken.log")));
     QTEST(m_fixture->keyword1()->currentText(), "keyword1");
     QTEST(AppSettings::instance().caseinsensitive, "ignoreCase");
     QTEST(m_fixture->resultView()->toPlainText(), "listed");
@@ -161,7 +128,7 @@ void MainWindowLogsTest::aBinaryFileIsSurvived()
         content += static_cast<char>(i * 7 + i / 251);
     writeLog(text("binary.log"), content);
     fillForm();
-    choose(text("binary.log"));
+    QVERIFY(m_fixture->chooseLog(text("binary.log")));
     // What it says is nonsense, but the window goes on.
     QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.txt"), text("one")));
     QVERIFY(!m_fixture->resultText().contains(text("listed before")));
@@ -217,7 +184,7 @@ void MainWindowLogsTest::oneLogThatCannotBeWrittenLeavesTheOther()
     const bool searched = m_fixture->search(m_fixture->tree.path(), text("*.txt"), text("one"));
     const QFileInfo last(WindowFixture::applicationFile(text("sarvik.log")));
     const bool isWritten = last.isFile();
-    const int written = logDirectory().entryList(QDir::Files).size();
+    const int written = WindowFixture::logDirectory().entryList(QDir::Files).size();
     const QString told = m_fixture->statusText();
     // Before anything can fail: it would stand in the next test's way.
     QVERIFY(isFolder ? QDir(last.filePath()).removeRecursively() : file.remove());

@@ -2,11 +2,9 @@
 
 #include "settings/AppSettings.h"
 
-#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
-#include <QDir>
 #include <QFile>
 #include <QGroupBox>
 #include <QMenu>
@@ -20,11 +18,6 @@ namespace {
 QString text(const char *utf8)
 {
     return QString::fromUtf8(utf8);
-}
-
-QDir logDirectory()
-{
-    return QDir(WindowFixture::applicationFile(QStringLiteral("sarviklog")));
 }
 
 /// Everything that a log brings back, apart from the text.
@@ -137,9 +130,6 @@ private:
     Form shown() const;
     /// Other values than form's everywhere.
     void fillWithTheOppositeOf(const Form &form);
-    enum class End { Accept, Cancel, AcceptWhatIsGone };
-    /// Opens the log through the chooser, as "(&R) 過去の検索ログ読み込み" does.
-    void choose(const QString &name, End end = End::Accept);
     QMenu *backMenu() const { return m_fixture->child<QToolButton>("arrowBackBtn")->menu(); }
 };
 
@@ -151,8 +141,8 @@ void MainWindowRestoreTest::init()
 
 void MainWindowRestoreTest::writeLog(const QString &name, const QByteArray &content, int minutesAgo)
 {
-    QFile file(logDirectory().filePath(name));
-    if (!logDirectory().mkpath(text(".")) || !file.open(QIODevice::WriteOnly)
+    QFile file(WindowFixture::logDirectory().filePath(name));
+    if (!WindowFixture::logDirectory().mkpath(text(".")) || !file.open(QIODevice::WriteOnly)
         || file.write(content) != content.size() || !file.flush()
         || !file.setFileTime(QDateTime::currentDateTime().addSecs(-60 * minutesAgo),
                              QFileDevice::FileModificationTime))
@@ -200,32 +190,6 @@ void MainWindowRestoreTest::fillWithTheOppositeOf(const Form &form)
     m_fixture->resultView()->setPlainText(text("listed before"));
 }
 
-void MainWindowRestoreTest::choose(const QString &name, End end)
-{
-    bool chosen = false;
-    QTimer::singleShot(0, this, [&] {
-        QWidget *dialog = QApplication::activeModalWidget();
-        QVERIFY(dialog);
-        auto *list = dialog->findChild<QAbstractItemView *>(text("listFiles"));
-        QModelIndex entry;
-        chosen = QTest::qWaitFor([&] {
-            const QModelIndex root = list->rootIndex();
-            for (int row = 0; row < list->model()->rowCount(root); ++row) {
-                if (list->model()->index(row, 0, root).data().toString() == name)
-                    entry = list->model()->index(row, 0, root);
-            }
-            return entry.isValid();
-        });
-        list->setCurrentIndex(entry);
-        if (end == End::AcceptWhatIsGone)
-            QVERIFY(QFile::remove(logDirectory().filePath(name)));
-        QTest::keyClick(list, end == End::Cancel ? Qt::Key_Escape : Qt::Key_Return);
-    });
-    m_fixture->window().findChild<QAction *>(text("actionOpenLog"))->trigger();
-    QVERIFY(chosen);
-    QVERIFY(!QApplication::activeModalWidget());
-}
-
 void MainWindowRestoreTest::aLogBringsEverythingBack_data()
 {
     QTest::addColumn<Form>("form");
@@ -254,7 +218,7 @@ void MainWindowRestoreTest::aLogBringsEverythingBack()
     writeLog(text("a.log"), logOf(form, pathList, listed));
     fillWithTheOppositeOf(form);
     QVERIFY(shown().values() != form.values());
-    choose(text("a.log"));
+    QVERIFY(m_fixture->chooseLog(text("a.log")));
     QCOMPARE(shown().values(), form.values());
     QCOMPARE(m_fixture->resultView()->toPlainText(), listed);
     // The toggles show what they are.
@@ -269,7 +233,7 @@ void MainWindowRestoreTest::theLogOfTheLastSearchBringsAllButThePathsBack()
     form.word = form.subdir = true;
     writeLog(text("sarvik.log"), logOf(form, text(kPathList), text("listed")));
     fillWithTheOppositeOf(form);
-    choose(text("sarvik.log"));
+    QVERIFY(m_fixture->chooseLog(text("sarvik.log")));
     form.paths.clear();
     QCOMPARE(shown().values(), form.values());
     QCOMPARE(m_fixture->resultView()->toPlainText(), text("listed"));
@@ -279,7 +243,7 @@ void MainWindowRestoreTest::aLoadedTextIsNotModified()
 {
     writeLog(text("a.log"), logOf(fullForm(), text(kPathList), text("listed\n").repeated(60000)));
     m_fixture->resultView()->document()->setModified(true);
-    choose(text("a.log"));
+    QVERIFY(m_fixture->chooseLog(text("a.log")));
     QVERIFY(!m_fixture->resultView()->document()->isModified());
     QTRY_COMPARE(m_fixture->resultView()->blockCount(), 60001);
     QVERIFY(!m_fixture->resultView()->document()->isModified());
@@ -324,10 +288,11 @@ void MainWindowRestoreTest::aLogThatCannotBeReadChangesNothing()
     m_fixture->window().makeBackMenu();
     fillWithTheOppositeOf(fullForm());
     const QStringList before = shown().values();
-    const QString path = logDirectory().filePath(text("older.log"));
+    const QString path = WindowFixture::logDirectory().filePath(text("older.log"));
     m_fixture->keyword1()->setFocus();
     if (way == text("chooser"))
-        choose(text("older.log"), End::AcceptWhatIsGone);
+        QVERIFY(
+            m_fixture->chooseLog(text("older.log"), WindowFixture::LogChoice::AcceptWhatIsGone));
     else
         QVERIFY(QFile::remove(path));
     if (way == text("menu"))
@@ -347,7 +312,7 @@ void MainWindowRestoreTest::aCancelledChooserChangesNothing()
     writeLog(text("a.log"), logOf(fullForm(), text(kPathList), text("listed")));
     fillWithTheOppositeOf(fullForm());
     const QStringList before = shown().values();
-    choose(text("a.log"), End::Cancel);
+    QVERIFY(m_fixture->chooseLog(text("a.log"), WindowFixture::LogChoice::Cancel));
     QCOMPARE(shown().values(), before);
     QCOMPARE(m_fixture->resultView()->toPlainText(), text("listed before"));
     QVERIFY(m_fixture->prompt.messages.isEmpty());
@@ -402,7 +367,7 @@ void MainWindowRestoreTest::theResultViewGetsTheFocusAfterALoad()
     else if (way == text("forward"))
         m_fixture->child<QToolButton>("arrowForwardBtn")->click();
     else
-        choose(text("older.log"));
+        QVERIFY(m_fixture->chooseLog(text("older.log")));
     QCOMPARE(m_fixture->window().focusWidget(), m_fixture->resultView());
 }
 

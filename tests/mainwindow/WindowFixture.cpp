@@ -1,10 +1,14 @@
 #include "tests/mainwindow/WindowFixture.h"
 
+#include <QAbstractItemView>
+#include <QAction>
+#include <QApplication>
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
 #include <QTest>
+#include <QTimer>
 
 namespace {
 
@@ -92,4 +96,35 @@ QByteArray WindowFixture::readApplicationFile(const QString &name)
 {
     QFile file(applicationFile(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QDir WindowFixture::logDirectory()
+{
+    return QDir(applicationFile(QStringLiteral("sarviklog")));
+}
+
+bool WindowFixture::chooseLog(const QString &name, LogChoice choice)
+{
+    bool chosen = false;
+    QTimer::singleShot(0, m_window.get(), [&] {
+        QWidget *dialog = QApplication::activeModalWidget();
+        if (!dialog)
+            return;
+        auto *list = dialog->findChild<QAbstractItemView *>(QStringLiteral("listFiles"));
+        QModelIndex entry;
+        chosen = QTest::qWaitFor([&] {
+            const QModelIndex root = list->rootIndex();
+            for (int row = 0; row < list->model()->rowCount(root); ++row) {
+                if (list->model()->index(row, 0, root).data().toString() == name)
+                    entry = list->model()->index(row, 0, root);
+            }
+            return entry.isValid();
+        });
+        list->setCurrentIndex(entry);
+        if (choice == LogChoice::AcceptWhatIsGone)
+            chosen = QFile::remove(logDirectory().filePath(name)) && chosen;
+        QTest::keyClick(list, choice == LogChoice::Cancel ? Qt::Key_Escape : Qt::Key_Return);
+    });
+    child<QAction>("actionOpenLog")->trigger();
+    return chosen && !QApplication::activeModalWidget();
 }

@@ -7,6 +7,7 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QDir>
 #include <QPlainTextEdit>
 #include <QStatusBar>
 
@@ -49,6 +50,13 @@ public:
 
     /// The result view's text with the seconds of the time replaced by "T".
     QString resultText() const;
+
+    static QDir logDirectory();
+
+    enum class LogChoice { Accept, Cancel, AcceptWhatIsGone };
+    /// Opens the log chooser and chooses the log of this name by keys. False when it
+    /// is not offered, cannot be removed, or the chooser stays.
+    bool chooseLog(const QString &name, LogChoice choice = LogChoice::Accept);
 
     /// For the end of a test program: the fading of a clear button outlives its
     /// field and deletes itself in the event loop.
