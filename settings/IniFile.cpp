@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLockFile>
+#include <QOperatingSystemVersion>
 #include <QSaveFile>
 #include <QThread>
 
@@ -48,13 +49,16 @@ std::optional<QByteArray> contentOf(const QString &path)
 }
 
 /// What fails because somebody else has the file open at this instant (another
-/// instance, a virus scanner; on Windows only) succeeds a moment later.
+/// instance, a virus scanner) succeeds a moment later. Windows keeps a file from
+/// being replaced for that, and a scanner takes its time.
 template <typename Attempt> auto repeated(const Attempt &attempt)
 {
-    constexpr int kAttempts = 3;
     constexpr unsigned long kPauseMilliseconds = 30;
+    const bool onWindows =
+        QOperatingSystemVersion::currentType() == QOperatingSystemVersion::Windows;
+    const int attempts = onWindows ? 20 : 3;
     auto result = attempt();
-    for (int i = 1; i < kAttempts && !result; ++i) {
+    for (int i = 1; i < attempts && !result; ++i) {
         QThread::msleep(kPauseMilliseconds);
         result = attempt();
     }
