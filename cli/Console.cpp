@@ -19,10 +19,8 @@ namespace {
 constexpr int kTickMilliseconds = 40;
 
 /// More than is found in a tick, so that the search need not wait for a reader
-/// who keeps up. Lines are counted for what each costs whatever its length, and
-/// their length, in UTF-16 code units, because one line may be a whole file.
-constexpr int kMaxQueuedLines = 100000;
-constexpr qint64 kMaxQueuedUnits = 16 * 1024 * 1024;
+/// who keeps up.
+constexpr qint64 kMostWaitingBytes = 32 * 1024 * 1024;
 
 bool wantsColor(Options::Color color)
 {
@@ -51,12 +49,11 @@ Console::Console(const Options &options, const QStringList &pathlist, const Sear
           Stream::Output, [this] { m_progress.clear(); }, &Interrupt::isPending)
     , m_messages(
           Stream::Error, [this] { m_progress.clear(); }, &Interrupt::isPending)
-    , m_report(makeReport(options, m_condition, m_engineOptions.limits, wantsColor(options.color),
-                          m_output))
+    , m_report(makeReport(options, m_condition, wantsColor(options.color), m_output))
     , m_spool(std::make_unique<SignalSpool>())
 {
     connectSpool();
-    limitQueue();
+    connectEngine();
     m_spool->moveToThread(&m_spoolThread);
     m_timer.setSingleShot(true);
     connect(&m_timer, &QTimer::timeout, this, &Console::onTick);
@@ -94,7 +91,7 @@ void Console::onTick()
     }
     if (!m_interrupted && !m_outputLost)
         showProgress();
-    const bool flood = m_spool->resultCount() > kMaxQueuedLines / 4;
+    const bool flood = m_report->waitingBytes() > kMostWaitingBytes / 8;
     m_timer.start(flood ? 0 : kTickMilliseconds);
 }
 
@@ -111,12 +108,17 @@ void Console::onRunEnded(bool aborted)
     emit finished(exitStatus());
 }
 
-/// Where the output is slower than the search, the search waits.
-void Console::limitQueue()
+/// Hits come from the threads that find them. Where the output is slower than
+/// the search, the search waits.
+void Console::connectEngine()
 {
     EngineOptions engineOptions = m_engineOptions;
-    engineOptions.holdBack = [spool = m_spool.get()] {
-        return spool->resultCount() > kMaxQueuedLines || spool->resultUnits() > kMaxQueuedUnits;
+    engineOptions.hitSink = [report = m_report.get()](const QString &path, int codeSet,
+                                                      const QStringList &hits) {
+        report->addHits({path, codeSet, hits});
+    };
+    engineOptions.holdBack = [report = m_report.get()] {
+        return report->waitingBytes() > kMostWaitingBytes;
     };
     m_spool->setEngineOptions(engineOptions);
 }
@@ -144,9 +146,7 @@ void Console::connectSpool()
 
 void Console::drain()
 {
-    QStringList entries;
-    m_spool->takeResults(&entries, 0);
-    m_report->addResults(std::move(entries));
+    m_report->writeWaiting();
     m_output.flush();
     drainMessages();
 }
@@ -179,7 +179,7 @@ void Console::showProgress()
     state.searched = m_spool->searchedCount();
     state.foldersQueued = m_spool->dirQueueLength();
     state.filesQueued = m_spool->fileQueueLength();
-    state.hits = m_spool->hitLineCount();
+    state.hits = m_report->hitCount();
     state.currentFile = m_spool->currentFile();
     m_progress.show(state, StandardStreams::terminalColumns(Stream::Error), m_clock.elapsed());
     if (m_progress.isShown())

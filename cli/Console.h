@@ -52,7 +52,7 @@ private slots:
 
 private:
     void connectSpool();
-    void limitQueue();
+    void connectEngine();
     void drain();
     void drainMessages();
     void addRefusal(const QString &path, int codeSet);

@@ -2,9 +2,26 @@
 
 #include "cli/HitLine.h"
 
+#include <algorithm>
 #include <charconv>
 #include <iterator>
 #include <limits>
+#include <numeric>
+
+namespace {
+
+/// The bytes of a file's lines if its text is ASCII, or as much as one asks for.
+int probableSize(const QByteArray &path, const QStringList &hits)
+{
+    constexpr qint64 kMost = 1024 * 1024;
+    const qint64 size =
+        std::accumulate(hits.cbegin(), hits.cend(), qint64(0), [&](qint64 sum, const QString &hit) {
+            return sum + path.size() + hit.size();
+        });
+    return int(std::min(size, kMost));
+}
+
+} // namespace
 
 GrepFormat::GrepFormat(const HitPainter &painter) : m_painter(painter)
 {
@@ -17,6 +34,7 @@ QByteArray GrepFormat::format(const FileResult &file) const
         return path + '\n';
     path += ':';
     QByteArray lines;
+    lines.reserve(probableSize(path, file.hits));
     for (const QString &hit : file.hits)
         appendHit(&lines, path, hit);
     return lines;

@@ -57,12 +57,13 @@ QByteArray HitPainter::text(const QString &text) const
 {
     if (!m_on)
         return text.toUtf8();
+    QRegExp keyword = m_keyword; // one for each thread: it keeps its last match
     QByteArray painted;
     int done = 0;
     int from = 0;
     while (from < text.size()) {
-        const int start = m_keyword.indexIn(text, from);
-        const int length = m_keyword.matchedLength();
+        const int start = keyword.indexIn(text, from);
+        const int length = keyword.matchedLength();
         if (start < 0)
             break;
         if (length > 0) {

@@ -8,7 +8,7 @@
 #include <QStringView>
 
 /// Colours the parts of the output with the terminal's escape sequences, or
-/// hands them through as UTF-8. Not re-entrant: QRegExp keeps its last match.
+/// hands them through as UTF-8.
 class HitPainter {
 public:
     /// Without colour.

@@ -2,6 +2,7 @@
 
 #include "cli/HitLine.h"
 #include "cli/Message.h"
+#include "engine/CodeSet.h"
 #include "engine/NativePath.h"
 
 namespace {
@@ -41,15 +42,10 @@ QByteArray pathMembers(const QString &path)
 
 } // namespace
 
-JsonFormat::JsonFormat(const EncodingOf &encodingOf) : m_encodingOf(encodingOf)
-{
-}
-
 QByteArray JsonFormat::format(const FileResult &file) const
 {
     const QByteArray path = pathMembers(file.path);
-    const QString name = m_encodingOf(file.path);
-    const QByteArray encoding = ",\"encoding\":" + (name.isNull() ? "null" : quote(name));
+    const QByteArray encoding = ",\"encoding\":" + quote(CodeSet::name(file.codeSet));
     if (file.hits.isEmpty())
         return '{' + path + ",\"line\":null,\"column\":null,\"text\":null" + encoding + "}\n";
     QByteArray lines;

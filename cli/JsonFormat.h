@@ -4,8 +4,6 @@
 
 #include <QString>
 
-#include <functional>
-
 /// One JSON object a hit and line, with "path", "line", "column", "text" and
 /// "encoding"; a file without hits is one object with null for line, column and
 /// text.
@@ -15,19 +13,10 @@
 /// name's bytes in Base64.
 class JsonFormat : public ResultFormat {
 public:
-    /// The name of the code set in which a file was read; a null string where it
-    /// cannot be told, which gives null. Asked once a file.
-    using EncodingOf = std::function<QString(const QString &path)>;
-
-    explicit JsonFormat(const EncodingOf &encodingOf);
-
     QByteArray format(const FileResult &file) const override;
 
     /// text as a JSON string with its quotes. What Message::isUnsafe names is
     /// escaped, so that an object is one line to every reader and shows as it
     /// is; lone surrogates become U+FFFD.
     static QByteArray quote(const QString &text);
-
-private:
-    EncodingOf m_encodingOf;
 };

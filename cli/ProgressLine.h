@@ -12,7 +12,7 @@ public:
         int searched = 0; ///< files
         int foldersQueued = 0;
         int filesQueued = 0;
-        int hits = 0; ///< lines
+        qint64 hits = 0; ///< lines
         QString currentFile;
     };
 

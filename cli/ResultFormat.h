@@ -4,7 +4,7 @@
 
 #include <QByteArray>
 
-/// How a file's hits are written.
+/// How a file's hits are written. Several threads may use one.
 class ResultFormat {
 public:
     virtual ~ResultFormat() = default;

@@ -1,41 +1,53 @@
 #include "cli/SearchReport.h"
 
-#include "cli/LineOutput.h"
 #include "engine/NativePath.h"
 
 #include <algorithm>
 #include <utility>
 
-SearchReport::SearchReport(LineOutput &output, std::unique_ptr<ResultFormat> format, bool sort)
+SearchReport::SearchReport(const Output &output, std::unique_ptr<ResultFormat> format, bool sort)
     : m_output(output), m_format(std::move(format)), m_sort(sort)
 {
 }
 
-void SearchReport::addResults(QStringList entries)
+void SearchReport::addHits(const FileResult &file)
 {
-    FileResult::visitEach(std::move(entries), [this](const FileResult &file) { add(file); });
-}
-
-void SearchReport::add(const FileResult &file)
-{
+    Lines lines = {m_sort ? NativePath::toNative(file.path) : QByteArray(), m_format->format(file)};
+    if (m_sort) // they stay for long
+        lines.bytes.squeeze();
     m_hits += file.hits.size();
     m_matchedFiles += file.hits.isEmpty() ? 0 : 1;
-    QByteArray lines = m_format->format(file);
-    if (!m_sort) {
-        m_output.add(lines);
+    const std::lock_guard lock(m_lock);
+    m_waitingBytes += m_sort ? 0 : lines.bytes.size();
+    m_files.push_back(std::move(lines));
+}
+
+void SearchReport::writeWaiting()
+{
+    if (m_sort)
         return;
+    std::vector<Lines> files;
+    {
+        const std::lock_guard lock(m_lock);
+        files.swap(m_files);
+        m_waitingBytes = 0;
     }
-    lines.squeeze();
-    m_kept.append({NativePath::toNative(file.path), lines});
+    writeAll(files);
 }
 
 void SearchReport::finish(bool)
 {
-    std::stable_sort(m_kept.begin(), m_kept.end(),
-                     [](const auto &a, const auto &b) { return a.first < b.first; });
-    for (const auto &[path, lines] : std::as_const(m_kept))
-        m_output.add(lines);
-    m_kept.clear();
+    const std::lock_guard lock(m_lock);
+    std::stable_sort(m_files.begin(), m_files.end(),
+                     [](const Lines &a, const Lines &b) { return a.path < b.path; });
+    writeAll(m_files);
+    m_files.clear();
+}
+
+void SearchReport::writeAll(const std::vector<Lines> &files)
+{
+    for (const Lines &file : files)
+        m_output(file.bytes);
 }
 
 RunReport::Counts SearchReport::counts(int searched) const

@@ -5,32 +5,45 @@
 #include "cli/RunReport.h"
 
 #include <QByteArray>
-#include <QPair>
-#include <QVector>
 
+#include <atomic>
+#include <functional>
 #include <memory>
+#include <mutex>
+#include <vector>
 
-class LineOutput;
-
-/// The hits of a search. Sorting keeps them as the bytes that are written: one
-/// block a file instead of a string a hit.
+/// The hits of a search. The thread that found them makes their lines, so that
+/// one block of bytes a file goes to the thread that writes, and not a string a
+/// hit.
 class SearchReport : public RunReport {
 public:
-    /// output must outlive the report.
-    SearchReport(LineOutput &output, std::unique_ptr<ResultFormat> format, bool sort);
+    /// Takes whole lines, on the main thread.
+    using Output = std::function<void(const QByteArray &lines)>;
 
-    void addResults(QStringList entries) override;
+    SearchReport(const Output &output, std::unique_ptr<ResultFormat> format, bool sort);
+
+    void addHits(const FileResult &file) override;
+    qint64 waitingBytes() const override { return m_waitingBytes; }
+    void writeWaiting() override;
     void finish(bool aborted) override;
     bool foundAny() const override { return m_hits > 0; }
+    qint64 hitCount() const override { return m_hits; }
     Counts counts(int searched) const override;
 
 private:
-    void add(const FileResult &file);
+    struct Lines {
+        QByteArray path; // when sorting
+        QByteArray bytes;
+    };
 
-    LineOutput &m_output;
+    void writeAll(const std::vector<Lines> &files);
+
+    const Output m_output;
     const std::unique_ptr<ResultFormat> m_format;
     const bool m_sort;
-    QVector<QPair<QByteArray, QByteArray>> m_kept; // path and lines, until the end, when sorting
-    qint64 m_hits = 0;
-    qint64 m_matchedFiles = 0;
+    std::mutex m_lock;
+    std::vector<Lines> m_files; // not yet written; guarded by m_lock
+    std::atomic<qint64> m_waitingBytes{0}; // of them, where they need not wait for the end
+    std::atomic<qint64> m_hits{0};
+    std::atomic<qint64> m_matchedFiles{0};
 };

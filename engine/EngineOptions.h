@@ -39,6 +39,13 @@ struct EngineOptions {
     /// keyword can be on: the slow, obvious path, to compare results with.
     bool visitEveryLine = false;
 
+    /// Takes what was found in a file, in place of the signals foundAtList and
+    /// foundAtFile, on the thread that searched it, so that what is made of a hit
+    /// there goes on and the hit does not. codeSet: in which the file was read;
+    /// hits: empty where only the name counts. Several threads call it at a time,
+    /// all of them before finished() is emitted.
+    std::function<void(const QString &path, int codeSet, const QStringList &hits)> hitSink;
+
     /// Asked by the loaders before each file: while it is true they wait, so that
     /// a reader who is slower than the search does not make the results pile up
     /// in memory. Called on many threads at once, and often; must not block. An

@@ -76,8 +76,16 @@ void FileWorker::search(const QString &path)
     // What was read of the last line may be half of it, and further hits are missing.
     if (m_loader.wasStopped() || m_searcher.wasStopped())
         return;
-    if (!hits.isEmpty())
+    if (!hits.isEmpty() || m_run.condition.fnameflg)
+        report(path, hits);
+}
+
+void FileWorker::report(const QString &path, const QStringList &hits)
+{
+    if (m_run.options.hitSink)
+        m_run.options.hitSink(path, m_loader.codeSet(), hits);
+    else if (!hits.isEmpty())
         emit m_core.foundAtList(path, hits);
-    else if (m_run.condition.fnameflg)
+    else
         emit m_core.foundAtFile(path);
 }

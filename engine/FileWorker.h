@@ -23,6 +23,7 @@ private:
     void reportEncoding(const QString &path, FileLoader::Outcome outcome);
     void reportRefused(const QString &path);
     void search(const QString &path);
+    void report(const QString &path, const QStringList &hits);
 
     TextGrepCore &m_core; // whose signals are emitted
     const SharedRun &m_run;

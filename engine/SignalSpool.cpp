@@ -49,7 +49,6 @@ void SignalSpool::scan(QStringList pathlist, QString mask, QString keyword1, QSt
         const std::lock_guard lock(m_resultLock);
         m_hitLines = 0;
         m_results.clear();
-        m_resultUnits = 0;
     }
     {
         const std::lock_guard lock(m_errorLock);
@@ -259,7 +258,6 @@ void SignalSpool::showSearchResultFile(QString filename)
 
 void SignalSpool::addResult(QString &&line)
 {
-    m_resultUnits += line.size();
     m_results.append(QString());
     m_results.last().swap(line);
 }
@@ -270,24 +268,14 @@ int SignalSpool::resultCount() const
     return m_results.size();
 }
 
-qint64 SignalSpool::resultUnits() const
-{
-    const std::lock_guard lock(m_resultLock);
-    return m_resultUnits;
-}
-
 int SignalSpool::takeResults(QStringList *lines, int max)
 {
     const std::lock_guard lock(m_resultLock);
     const int count = m_results.size();
-    if (max < 1 || count <= max) {
-        m_resultUnits = 0;
+    if (max < 1 || count <= max)
         return moveAll(m_results, lines);
-    }
-    for (int i = 0; i < max; ++i) {
+    for (int i = 0; i < max; ++i)
         lines->append(m_results.takeFirst());
-        m_resultUnits -= lines->last().size();
-    }
     return max;
 }
 

@@ -85,8 +85,6 @@ public:
 
     /// Result lines that wait to be taken.
     int resultCount() const;
-    /// Their length together, in UTF-16 code units.
-    qint64 resultUnits() const;
     /// Moves up to max result lines (all when max is below 1) to the end of
     /// lines; returns how many. A batch may end between a head and its hits.
     int takeResults(QStringList *lines, int max);
@@ -136,8 +134,7 @@ private:
     std::atomic<int> m_fileQueueLength{0};
 
     mutable std::mutex m_resultLock;
-    QStringList m_results; // guarded by m_resultLock, as the next three
-    qint64 m_resultUnits = 0;
+    QStringList m_results; // guarded by m_resultLock, as the next two
     int m_resultFiles = 0;
     int m_hitLines = 0;
 

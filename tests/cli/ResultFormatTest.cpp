@@ -1,6 +1,7 @@
 #include "cli/GrepFormat.h"
 #include "cli/JsonFormat.h"
 #include "cli/PlainFormat.h"
+#include "engine/CodeSet.h"
 #include "engine/NativePath.h"
 
 #include <QJsonDocument>
@@ -12,13 +13,14 @@ namespace {
 FileResult twoHits()
 {
     return {QStringLiteral("src/港.txt"),
+            CodeSet::ShiftJis,
             {QStringLiteral("     12:    5:foo 灯台 foo"),
              QStringLiteral("  123456:    1:\tfoo: 1:2:3")}};
 }
 
 FileResult withoutHits()
 {
-    return {QStringLiteral("src/港.txt"), {}};
+    return {QStringLiteral("src/港.txt"), CodeSet::ShiftJis, {}};
 }
 
 bool namesMayBeAnyBytes()
@@ -30,6 +32,7 @@ bool namesMayBeAnyBytes()
 FileResult brokenName()
 {
     return {QStringLiteral("a/") + QChar(0xDC81) + QStringLiteral("b"),
+            CodeSet::Utf8,
             {QStringLiteral("      1:    1:x")}};
 }
 
@@ -41,15 +44,10 @@ SearchCondition condition(const QString &keyword, int flags)
     return condition;
 }
 
-QString shiftJis(const QString &)
-{
-    return QStringLiteral("Shift-JIS");
-}
-
 QByteArray jsonOfText(const QString &text)
 {
-    return JsonFormat(shiftJis).format(
-        {QStringLiteral("a"), {QStringLiteral("      1:    1:") + text}});
+    return JsonFormat().format(
+        {QStringLiteral("a"), CodeSet::Utf8, {QStringLiteral("      1:    1:") + text}});
 }
 
 } // namespace
@@ -70,8 +68,6 @@ private slots:
     void theColouredMatchesAreThoseOfTheSearch();
     void jsonIsOneObjectAHit();
     void jsonHasNullsForAFileWithoutHits();
-    void jsonHasNullForAnUnknownEncoding();
-    void jsonAsksForTheEncodingOnceAFile();
     void jsonEscapesWhatWouldBreakTheLine_data();
     void jsonEscapesWhatWouldBreakTheLine();
     void jsonKeepsPairsAndReplacesLoneSurrogates();
@@ -134,7 +130,8 @@ void ResultFormatTest::grepWritesThePathsOwnBytes()
 void ResultFormatTest::grepColoursPathNumbersAndMatches()
 {
     const HitPainter painter(condition(QStringLiteral("灯台"), 0));
-    const FileResult file = {QStringLiteral("a"), {QStringLiteral("     12:    5:foo 灯台 foo")}};
+    const FileResult file = {
+        QStringLiteral("a"), CodeSet::Utf8, {QStringLiteral("     12:    5:foo 灯台 foo")}};
     QCOMPARE(GrepFormat(painter).format(file),
              QByteArray("\x1b[35ma\x1b[m:\x1b[32m12\x1b[m:\x1b[32m5\x1b[m:"
                         "foo \x1b[1;31m灯台\x1b[m foo\n"));
@@ -172,7 +169,7 @@ void ResultFormatTest::theColouredMatchesAreThoseOfTheSearch()
 
 void ResultFormatTest::jsonIsOneObjectAHit()
 {
-    QCOMPARE(JsonFormat(shiftJis).format(twoHits()),
+    QCOMPARE(JsonFormat().format(twoHits()),
              QByteArray("{\"path\":\"src/港.txt\",\"line\":12,\"column\":5,"
                         "\"text\":\"foo 灯台 foo\",\"encoding\":\"Shift-JIS\"}\n"
                         "{\"path\":\"src/港.txt\",\"line\":123456,\"column\":1,"
@@ -181,26 +178,9 @@ void ResultFormatTest::jsonIsOneObjectAHit()
 
 void ResultFormatTest::jsonHasNullsForAFileWithoutHits()
 {
-    QCOMPARE(JsonFormat(shiftJis).format(withoutHits()),
+    QCOMPARE(JsonFormat().format(withoutHits()),
              QByteArray("{\"path\":\"src/港.txt\",\"line\":null,\"column\":null,"
                         "\"text\":null,\"encoding\":\"Shift-JIS\"}\n"));
-}
-
-void ResultFormatTest::jsonHasNullForAnUnknownEncoding()
-{
-    const JsonFormat format([](const QString &) { return QString(); });
-    QVERIFY(format.format(twoHits()).endsWith(",\"encoding\":null}\n"));
-}
-
-void ResultFormatTest::jsonAsksForTheEncodingOnceAFile()
-{
-    QStringList asked;
-    const JsonFormat format([&](const QString &path) {
-        asked += path;
-        return QStringLiteral("UTF-8");
-    });
-    format.format(twoHits());
-    QCOMPARE(asked, QStringList(QStringLiteral("src/港.txt")));
 }
 
 void ResultFormatTest::jsonEscapesWhatWouldBreakTheLine_data()
@@ -245,7 +225,7 @@ void ResultFormatTest::jsonOfABrokenNameIsValidAndHoldsItsBytes()
 {
     if (!namesMayBeAnyBytes())
         QSKIP("names are text here");
-    const QByteArray line = JsonFormat(shiftJis).format(brokenName());
+    const QByteArray line = JsonFormat().format(brokenName());
     const QJsonObject object = QJsonDocument::fromJson(line).object();
     QCOMPARE(object.value(QLatin1String("path")).toString(), QStringLiteral("a/\uFFFDb"));
     QCOMPARE(
@@ -256,8 +236,9 @@ void ResultFormatTest::jsonOfABrokenNameIsValidAndHoldsItsBytes()
 
 void ResultFormatTest::jsonOfAReplacementCharacterInAValidNameHasNoBase64()
 {
-    const FileResult file = {QStringLiteral("a\uFFFD"), {QStringLiteral("      1:    1:x")}};
-    QVERIFY(!JsonFormat(shiftJis).format(file).contains("pathBase64"));
+    const FileResult file = {
+        QStringLiteral("a\uFFFD"), CodeSet::Utf8, {QStringLiteral("      1:    1:x")}};
+    QVERIFY(!JsonFormat().format(file).contains("pathBase64"));
 }
 
 QTEST_GUILESS_MAIN(ResultFormatTest)

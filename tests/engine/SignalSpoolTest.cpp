@@ -19,7 +19,6 @@ class SignalSpoolTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void theLengthOfWhatWaitsIsKnown();
     void signalsAndSlotsStandInTheirOrder();
     void aHeadIsFollowedByItsHits();
     void aBatchMayEndBetweenAHeadAndItsHits();
@@ -31,20 +30,6 @@ private slots:
     void countersKeepTheLatestValue();
     void threadCountsAreKeptByThread();
 };
-
-void SignalSpoolTest::theLengthOfWhatWaitsIsKnown()
-{
-    SignalSpool spool;
-    QCOMPARE(spool.resultUnits(), qint64(0));
-    spool.showSearchResultList(QStringLiteral("a"), {QStringLiteral("12345"), QString()});
-    spool.showSearchResultFile(QStringLiteral("b"));
-    QCOMPARE(spool.resultUnits(), qint64(3 + 5 + 3));
-    QStringList lines;
-    spool.takeResults(&lines, 2);
-    QCOMPARE(spool.resultUnits(), qint64(3));
-    spool.takeResults(&lines, 0);
-    QCOMPARE(spool.resultUnits(), qint64(0));
-}
 
 void SignalSpoolTest::signalsAndSlotsStandInTheirOrder()
 {
