@@ -20,6 +20,9 @@
 namespace {
 
 constexpr int kThreadsOnOneProcessor = 4;
+/// A yield gives away a whole turn where other programs want the processor: one
+/// for each folder doubled the time of a search there.
+constexpr int kFoldersPerYield = 256;
 constexpr std::chrono::milliseconds kSupervisorPeriod{5};
 constexpr unsigned long kShortestPollUs = 20;
 constexpr unsigned long kLongestPollUs = 2000;
@@ -218,6 +221,7 @@ void TextGrepCore::doWalkSubDirs()
 {
     const WorkerScope scope(*this);
     FolderWalker walker(*this, m_run);
+    int foldersListed = 0;
     int entriesListed = 0;
     while (!m_run.isAborted()) {
         m_run.folders.acquirePermit();
@@ -228,7 +232,8 @@ void TextGrepCore::doWalkSubDirs()
         if (!taken)
             return;
         emit progressFileSemaphoreCount(m_run.files.length());
-        QThread::yieldCurrentThread();
+        if (++foldersListed % kFoldersPerYield == 0)
+            QThread::yieldCurrentThread();
         if (m_run.isAborted())
             return;
         const QVector<FolderEntry> entries = walker.list(folder);

@@ -75,9 +75,11 @@ void TopEntries::queueListFile(const QString &path)
     const FileMask mask = m_run.mask;
     for (int i = 0; i < entries.size(); ++i) {
         emit m_core.progressFileCount();
-        QThread::yieldCurrentThread();
-        if (i % SharedRun::kEntriesPerAbortCheck == 0 && m_run.isAborted())
-            return;
+        if (i % SharedRun::kEntriesPerAbortCheck == 0) {
+            QThread::yieldCurrentThread();
+            if (m_run.isAborted())
+                return;
+        }
         queueListEntry(entries.at(i), mask);
     }
 }
