@@ -7,13 +7,17 @@
 #include <mutex>
 
 /// Sees to it that each real folder is listed at most once in a search, and
-/// that it does not depend on the threads' order which path it is listed by:
+/// that links do not make it depend on the threads' order which path it is
+/// listed by:
 ///
 /// 1. a folder that is named at the top belongs to the first top path that
 ///    leads to it;
 /// 2. any other folder belongs to the first path by which it is listed; since
 ///    links are followed only after all real folders, and one after another,
 ///    that is its real path where the search holds it.
+///
+/// A folder that is mounted at two places of the tree has two real paths: which
+/// of them it is listed by is left to the threads.
 ///
 /// All functions may be called from any thread.
 class FolderClaims {

@@ -9,6 +9,8 @@
 
 namespace {
 
+/// Plain lines visited between two questions whether to stop.
+constexpr int kLinesPerQuestion = 1024;
 /// Lines visited between two yields of the processor: on a busy machine a yield
 /// gives away a whole turn, which other programs take.
 constexpr int kLinesPerYield = 16 * 1024;
@@ -71,7 +73,7 @@ void LineMatcher::begin()
 /// A pattern may take long for a single line; other lines are over at once.
 bool LineMatcher::mustStop()
 {
-    if (!m_stopped && m_stop && (m_condition.regExp() || m_visited % kLinesPerYield == 0))
+    if (!m_stopped && m_stop && (m_condition.regExp() || m_visited % kLinesPerQuestion == 0))
         m_stopped = m_stop();
     return m_stopped;
 }
