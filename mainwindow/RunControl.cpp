@@ -15,6 +15,8 @@ namespace {
 
 constexpr int kTickMilliseconds = 150;
 
+bool g_isAnyLeftBehind = false;
+
 /// A file's name may hold a line break; what names it is one line all the same.
 QStringList onOneLineEach(QStringList messages)
 {
@@ -42,6 +44,7 @@ RunControl::~RunControl()
 void RunControl::start(const SearchCondition &condition)
 {
     m_running = true;
+    m_stopping = false;
     m_condition = condition;
     m_pendingCounts.clear();
     m_elapsed.start();
@@ -63,6 +66,7 @@ void RunControl::abort()
     if (!m_running || !m_timer)
         return;
     m_views.form->setButtonEnabled(false);
+    m_stopping = true;
     m_run.abort();
     m_views.resultView->stop();
     QCoreApplication::processEvents();
@@ -74,13 +78,33 @@ void RunControl::abandon()
     m_run.abort();
 }
 
+bool RunControl::endWithin(int milliseconds)
+{
+    m_abandoned = true;
+    return m_run.endWithin(milliseconds);
+}
+
+void RunControl::leaveBehind()
+{
+    g_isAnyLeftBehind = true;
+    disconnect();
+    m_timer.reset();
+    setParent(nullptr);
+}
+
+bool RunControl::isAnyLeftBehind()
+{
+    return g_isAnyLeftBehind;
+}
+
 void RunControl::showProgress()
 {
     SignalSpool *spool = m_run.spool();
     if (!spool)
         return;
     m_listing.tick(*spool);
-    m_views.statusBar->showMessage(spool->currentFile());
+    const QString file = spool->currentFile();
+    m_views.statusBar->showMessage(m_stopping ? QStringLiteral("中止しています　%1").arg(file) : file);
     m_listing.takeLines(*spool);
     listPendingCounts();
 }

@@ -46,7 +46,7 @@ public:
     };
 
     RunControl(const Views &views, QObject *parent);
-    /// Aborts a run and waits for it.
+    /// Aborts a run and waits for it, without limit: see endWithin().
     ~RunControl() override;
 
     /// From start() to end(), the listing of the last lines included.
@@ -59,6 +59,15 @@ public:
     /// For a window that closes: nothing more is listed, and a run that goes on
     /// ends without a trace.
     void abandon();
+
+    /// Abandons a run and waits for it. False when it has not ended after so many
+    /// milliseconds: it is in the middle of a line that its pattern is slow on.
+    bool endWithin(int milliseconds);
+    /// Then, for a program that ends: this object shows nothing any more and belongs
+    /// to nobody. It must never be deleted, and the program has to leave without
+    /// destructors (isAnyLeftBehind()), because the run's threads go on.
+    void leaveBehind();
+    static bool isAnyLeftBehind();
 
     void showProgress();
     void addLineCount(const QString &filename, int count);
@@ -87,6 +96,7 @@ private:
     QStringList m_pendingCounts; // its lines that are to be listed at the next tick
     bool m_running = false;
     bool m_abandoned = false;
+    bool m_stopping = false; // the engine has been asked to end
     // Emits into all of the above, so they go after it.
     std::unique_ptr<QTimer> m_timer; // as long as the engine runs
     SearchRun m_run;

@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <QSemaphore>
 
 SearchRun::SearchRun(QObject *parent) : QObject(parent)
 {
@@ -24,6 +25,13 @@ void SearchRun::start(const SearchCondition &condition)
     connect(spool, &SignalSpool::lcntFinished, this, &SearchRun::lineCountFinished,
             Qt::QueuedConnection);
     connect(spool, &SignalSpool::linecntAt, this, &SearchRun::lineCounted, Qt::QueuedConnection);
+    // At once, as nobody processes events here while endWithin() waits.
+    m_engineEnd = std::make_shared<QSemaphore>();
+    const auto tellEnd = [end = m_engineEnd] {
+        end->release();
+    };
+    connect(spool, &SignalSpool::finished, spool, tellEnd, Qt::DirectConnection);
+    connect(spool, &SignalSpool::lcntFinished, spool, tellEnd, Qt::DirectConnection);
     m_thread = std::make_unique<QThread>();
     m_thread->setObjectName(QStringLiteral("spool"));
     m_thread->start(QThread::InheritPriority);
@@ -35,6 +43,15 @@ void SearchRun::abort()
 {
     if (m_spool)
         m_spool->abort();
+}
+
+bool SearchRun::endWithin(int milliseconds)
+{
+    abort();
+    if (m_spool && !m_engineEnd->tryAcquire(1, milliseconds))
+        return false;
+    end();
+    return true;
 }
 
 void SearchRun::end()

@@ -28,7 +28,7 @@ private slots:
 
 namespace {
 
-constexpr int kLong = 20000;
+constexpr int kLong = 5000;
 
 QString text(const char *latin1)
 {
