@@ -6,9 +6,12 @@
 
 namespace {
 
-/// Shorter lines are tried at once: no pattern takes long for them.
+/// Shorter lines are searched as a whole: no pattern takes long for them.
 constexpr int kShortLine = 256;
-/// So long, also a pattern that repeats nothing goes by pieces.
+/// Looked at in one look, an estimate of its time: each place that is tried counts as
+/// what it sees.
+constexpr int kUnitsOfALook = 16 * 1024;
+/// A longer line goes by pieces also for a pattern that repeats nothing.
 constexpr int kLongLine = 16384;
 
 /// Whether a match may be longer than the pattern. Also true for some of which
@@ -39,39 +42,44 @@ LineFinder::LineFinder(const QRegExp &pattern)
     : m_pattern(pattern)
     , m_repeats(repeats(pattern.pattern()))
     , m_hasEnd(pattern.pattern().contains(QLatin1Char('$')))
+    , m_asksBefore(pattern.pattern().contains(QLatin1String("\\b"), Qt::CaseInsensitive))
 {
 }
 
-LineFinder::Piece LineFinder::pieceAt(const QString &line, int unit) const
+bool LineFinder::goesByPlaces(const QString &line) const
 {
-    const int size = line.size();
-    const int wholeLine = m_repeats ? kPiece + kBeyond : kLongLine;
-    if (size <= wholeLine)
-        return {0, size, size};
-    // One unit more shows what "\b" and "$" ask for.
-    const int beyond = std::max(kBeyond, m_pattern.pattern().size() + 1);
-    const int start = unit / kPiece * kPiece;
-    const int end = std::min(start + kPiece, size);
-    return {start, end, std::min(end + (m_repeats ? kBeyond : beyond), size)};
+    return m_repeats && line.size() > kShortLine;
 }
 
+/// Whether no match begins at or behind from and ends at or before to.
 bool LineFinder::isRuledOut(const QString &line, int from, int to)
 {
-    if (!m_repeats || to - from <= kShortLine || m_pattern.patternSyntax() != QRegExp::RegExp)
+    if (m_pattern.patternSyntax() != QRegExp::RegExp)
         return false;
     if (!m_automaton)
         m_automaton.emplace(m_pattern.pattern(), m_pattern.caseSensitivity());
     if (!m_automaton->isUsable())
         return false;
+    to = std::min(to, line.size());
     const QStringView seen = QStringView(line).mid(from, to - from);
     // It passes over carriage returns.
     return !seen.contains(QLatin1Char('\r')) && m_automaton->next(seen, 0) < 0;
 }
 
-/// Where the piece ends is no end of the line.
-bool LineFinder::mayBeCut(const Piece &piece, const Match &match, const QString &line) const
+/// Of the match that begins exactly there; 0 without one. Adds what was seen to units.
+int LineFinder::lengthAt(const QString &line, int start, int *units) const
 {
-    return m_hasEnd && match.start + match.length == piece.seen && piece.seen < line.size();
+    const int seenEnd = std::min(start + kSight, line.size());
+    *units += seenEnd - start;
+    // A search backward tries its place alone, and what is before it in the text.
+    const int first = m_asksBefore && start > 0 ? start - 1 : start;
+    const QString seen = withoutCopy(line, first, seenEnd);
+    const auto caret = start > 0 ? QRegExp::CaretWontMatch : QRegExp::CaretAtZero;
+    if (m_pattern.lastIndexIn(seen, start - first, caret) != start - first)
+        return 0;
+    const int length = m_pattern.matchedLength();
+    const bool isCut = start + length == seenEnd && seenEnd < line.size();
+    return isCut && m_hasEnd ? 0 : length;
 }
 
 LineFinder::Look LineFinder::lookForward(const QString &line, int from, int limit)
@@ -79,21 +87,17 @@ LineFinder::Look LineFinder::lookForward(const QString &line, int from, int limi
     limit = std::min(limit, line.size());
     if (from >= limit || !m_pattern.isValid() || m_pattern.isEmpty())
         return {{}, limit};
-    const Piece piece = pieceAt(line, from);
-    const int end = std::min(piece.end, limit);
-    if (isRuledOut(line, from, piece.seen))
+    if (!goesByPlaces(line))
+        return wholeForward(line, from, limit);
+    const int end = std::min((from / kPiece + 1) * kPiece, limit);
+    if (isRuledOut(line, from, end + kSight))
         return {{}, end};
-    const QString seen = withoutCopy(line, 0, piece.seen);
-    while (from < end) {
-        const int found = m_pattern.indexIn(seen, from);
-        const Match match{found, m_pattern.matchedLength()};
-        if (!match.isValid() || match.start >= end)
-            break;
-        if (match.length > 0 && !mayBeCut(piece, match, line))
-            return {match, match.start + match.length};
-        from = match.start + 1;
+    for (int units = 0; from < end && units < kUnitsOfALook; ++from) {
+        const int length = lengthAt(line, from, &units);
+        if (length > 0)
+            return {{from, length}, from + length};
     }
-    return {{}, end};
+    return {{}, from};
 }
 
 LineFinder::Look LineFinder::lookBackward(const QString &line, int from, int end)
@@ -101,22 +105,56 @@ LineFinder::Look LineFinder::lookBackward(const QString &line, int from, int end
     from = std::min(from, line.size());
     if (from <= 0 || !m_pattern.isValid() || m_pattern.isEmpty())
         return {};
-    const Piece piece = pieceAt(line, from - 1);
-    if (isRuledOut(line, piece.start, piece.seen))
-        return {{}, piece.start};
-    // It would go back to the start of the text: so that begins at the piece, with
-    // the unit before it for what asks for that.
-    const int first = std::max(piece.start - 1, 0);
-    const QString seen = withoutCopy(line, first, piece.seen);
-    const auto caret = first > 0 ? QRegExp::CaretWontMatch : QRegExp::CaretAtZero;
-    while (from > piece.start) {
-        const int found = m_pattern.lastIndexIn(seen, from - 1 - first, caret);
-        const Match match{first + found, m_pattern.matchedLength()};
-        if (found < 0 || match.start < piece.start)
-            break;
-        if (match.length > 0 && match.start + match.length <= end && !mayBeCut(piece, match, line))
-            return {match, match.start};
-        from = match.start;
+    if (!goesByPlaces(line))
+        return wholeBackward(line, from, end);
+    const int first = (from - 1) / kPiece * kPiece;
+    if (isRuledOut(line, first, from + kSight))
+        return {{}, first};
+    for (int units = 0; from > first && units < kUnitsOfALook;) {
+        const int length = lengthAt(line, --from, &units);
+        if (length > 0 && from + length <= end)
+            return {{from, length}, from};
     }
-    return {{}, piece.start};
+    return {{}, from};
+}
+
+LineFinder::Look LineFinder::wholeForward(const QString &line, int from, int limit) const
+{
+    const bool byPieces = line.size() > kLongLine;
+    const int end = byPieces ? std::min((from / kPiece + 1) * kPiece, limit) : limit;
+    // One unit more than a match has, for what asks how it goes on.
+    const int beyond = m_pattern.pattern().size() + 1;
+    const int seenEnd = byPieces ? std::min(end + beyond, line.size()) : line.size();
+    // From the line's start, where "^" matches.
+    const QString seen = withoutCopy(line, 0, seenEnd);
+    while (from < end) {
+        const int start = m_pattern.indexIn(seen, from);
+        if (start < 0 || start >= end)
+            break;
+        const int length = m_pattern.matchedLength();
+        if (length > 0)
+            return {{start, length}, start + length};
+        from = start + 1;
+    }
+    return {{}, end};
+}
+
+LineFinder::Look LineFinder::wholeBackward(const QString &line, int from, int end) const
+{
+    const int first = line.size() > kLongLine ? (from - 1) / kPiece * kPiece : 0;
+    // With the unit before it, for what asks for that; a search backward goes on to the
+    // start of its text.
+    const int seenStart = std::max(first - 1, 0);
+    const QString seen = withoutCopy(line, seenStart, line.size());
+    const auto caret = seenStart > 0 ? QRegExp::CaretWontMatch : QRegExp::CaretAtZero;
+    while (from > first) {
+        const int found = m_pattern.lastIndexIn(seen, from - 1 - seenStart, caret);
+        from = seenStart + found;
+        if (found < 0 || from < first)
+            break;
+        const int length = m_pattern.matchedLength();
+        if (length > 0 && from + length <= end)
+            return {{from, length}, from};
+    }
+    return {{}, first};
 }

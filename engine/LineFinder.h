@@ -12,17 +12,17 @@
 /// that a window can do something else between two of them.
 ///
 /// QRegExp cannot be interrupted, and its time grows with the square of a line's
-/// length for patterns as plain as "\w+\d". So a pattern that repeats something is
-/// tried on pieces of a long line, and only where LineAutomaton does not rule a
-/// match out:
+/// length for patterns as plain as "\w+\d". So of a pattern that repeats something,
+/// LineAutomaton first rules out the pieces of a line where no match can begin; in
+/// the others the pattern is tried at one place after the other, and sees no more
+/// than kSight UTF-16 code units from there on:
 ///
-/// 1. A line of up to kPiece + kBeyond UTF-16 code units is seen whole.
-/// 2. In a longer one a look sees the line from its start ("^" matches there alone)
-///    to kBeyond units behind the piece that it goes through. A match that begins
-///    in the piece and would reach farther ends there, or is another one, or none;
-///    one of a pattern with "$" is none then. Lookaheads see no farther.
+/// 1. In a line of up to kSight units, and of matches that are shorter, nothing
+///    differs from QRegExp's own search.
+/// 2. A longer match ends after kSight units, or is another one, or none; one of a
+///    pattern with "$" is none then. Lookaheads see no farther.
 /// 3. A pattern that repeats nothing has no match longer than itself. Its matches
-///    are exact in every line.
+///    are those of QRegExp in every line.
 ///
 /// Not re-entrant, as QRegExp is not.
 class LineFinder {
@@ -33,15 +33,15 @@ public:
         bool isValid() const { return start >= 0; }
     };
 
-    /// What one look found. Without a match, next says where the next look goes on:
-    /// forward from there; backward before it, at the line's start it is 0.
+    /// What one look found. Next says where the next look goes on: forward from there,
+    /// backward before it; at the line's start it is 0.
     struct Look {
         Match match;
         int next = 0;
     };
 
     static constexpr int kPiece = 1024;
-    static constexpr int kBeyond = 256;
+    static constexpr int kSight = 1024;
     static constexpr int kNoLimit = std::numeric_limits<int>::max();
 
     /// Never finds anything.
@@ -49,30 +49,26 @@ public:
     explicit LineFinder(const QRegExp &pattern);
 
     /// The first match, not an empty one, that begins at or behind from and before
-    /// limit and before the end of the piece that from lies in. There is nothing more
-    /// to look for when next is the lesser of limit and the line's size.
+    /// limit. Without a match the look may have ended anywhere, at the end of the piece
+    /// of kPiece units that from lies in at the latest. There is nothing more to look
+    /// for when next is the lesser of limit and the line's size.
     Look lookForward(const QString &line, int from, int limit = kNoLimit);
 
-    /// The last match, not an empty one, that begins before from, at or behind the
-    /// start of the piece that the unit before from lies in, and ends at or before
-    /// end.
+    /// The last match, not an empty one, that begins before from and ends at or before
+    /// end. Without a match the look may have ended anywhere, at the start of the piece
+    /// at the latest.
     Look lookBackward(const QString &line, int from, int end);
 
 private:
-    /// Of a line: its units from start on, and up to seen for matches that begin
-    /// before end.
-    struct Piece {
-        int start;
-        int end;
-        int seen;
-    };
-
-    Piece pieceAt(const QString &line, int unit) const;
+    bool goesByPlaces(const QString &line) const;
     bool isRuledOut(const QString &line, int from, int to);
-    bool mayBeCut(const Piece &piece, const Match &match, const QString &line) const;
+    int lengthAt(const QString &line, int start, int *units) const;
+    Look wholeForward(const QString &line, int from, int limit) const;
+    Look wholeBackward(const QString &line, int from, int end) const;
 
     QRegExp m_pattern;
     bool m_repeats = false;
     bool m_hasEnd = false; // "$"
+    bool m_asksBefore = false; // for the unit before a match, as "\b" does
     std::optional<LineAutomaton> m_automaton; // made for the first long line
 };

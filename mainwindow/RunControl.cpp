@@ -104,7 +104,8 @@ void RunControl::showProgress()
         return;
     m_listing.tick(*spool);
     const QString file = spool->currentFile();
-    m_views.statusBar->showMessage(m_stopping ? QStringLiteral("中止しています　%1").arg(file) : file);
+    m_views.statusBar->showMessage(m_stopping ? QStringLiteral("中止しています　%1").arg(file)
+                                              : file);
     m_listing.takeLines(*spool);
     listPendingCounts();
 }

@@ -19,19 +19,20 @@ void SearchRun::start(const SearchCondition &condition)
 {
     end();
     m_spool = std::make_unique<SignalSpool>();
-    // Queued: the spool emits on its own thread.
     const SignalSpool *spool = m_spool.get();
-    connect(spool, &SignalSpool::finished, this, &SearchRun::searchFinished, Qt::QueuedConnection);
-    connect(spool, &SignalSpool::lcntFinished, this, &SearchRun::lineCountFinished,
-            Qt::QueuedConnection);
-    connect(spool, &SignalSpool::linecntAt, this, &SearchRun::lineCounted, Qt::QueuedConnection);
-    // At once, as nobody processes events here while endWithin() waits.
+    // At once, as nobody processes events here while endWithin() waits; and first, so
+    // that whoever hears of the end finds it known.
     m_engineEnd = std::make_shared<QSemaphore>();
     const auto tellEnd = [end = m_engineEnd] {
         end->release();
     };
     connect(spool, &SignalSpool::finished, spool, tellEnd, Qt::DirectConnection);
     connect(spool, &SignalSpool::lcntFinished, spool, tellEnd, Qt::DirectConnection);
+    // Queued: the spool emits on its own thread.
+    connect(spool, &SignalSpool::finished, this, &SearchRun::searchFinished, Qt::QueuedConnection);
+    connect(spool, &SignalSpool::lcntFinished, this, &SearchRun::lineCountFinished,
+            Qt::QueuedConnection);
+    connect(spool, &SignalSpool::linecntAt, this, &SearchRun::lineCounted, Qt::QueuedConnection);
     m_thread = std::make_unique<QThread>();
     m_thread->setObjectName(QStringLiteral("spool"));
     m_thread->start(QThread::InheritPriority);

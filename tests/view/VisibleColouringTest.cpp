@@ -6,9 +6,11 @@
 
 #include <QPlainTextEdit>
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTextBlock>
 #include <QTextLayout>
+#include <QTimer>
 
 class VisibleColouringTest : public QObject {
     Q_OBJECT
@@ -27,6 +29,7 @@ private slots:
     void aLongLineIsColouredWhereItIsSeen();
     void aWrappedLineIsColouredWhole();
     void paintingComesToRest();
+    void eachPieceOfALongLineIsATurnOfItsOwn();
 
 private:
     ScratchFolder m_folder;
@@ -200,6 +203,29 @@ void VisibleColouringTest::paintingComesToRest()
     QTest::qWait(200);
     // The cursor may have blinked meanwhile.
     QVERIFY(paints.count() <= count + 1);
+}
+
+void VisibleColouringTest::eachPieceOfALongLineIsATurnOfItsOwn()
+{
+    constexpr int kLines = 5;
+    // Each begins with a value, which has its colour when the whole line has.
+    const QString content = text("7 ") + text("a ").repeated(8000) + text("\n");
+    m_view->setPlainText(content.repeated(kLines));
+    m_highlighter->setTurn(0);
+    m_highlighter->setFind(QRegExp(text("a+b")));
+    const QSignalSpy turns(m_highlighter, &Highlighter::coloursOutdated);
+    int others = 0;
+    QTimer betweenPieces;
+    connect(&betweenPieces, &QTimer::timeout, this, [&] { ++others; });
+    betweenPieces.start(0);
+    QTRY_VERIFY_WITH_TIMEOUT(isColoured(kLines - 1), 60000);
+    // As many units as may be on screen, at least.
+    const int pieces = 4096 / LineFinder::kPiece;
+    QVERIFY2(turns.count() >= kLines * pieces - 1, qPrintable(QString::number(turns.count())));
+    // What else the event loop has to do is done meanwhile.
+    QVERIFY2(others >= kLines, qPrintable(QString::number(others)));
+    for (int line = 0; line < kLines; ++line)
+        QVERIFY(isColoured(line));
 }
 
 QTEST_MAIN(VisibleColouringTest)
