@@ -74,7 +74,7 @@ class WindowTest(ProgramTestCase):
         settings = program.folder / "sarvik.ini"
         settings.unlink()
         self.assertEqual(program.quit(), 0)
-        self.assertIn("[Window]", settings.read_text(encoding="utf-8"))
+        self.assertIn("\ngeometry=", settings.read_text(encoding="utf-8"))
 
     def test_a_request_of_before_is_there_again(self):
         program = self.program
