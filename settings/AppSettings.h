@@ -22,9 +22,8 @@ class KeywordHistory;
 /// exists, so that both programs share one colour scheme; a colour that is
 /// changed here is then written to "sarvik.ini" but not read back.
 ///
-/// Nothing locks the members. The user interface's thread loads, edits and
-/// saves them; the engine's threads read bigsize, codechksize, tabcolm and the
-/// exclusion lists while a search runs, so these must not change during one.
+/// Nothing locks the members: they belong to the user interface's thread. A search
+/// takes what it needs of them (SearchLimits) on that thread, before it starts.
 ///
 /// Usable without a QGuiApplication: fonts and colours are plain values here.
 class AppSettings {
