@@ -2,6 +2,7 @@
 
 #include "engine/LineCountReport.h"
 #include "engine/SignalSpool.h"
+#include "mainwindow/FreeMemory.h"
 #include "mainwindow/ProgressPanel.h"
 #include "mainwindow/SearchForm.h"
 #include "mainwindow/SearchSummary.h"
@@ -15,6 +16,9 @@ namespace {
 
 constexpr int kTickMilliseconds = 150;
 
+/// Below them a search does not count for the memory of a machine.
+constexpr int kManyHits = 100000;
+
 /// A file's name may hold a line break; what names it is one line all the same.
 QStringList onOneLineEach(QStringList messages)
 {
@@ -26,7 +30,10 @@ QStringList onOneLineEach(QStringList messages)
 } // namespace
 
 RunControl::RunControl(const Views &views, QObject *parent)
-    : QObject(parent), m_views(views), m_listing(*views.resultView, *views.panel)
+    : QObject(parent)
+    , m_views(views)
+    , m_listing(*views.resultView, *views.panel)
+    , m_memoryIsShort([] { return FreeMemory::isShort(FreeMemory::now()); })
 {
     connect(&m_run, &SearchRun::searchFinished, this, &RunControl::searchFinished);
     connect(&m_run, &SearchRun::lineCountFinished, this, &RunControl::lineCountFinished);
@@ -44,6 +51,8 @@ void RunControl::start(const SearchCondition &condition)
     m_running = true;
     m_condition = condition;
     m_pendingCounts.clear();
+    m_shortOfMemory = false;
+    m_linesLeftOut = 0;
     m_elapsed.start();
     m_listing.reset();
     // It tells of this run from now on.
@@ -83,6 +92,16 @@ void RunControl::showProgress()
     m_views.statusBar->showMessage(spool->currentFile());
     m_listing.takeLines(*spool);
     listPendingCounts();
+    if (!m_shortOfMemory) {
+        endWhenShortOfMemory(*spool);
+        if (m_shortOfMemory)
+            abort();
+    }
+}
+
+void RunControl::endWhenShortOfMemory(const SignalSpool &spool)
+{
+    m_shortOfMemory = m_shortOfMemory || (spool.hitLineCount() >= kManyHits && m_memoryIsShort());
 }
 
 void RunControl::addLineCount(const QString &filename, int count)
@@ -107,7 +126,15 @@ std::optional<QStringList> RunControl::listSearchEnd(bool aborted)
     m_views.form->setButton(SearchForm::Button::Displaying);
     // The engine has ended; there is nothing left to abort.
     m_views.form->setButtonEnabled(false);
-    const QStringList unlisted = m_listing.drain(*m_run.spool(), [this] { return m_abandoned; });
+    const SignalSpool &spool = *m_run.spool();
+    QStringList unlisted = m_listing.drain(*m_run.spool(), [this, &spool] {
+        endWhenShortOfMemory(spool);
+        return m_abandoned || m_shortOfMemory;
+    });
+    if (m_shortOfMemory) {
+        m_linesLeftOut = unlisted.size();
+        unlisted.clear();
+    }
     const QStringList summary = summaryLines(aborted);
     if (m_abandoned)
         return unlisted + summary;
@@ -121,7 +148,7 @@ QStringList RunControl::summaryLines(bool aborted)
     SignalSpool &spool = *m_run.spool();
     const FormState form = m_views.form->state();
     SearchSummary::Outcome outcome;
-    outcome.aborted = aborted;
+    outcome.aborted = aborted || m_shortOfMemory;
     outcome.usesKeyword2 = form.usesKeyword2();
     outcome.keyword2 = m_condition.keyword2;
     outcome.lineDistance = m_condition.plusline;
@@ -132,6 +159,8 @@ QStringList RunControl::summaryLines(bool aborted)
     outcome.matchedLines = spool.hitLineCount();
     outcome.elapsedMilliseconds = m_elapsed.elapsed();
     QStringList lines = SearchSummary::lines(outcome);
+    if (m_shortOfMemory)
+        lines += SearchSummary::shortOfMemory(m_linesLeftOut);
     if (form.skipped) {
         QStringList warnings;
         spool.takeWarnings(&warnings);

@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QTimer>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -15,6 +16,7 @@ class GrepEditor;
 class LineCountReport;
 class ProgressPanel;
 class SearchForm;
+class SignalSpool;
 
 QT_BEGIN_NAMESPACE
 class QStatusBar;
@@ -60,6 +62,12 @@ public:
     /// ends without a trace.
     void abandon();
 
+    /// A result view takes memory for each line. A search that has found many and
+    /// for which this says that there is too little left ends and tells so; what
+    /// was found and not yet listed is not listed then. By default what the system
+    /// tells.
+    void setMemoryCheck(const std::function<bool()> &isShort) { m_memoryIsShort = isShort; }
+
     void showProgress();
     void addLineCount(const QString &filename, int count);
 
@@ -77,6 +85,7 @@ public:
 
 private:
     QStringList summaryLines(bool aborted);
+    void endWhenShortOfMemory(const SignalSpool &spool);
     void listPendingCounts();
 
     const Views m_views;
@@ -87,6 +96,9 @@ private:
     QStringList m_pendingCounts; // its lines that are to be listed at the next tick
     bool m_running = false;
     bool m_abandoned = false;
+    std::function<bool()> m_memoryIsShort;
+    bool m_shortOfMemory = false; // the run has ended for that
+    int m_linesLeftOut = 0; // for that
     // Emits into all of the above, so they go after it.
     std::unique_ptr<QTimer> m_timer; // as long as the engine runs
     SearchRun m_run;
