@@ -147,12 +147,9 @@ bool GrepEditor::takeLocationFromLine()
 {
     const QString text = currentLineText();
     const ResultLine::Kind kind = ResultLine::kind(text);
-    if (kind == ResultLine::Kind::None)
+    if (kind == ResultLine::Kind::None || !m_listsHits)
         return false;
     const ResultLine::Place place = ResultLine::placeOf(text);
-    // A line of a line count begins with a blank, too, but no line number follows.
-    if (place.line < 1)
-        return false;
     const QString fileLine = kind == ResultLine::Kind::File ? text : fileLineText();
     setLocation(ResultLine::pathOf(fileLine), place.line, place.column);
     return true;
