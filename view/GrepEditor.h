@@ -60,7 +60,7 @@ public:
     /// Not owned; the platform's own until this is called.
     void setLauncher(ProgramLauncher *launcher) { m_launcher = launcher; }
 
-    /// Shows the text in font and keeps font in AppSettings as this view's
+    /// Shows the text in font, see ShownFont, and keeps font in AppSettings as this view's
     /// (grepFont or textFont). A font to remember is the one that resetting
     /// the zoom returns to.
     void setViewFont(const QFont &font, bool remember);
@@ -111,7 +111,7 @@ public:
     void clearEscape() { m_escapePressed = false; }
 
     /// Changes the font's size by step points, unless nothing would be left of
-    /// it; 0 returns to the remembered font.
+    /// it or it is as large as can be shown; 0 returns to the remembered font.
     void zoom(int step);
 
     /// The view's context menu, as it is shown.
