@@ -143,6 +143,7 @@ void HistoryControl::apply(const LogRestore &log)
     if (log.keyword3)
         form.setKeyword3(*log.keyword3);
     m_text.show(log.text);
+    m_views.resultView->highlightCurrentLine();
 }
 
 void HistoryControl::rebuildMenu()
@@ -190,6 +191,7 @@ void HistoryControl::restoreRemembered()
     form.setKeyword1(m_remembered.keyword1);
     m_text.cancel();
     m_views.resultView->clear();
+    m_views.resultView->highlightCurrentLine();
 }
 
 void HistoryControl::updateButtons()

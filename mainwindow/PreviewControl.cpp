@@ -60,6 +60,12 @@ QWidget *PreviewControl::window() const
     return m_views.preview->window();
 }
 
+void PreviewControl::setResultShown(bool shown)
+{
+    m_resultShown = shown;
+    m_views.resultView->setListsHits(shown);
+}
+
 void PreviewControl::follow()
 {
     const GrepEditor &results = *m_views.resultView;
@@ -112,6 +118,7 @@ bool PreviewControl::showFile(const QString &path)
     m_views.preview->setReadOnly(true);
     m_views.preview->highlighter().setLanguage(LanguageConfig::suffixOf(path));
     m_text.show(PreviewText::forDocument(m_file.text, m_file.form));
+    m_views.preview->highlightCurrentLine();
     // The view holds the text now.
     m_file.text.clear();
     showLabels();

@@ -33,7 +33,7 @@ public:
     PreviewControl(const Views &views, const QString &rescueDirectory, QObject *parent);
 
     /// The result view shows hits, or lines counted, which are nothing to preview.
-    void setResultShown(bool shown) { m_resultShown = shown; }
+    void setResultShown(bool shown);
     /// A run begins, or a log is shown: nobody has selected a hit of it yet. A
     /// file that was changed meanwhile is then read again.
     void forgetSelection()

@@ -3,6 +3,7 @@
 #include "mainwindow/KeywordValidity.h"
 #include "settings/AppSettings.h"
 #include "settings/KeywordHistory.h"
+#include "settings/ShownFont.h"
 #include "settings/dialogs/LineEdit.h"
 
 #include "ui_SearchForm.h"
@@ -235,7 +236,7 @@ void SearchForm::fillKeywords2()
 
 void SearchForm::applyLook()
 {
-    const QFont font = AppSettings::instance().inputFont;
+    const QFont font = ShownFont::bounded(AppSettings::instance().inputFont);
     m_ui->pathEdit->setFont(font);
     for (QComboBox *combo : combos()) {
         combo->setFont(font);

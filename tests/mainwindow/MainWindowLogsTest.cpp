@@ -46,6 +46,7 @@ private slots:
 
     void whatALogDoesNotTellStaysInTheForm_data();
     void whatALogDoesNotTellStaysInTheForm();
+    void anotherLogStartsThePickingAgain();
     void aBinaryFileIsSurvived();
     void aLongLabelIsCut_data();
     void aLongLabelIsCut();
@@ -119,6 +120,21 @@ void MainWindowLogsTest::whatALogDoesNotTellStaysInTheForm()
     QCOMPARE(m_fixture->keyword3()->currentText(), text("third"));
     QVERIFY(m_fixture->child<QCheckBox>("subdirCheck")->isChecked());
     QVERIFY(m_fixture->prompt.messages.isEmpty());
+}
+
+void MainWindowLogsTest::anotherLogStartsThePickingAgain()
+{
+    writeLog(text("one.log"), headerOf(text("k")) + "first second third\n");
+    writeLog(text("other.log"), headerOf(text("k")) + "fourth fifth sixth\n");
+    GrepEditor *view = m_fixture->resultView();
+    QVERIFY(m_fixture->chooseLog(text("one.log")));
+    QTest::keyClick(view, Qt::Key_F5);
+    QTest::keyClick(view, Qt::Key_F5);
+    QCOMPARE(view->pickedWord(), text("first second"));
+    // The cursor stays at the first character.
+    QVERIFY(m_fixture->chooseLog(text("other.log")));
+    QTest::keyClick(view, Qt::Key_F5);
+    QCOMPARE(view->pickedWord(), text("fourth"));
 }
 
 void MainWindowLogsTest::aBinaryFileIsSurvived()
