@@ -158,7 +158,8 @@ void HistoryControl::rebuildMenu()
         action->setToolTip(entries.at(index).name);
     }
     updateButtons();
-    // The button opens the list, too, where the newest log stands that no step back leads to.
+    // The list opens beside this button, and holds the newest log, which no step back
+    // leads to.
     m_views.buttons.arrowBackBtn->setEnabled(!entries.isEmpty());
 }
 
