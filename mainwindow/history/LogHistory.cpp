@@ -44,7 +44,7 @@ bool isTemporary(const QString &name)
 /// No save takes that long; whoever began it has ended without it.
 bool isLeftOver(const QFileInfo &temporary, const QDateTime &now)
 {
-    constexpr qint64 kLongestSaveSeconds = 60 * 60;
+    constexpr qint64 kLongestSaveSeconds = 3600;
     return qAbs(temporary.lastModified().secsTo(now)) > kLongestSaveSeconds;
 }
 
