@@ -159,6 +159,9 @@ void HistoryControl::rebuildMenu()
         action->setToolTip(entries.at(index).name);
     }
     updateButtons();
+    // The list opens beside this button, and holds the newest log, which no step back
+    // leads to.
+    m_views.buttons.arrowBackBtn->setEnabled(!entries.isEmpty());
 }
 
 bool HistoryControl::goBack()

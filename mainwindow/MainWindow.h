@@ -16,6 +16,7 @@ class HistoryControl;
 class KeywordControl;
 class PreviewControl;
 class RunControl;
+class StatusMessages;
 
 QT_BEGIN_NAMESPACE
 class QComboBox;
@@ -101,10 +102,10 @@ private:
     void listenForBroadcasts();
     void fillHistories();
     void buildHistory();
+    void listLogs();
     void showRequest(const QStringList &pathlist, const QString &mask, const QString &findword);
     void storeState();
 
-    void refuse(const QString &message);
     void refuseFile(const QString &path);
     bool goBack();
     bool goForward();
@@ -121,6 +122,7 @@ private:
 
     std::unique_ptr<Ui::MainWindow> m_ui;
     const QString m_applicationDirectory;
+    StatusMessages *m_messages = nullptr;
     GrepEditor *m_resultView = nullptr;
     GrepEditor *m_preview = nullptr;
     FormKeys *m_formKeys = nullptr;

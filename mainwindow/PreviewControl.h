@@ -7,6 +7,7 @@
 
 class GrepEditor;
 class SearchForm;
+class StatusMessages;
 
 QT_BEGIN_NAMESPACE
 class QLabel;
@@ -26,6 +27,7 @@ public:
         GrepEditor *preview = nullptr;
         const SearchForm *form = nullptr;
         QStatusBar *statusBar = nullptr;
+        StatusMessages *messages = nullptr;
     };
 
     /// rescueDirectory: where a text goes that cannot be saved under its name; ends

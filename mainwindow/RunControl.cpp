@@ -62,7 +62,8 @@ void RunControl::start(const SearchCondition &condition)
     if (condition.linecount)
         m_lineCount = std::make_unique<LineCountReport>();
     m_run.start(condition);
-    m_timer = std::make_unique<QTimer>();
+    m_timer = std::make_unique<QTimer>(this);
+    m_timer->setObjectName(QStringLiteral("tickTimer"));
     connect(m_timer.get(), &QTimer::timeout, this, &RunControl::tick);
     m_timer->start(kTickMilliseconds);
 }

@@ -128,7 +128,7 @@ FormState SearchForm::state() const
 {
     const AppSettings &settings = AppSettings::instance();
     FormState state;
-    state.pathText = m_ui->pathEdit->toPlainText();
+    state.pathText = m_ui->pathEdit->text();
     state.mask = m_ui->maskCombo->currentText();
     state.keyword1 = m_ui->keyword1Combo->currentText();
     state.extraGroup = m_ui->extraGroup->isChecked();
