@@ -106,6 +106,7 @@ private:
 
     void refuse(const QString &message);
     void refuseFile(const QString &path);
+    bool isIncomplete(FormRequest::Mode mode, const FormState &form);
     bool goBack();
     bool goForward();
     bool isLoading(const GrepEditor &view) const;
@@ -114,6 +115,7 @@ private:
     void endRun();
     void tellMissingPath();
     void setRunning(bool running);
+    void showTitle(const QString &keyword1);
     void showHighlightWords();
     void showDocument(const QString &relativePath);
     void applySettings();

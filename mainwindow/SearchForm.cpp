@@ -338,6 +338,20 @@ void SearchForm::selectKeyword1()
     m_keyword1->setFocus();
 }
 
+void SearchForm::focusOn(FormRequest::Field field)
+{
+    switch (field) {
+    case FormRequest::Field::Keyword1:
+        return m_keyword1->setFocus();
+    case FormRequest::Field::Paths:
+        return m_ui->pathEdit->setFocus();
+    case FormRequest::Field::Mask:
+        return m_ui->maskCombo->setFocus();
+    case FormRequest::Field::None:
+        break;
+    }
+}
+
 QList<QWidget *> SearchForm::inputFields() const
 {
     return {m_ui->pathEdit, m_ui->maskCombo, m_ui->keyword1Combo, m_ui->keyword2Combo,

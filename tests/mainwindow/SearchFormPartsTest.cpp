@@ -292,11 +292,11 @@ void SearchFormPartsTest::theInputFieldsStandInTheirOrder()
 
 void SearchFormPartsTest::tabGoesThroughTheFormInAFixedCycle()
 {
-    const QStringList cycle{QStringLiteral("pathEdit"),      QStringLiteral("btnPlus"),
-                            QStringLiteral("maskCombo"),     QStringLiteral("keyword1Combo"),
-                            QStringLiteral("btnKeyword1"),   QStringLiteral("btnCase"),
-                            QStringLiteral("btnWord"),       QStringLiteral("btnRegexp"),
-                            QStringLiteral("btnKeyword2"),   QStringLiteral("pushButton"),
+    const QStringList cycle{QStringLiteral("pathEdit"),      QStringLiteral("maskCombo"),
+                            QStringLiteral("keyword1Combo"), QStringLiteral("btnKeyword1"),
+                            QStringLiteral("btnCase"),       QStringLiteral("btnWord"),
+                            QStringLiteral("btnRegexp"),     QStringLiteral("btnKeyword2"),
+                            QStringLiteral("pushButton"),    QStringLiteral("btnPlus"),
                             QStringLiteral("extraGroup"),    QStringLiteral("useKeyword2"),
                             QStringLiteral("keyword2Combo"), QStringLiteral("lineDistance"),
                             QStringLiteral("keyword3Group"), QStringLiteral("keyword3Combo"),
