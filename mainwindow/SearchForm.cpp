@@ -1,5 +1,6 @@
 #include "mainwindow/SearchForm.h"
 
+#include "mainwindow/FlowLayout.h"
 #include "mainwindow/KeywordValidity.h"
 #include "settings/AppSettings.h"
 #include "settings/KeywordHistory.h"
@@ -73,6 +74,7 @@ SearchForm::SearchForm(QWidget *parent) : QWidget(parent), m_ui(std::make_unique
     buildKeywordFields();
     buildExamples();
     buildButtons();
+    buildSwitches();
     showExtraConditions(false);
 }
 
@@ -116,6 +118,15 @@ void SearchForm::buildButtons()
     m_ui->btnPlus->setIcon(QIcon(QStringLiteral(":/icon/plus.png")));
     m_ui->btnKeyword1->setIcon(QIcon(QStringLiteral(":/icon/reenter.png")));
     m_ui->btnKeyword2->setIcon(QIcon(QStringLiteral(":/icon/conditions.png")));
+}
+
+/// In one row where there is room: their texts are long.
+void SearchForm::buildSwitches()
+{
+    constexpr int kGap = 12;
+    auto *row = new FlowLayout(kGap, m_ui->formLayout->verticalSpacing(), m_ui->switchRow);
+    for (QCheckBox *box : {m_ui->subdirCheck, m_ui->emptyFilesCheck, m_ui->skippedCheck})
+        row->addWidget(box);
 }
 
 QList<QComboBox *> SearchForm::combos() const

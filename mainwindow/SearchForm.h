@@ -88,6 +88,7 @@ private:
     void buildKeywordFields();
     void buildExamples();
     void buildButtons();
+    void buildSwitches();
     void setUpPathEdit();
     void colourExamples();
     void showValidity();
