@@ -436,8 +436,8 @@ void AppSettingsTest::ownLanguagesComeBeforeTheShippedOnes()
              QStringList({QStringLiteral("shell"), QStringLiteral("zz"), QStringLiteral("awk"),
                           QStringLiteral("cpp")}));
     QCOMPARE(m_settings->langlistValues,
-             QStringList({QString(), QStringLiteral("h"), QStringLiteral("awk"),
-                          QStringLiteral("c/h")}));
+             QStringList(
+                 {QString(), QStringLiteral("h"), QStringLiteral("awk"), QStringLiteral("c/h")}));
 }
 
 void AppSettingsTest::aSaveLeavesTheOwnLanguagesAsTheyStand()
