@@ -215,6 +215,17 @@ void MainWindow::refuseFile(const QString &path)
     m_messages->refuse(QStringLiteral("%1 を開けません").arg(QDir::cleanPath(path)));
 }
 
+/// Then says so, and leads to the field that is empty.
+bool MainWindow::isIncomplete(FormRequest::Mode mode, const FormState &form)
+{
+    const FormRequest::Field missing = FormRequest::missing(mode, form);
+    if (missing == FormRequest::Field::None)
+        return false;
+    m_messages->refuse(FormRequest::refusal(missing));
+    m_ui->searchForm->focusOn(missing);
+    return true;
+}
+
 void MainWindow::on_pushButton_clicked()
 {
     if (m_run->isRunning()) {
@@ -222,9 +233,8 @@ void MainWindow::on_pushButton_clicked()
         return;
     }
     const FormState form = m_ui->searchForm->state();
-    const QString refusal = FormRequest::refusal(FormRequest::Mode::Search, form);
-    if (!refusal.isEmpty())
-        return m_messages->refuse(refusal);
+    if (isIncomplete(FormRequest::Mode::Search, form))
+        return;
     if (form.mask == QLatin1String("*.*") && !Questions::searchAllFiles(this))
         return;
     start(FormRequest::Mode::Search, form);
@@ -236,15 +246,14 @@ void MainWindow::lineCountGrep()
     if (m_run->isRunning())
         return m_messages->refuse(runningText());
     const FormState form = m_ui->searchForm->state();
-    const QString refusal = FormRequest::refusal(FormRequest::Mode::LineCount, form);
-    if (!refusal.isEmpty())
-        return m_messages->refuse(refusal);
+    if (isIncomplete(FormRequest::Mode::LineCount, form))
+        return;
     start(FormRequest::Mode::LineCount, form);
 }
 
 void MainWindow::start(FormRequest::Mode mode, const FormState &form)
 {
-    setWindowTitle(form.keyword1 + QStringLiteral(" -- ") + programName());
+    showTitle(form.keyword1);
     m_resultView->clear();
     m_resultView->setFocus();
     m_previewControl->setResultShown(mode == FormRequest::Mode::Search);
@@ -261,6 +270,12 @@ void MainWindow::start(FormRequest::Mode mode, const FormState &form)
     showHighlightWords();
     setRunning(true);
     m_run->start(condition);
+}
+
+/// Tells which search is shown.
+void MainWindow::showTitle(const QString &keyword1)
+{
+    setWindowTitle(keyword1 + QStringLiteral(" -- ") + programName());
 }
 
 /// What the result view marks: the keywords of the form that are in use.

@@ -107,6 +107,7 @@ private:
     void storeState();
 
     void refuseFile(const QString &path);
+    bool isIncomplete(FormRequest::Mode mode, const FormState &form);
     bool goBack();
     bool goForward();
     bool isLoading(const GrepEditor &view) const;
@@ -115,6 +116,7 @@ private:
     void endRun();
     void tellMissingPath();
     void setRunning(bool running);
+    void showTitle(const QString &keyword1);
     void showHighlightWords();
     void showDocument(const QString &relativePath);
     void applySettings();

@@ -208,6 +208,12 @@ void MainWindow::buildHistory()
     });
     connect(m_history, &HistoryControl::unreadable, this, &MainWindow::refuseFile);
     m_history->loadLastSearch();
+    // From here on a log is one that was asked for: the window is that search's, and
+    // what the status bar tells of another one is over.
+    connect(m_history, &HistoryControl::loaded, this, [this] {
+        showTitle(m_ui->searchForm->state().keyword1);
+        statusBar()->clearMessage();
+    });
     makeBackMenu();
 }
 

@@ -1,5 +1,6 @@
 #include "mainwindow/SearchForm.h"
 
+#include "mainwindow/FlowLayout.h"
 #include "mainwindow/KeywordValidity.h"
 #include "settings/AppSettings.h"
 #include "settings/KeywordHistory.h"
@@ -74,6 +75,7 @@ SearchForm::SearchForm(QWidget *parent) : QWidget(parent), m_ui(std::make_unique
     buildKeywordFields();
     buildExamples();
     buildButtons();
+    buildSwitches();
     showExtraConditions(false);
 }
 
@@ -117,6 +119,15 @@ void SearchForm::buildButtons()
     m_ui->btnPlus->setIcon(QIcon(QStringLiteral(":/icon/plus.png")));
     m_ui->btnKeyword1->setIcon(QIcon(QStringLiteral(":/icon/reenter.png")));
     m_ui->btnKeyword2->setIcon(QIcon(QStringLiteral(":/icon/conditions.png")));
+}
+
+/// In one row where there is room: their texts are long.
+void SearchForm::buildSwitches()
+{
+    constexpr int kGap = 12;
+    auto *row = new FlowLayout(kGap, m_ui->formLayout->verticalSpacing(), m_ui->switchRow);
+    for (QCheckBox *box : {m_ui->subdirCheck, m_ui->emptyFilesCheck, m_ui->skippedCheck})
+        row->addWidget(box);
 }
 
 QList<QComboBox *> SearchForm::combos() const
@@ -337,6 +348,20 @@ void SearchForm::selectKeyword1()
 {
     m_keyword1->selectAll();
     m_keyword1->setFocus();
+}
+
+void SearchForm::focusOn(FormRequest::Field field)
+{
+    switch (field) {
+    case FormRequest::Field::Keyword1:
+        return m_keyword1->setFocus();
+    case FormRequest::Field::Paths:
+        return m_ui->pathEdit->setFocus();
+    case FormRequest::Field::Mask:
+        return m_ui->maskCombo->setFocus();
+    case FormRequest::Field::None:
+        break;
+    }
 }
 
 QList<QWidget *> SearchForm::inputFields() const

@@ -168,10 +168,10 @@ public:
     QStringList excusiondir;
     QStringList excusionfile;
 
-    /// Names of the languages in the file's order of keys (sorted), and
-    /// for each its suffixes as one text: langlistValues has the same length. Of
-    /// the shipped file list/langlist.ini when the settings hold none; never
-    /// written.
+    /// Names of the languages, and for each its suffixes as one text: langlistValues
+    /// has the same length. First those of the settings, in the file's order of keys
+    /// (sorted), then of the shipped file list/langlist.ini those that the settings
+    /// do not name: where two have a suffix, the earlier counts. Never written.
     QStringList langlist;
     QStringList langlistValues;
 
@@ -189,7 +189,8 @@ public:
     bool fname = false;
 
 private:
-    void readLanguages(const IniDocument &file);
+    /// Those that are not there yet.
+    void addLanguages(const IniDocument &file);
 
     QString m_applicationDirectory;
     bool m_mayBeSaved = true;
