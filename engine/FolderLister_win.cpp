@@ -1,5 +1,6 @@
 #include "engine/FolderLister.h"
 
+#include "engine/WindowsAttributes.h"
 #include "engine/WindowsName.h"
 
 #include <qt_windows.h>
@@ -27,12 +28,7 @@ FolderIdentity identityOf(const QString &path)
 
 FolderEntry::Kind kindOf(const WIN32_FIND_DATAW &data)
 {
-    const bool folder = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-    if (!folder)
-        return (data.dwFileAttributes & FILE_ATTRIBUTE_DEVICE) != 0 ? FolderEntry::Other
-                                                                    : FolderEntry::File;
-    return (data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 ? FolderEntry::FolderLink
-                                                                       : FolderEntry::Folder;
+    return WindowsAttributes::kindOf(data.dwFileAttributes, data.dwReserved0);
 }
 
 // Without the slash a file's own name would be the start of the pattern.

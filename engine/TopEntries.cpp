@@ -86,6 +86,9 @@ void TopEntries::queueListFile(const QString &path)
 
 void TopEntries::queueListEntry(const QString &entry, const FileMask &mask)
 {
+    // No name holds a NUL; up to there it may be the name of something else.
+    if (entry.contains(QChar(0)))
+        return;
     if (namesFolder(entry)) {
         if (m_run.condition.subdir)
             queueFolder(entry);

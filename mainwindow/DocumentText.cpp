@@ -2,7 +2,18 @@
 
 #include <QCoreApplication>
 #include <QTextBlock>
+#include <QTextCursor>
 #include <QTextDocument>
+
+namespace {
+
+QString withLineFeeds(QString text)
+{
+    text.replace(QChar(QChar::ParagraphSeparator), QLatin1Char('\n'));
+    return text.replace(QChar(QChar::LineSeparator), QLatin1Char('\n'));
+}
+
+} // namespace
 
 QString DocumentText::take(const QTextDocument &document)
 {
@@ -18,4 +29,14 @@ QString DocumentText::take(const QTextDocument &document)
             QCoreApplication::processEvents();
     }
     return text;
+}
+
+QString DocumentText::rows(const QTextDocument &document)
+{
+    return withLineFeeds(document.toRawText());
+}
+
+QString DocumentText::rows(const QTextCursor &selection)
+{
+    return withLineFeeds(selection.selectedText());
 }

@@ -2,14 +2,22 @@
 
 #include <QString>
 
+class QTextCursor;
 class QTextDocument;
 
-/// The text of a document of any length, without a long wait.
+/// The text of a document. Unlike with toPlainText() every character stands as it
+/// is, no-break spaces too.
 namespace DocumentText {
 
-/// The lines, each but the last ended by a line feed. Unlike toPlainText() every
-/// character stands as it is, no-break spaces too. Events are processed between
-/// some thousand lines; the document must not change meanwhile.
+/// For a document of any length, without a long wait: the lines, each but the last
+/// ended by a line feed. Line separators stay. Events are processed between some
+/// thousand lines; the document must not change meanwhile.
 QString take(const QTextDocument &document);
+
+/// For a short one, at once: the rows as they are seen, each but the last ended by a
+/// line feed, also where a line separator ends it.
+QString rows(const QTextDocument &document);
+/// The same of what the cursor selects.
+QString rows(const QTextCursor &selection);
 
 } // namespace DocumentText

@@ -4,14 +4,27 @@
 
 namespace FormRequest {
 
-QString refusal(Mode mode, const FormState &form)
+Field missing(Mode mode, const FormState &form)
 {
     if (mode == Mode::Search && form.keyword1.isEmpty())
-        return QStringLiteral("キーワード１を指定してください");
+        return Field::Keyword1;
     if (form.pathText.isEmpty())
+        return Field::Paths;
+    return form.mask.isEmpty() ? Field::Mask : Field::None;
+}
+
+QString refusal(Field missing)
+{
+    switch (missing) {
+    case Field::Keyword1:
+        return QStringLiteral("キーワード１を指定してください");
+    case Field::Paths:
         return QStringLiteral("検索パスを指定してください");
-    if (form.mask.isEmpty())
+    case Field::Mask:
         return QStringLiteral("マスクを指定してください");
+    case Field::None:
+        break;
+    }
     return QString();
 }
 

@@ -143,6 +143,7 @@ void HistoryControl::apply(const LogRestore &log)
     if (log.keyword3)
         form.setKeyword3(*log.keyword3);
     m_text.show(log.text);
+    m_views.resultView->highlightCurrentLine();
 }
 
 void HistoryControl::rebuildMenu()
@@ -158,6 +159,9 @@ void HistoryControl::rebuildMenu()
         action->setToolTip(entries.at(index).name);
     }
     updateButtons();
+    // The list opens beside this button, and holds the newest log, which no step back
+    // leads to.
+    m_views.buttons.arrowBackBtn->setEnabled(!entries.isEmpty());
 }
 
 bool HistoryControl::goBack()
@@ -190,6 +194,7 @@ void HistoryControl::restoreRemembered()
     form.setKeyword1(m_remembered.keyword1);
     m_text.cancel();
     m_views.resultView->clear();
+    m_views.resultView->highlightCurrentLine();
 }
 
 void HistoryControl::updateButtons()

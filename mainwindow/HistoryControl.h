@@ -54,7 +54,8 @@ public:
     bool save(const FormState &request, const QStringList &paths, const QDateTime &time,
               const QStringList &unlisted = {});
 
-    /// Lists the logs anew, deletes those beyond logmax and begins at the newest.
+    /// Lists the logs anew, deletes those beyond logmax and begins at the newest. The
+    /// back button, which opens the list, is enabled when there is one.
     void rebuildMenu();
     /// Pages to an older or newer log; forward from the newest restores what
     /// remember() was told last and empties the view. True when a log was loaded.

@@ -8,6 +8,7 @@
 #include "mainwindow/PreviewControl.h"
 #include "mainwindow/Questions.h"
 #include "mainwindow/RunControl.h"
+#include "mainwindow/StatusMessages.h"
 #include "mainwindow/WindowLayout.h"
 #include "settings/AppSettings.h"
 #include "settings/ApplicationDirectory.h"
@@ -21,7 +22,6 @@
 
 #include "ui_MainWindow.h"
 
-#include <QApplication>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QDebug>
@@ -31,13 +31,12 @@
 #include <QMenu>
 #include <QSignalBlocker>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolButton>
 #include <QUrl>
 
 namespace {
 
-constexpr int kRefusalMilliseconds = 5000;
-constexpr int kSavedMilliseconds = 2000;
 /// With an engine that is to end when its window has gone.
 constexpr int kPatienceMilliseconds = 2000;
 
@@ -49,6 +48,11 @@ QString programName()
 QString runningText()
 {
     return QStringLiteral("検索中です。中止してから実行してください");
+}
+
+QString noLogsText()
+{
+    return QStringLiteral("過去の検索結果はありません");
 }
 
 } // namespace
@@ -66,6 +70,7 @@ MainWindow::MainWindow(const QStringList &pathlist, const QString &mask, const Q
 {
     setUpEnvironment();
     m_ui->setupUi(this);
+    m_messages = new StatusMessages(statusBar(), this);
     buildViews();
     buildToolBar();
     m_keywords = new KeywordControl(m_ui->searchForm, this);
@@ -183,7 +188,7 @@ void MainWindow::on_btnPlus_clicked()
     const QStringList listed =
         SearchPaths::toLines(SearchPaths::fromText(m_ui->searchForm->state().pathText));
     if (listed.contains(SearchPaths::toLines({path}).value(0)))
-        refuse(QStringLiteral("既に登録されています"));
+        m_messages->refuse(QStringLiteral("既に登録されています"));
     else
         m_ui->searchForm->addPathLine(path);
 }
@@ -214,15 +219,20 @@ void MainWindow::refreshForm()
 
 // Start
 
-void MainWindow::refuse(const QString &message)
-{
-    QApplication::beep();
-    statusBar()->showMessage(message, kRefusalMilliseconds);
-}
-
 void MainWindow::refuseFile(const QString &path)
 {
-    refuse(QStringLiteral("%1 を開けません").arg(QDir::cleanPath(path)));
+    m_messages->refuse(QStringLiteral("%1 を開けません").arg(QDir::cleanPath(path)));
+}
+
+/// Then says so, and leads to the field that is empty.
+bool MainWindow::isIncomplete(FormRequest::Mode mode, const FormState &form)
+{
+    const FormRequest::Field missing = FormRequest::missing(mode, form);
+    if (missing == FormRequest::Field::None)
+        return false;
+    m_messages->refuse(FormRequest::refusal(missing));
+    m_ui->searchForm->focusOn(missing);
+    return true;
 }
 
 void MainWindow::on_pushButton_clicked()
@@ -232,9 +242,8 @@ void MainWindow::on_pushButton_clicked()
         return;
     }
     const FormState form = m_ui->searchForm->state();
-    const QString refusal = FormRequest::refusal(FormRequest::Mode::Search, form);
-    if (!refusal.isEmpty())
-        return refuse(refusal);
+    if (isIncomplete(FormRequest::Mode::Search, form))
+        return;
     if (form.mask == QLatin1String("*.*") && !Questions::searchAllFiles(this))
         return;
     start(FormRequest::Mode::Search, form);
@@ -244,17 +253,16 @@ void MainWindow::on_pushButton_clicked()
 void MainWindow::lineCountGrep()
 {
     if (m_run->isRunning())
-        return refuse(runningText());
+        return m_messages->refuse(runningText());
     const FormState form = m_ui->searchForm->state();
-    const QString refusal = FormRequest::refusal(FormRequest::Mode::LineCount, form);
-    if (!refusal.isEmpty())
-        return refuse(refusal);
+    if (isIncomplete(FormRequest::Mode::LineCount, form))
+        return;
     start(FormRequest::Mode::LineCount, form);
 }
 
 void MainWindow::start(FormRequest::Mode mode, const FormState &form)
 {
-    setWindowTitle(form.keyword1 + QStringLiteral(" -- ") + programName());
+    showTitle(form.keyword1);
     m_resultView->clear();
     m_resultView->setFocus();
     m_previewControl->setResultShown(mode == FormRequest::Mode::Search);
@@ -271,6 +279,12 @@ void MainWindow::start(FormRequest::Mode mode, const FormState &form)
     showHighlightWords();
     setRunning(true);
     m_run->start(condition);
+}
+
+/// Tells which search is shown.
+void MainWindow::showTitle(const QString &keyword1)
+{
+    setWindowTitle(keyword1 + QStringLiteral(" -- ") + programName());
 }
 
 /// What the result view marks: the keywords of the form that are in use.
@@ -308,7 +322,7 @@ void MainWindow::searchFinished(bool aborted)
     if (!unlisted)
         return;
     if (m_history->save(m_request, m_pathlist, QDateTime::currentDateTime(), *unlisted))
-        statusBar()->showMessage(QStringLiteral("セーブしました"), kSavedMilliseconds);
+        m_messages->confirm(QStringLiteral("セーブしました"));
     else
         statusBar()->clearMessage();
     makeBackMenu();
@@ -333,24 +347,13 @@ void MainWindow::linecntFinished(bool aborted)
 }
 
 /// A folder that is not there has no files, which looks as if nothing was found.
-/// What the status bar says now is said to its end.
 void MainWindow::tellMissingPath()
 {
     const QString missing = SearchPaths::firstMissing(m_pathlist);
     if (missing.isEmpty())
         return;
     const QString hint = QStringLiteral("検索パスがありません: %1").arg(missing);
-    if (statusBar()->currentMessage().isEmpty()) {
-        statusBar()->showMessage(hint);
-        return;
-    }
-    auto *once = new QObject(this);
-    connect(statusBar(), &QStatusBar::messageChanged, once, [this, once, hint](const QString &now) {
-        once->deleteLater();
-        statusBar()->disconnect(once);
-        if (now.isEmpty() && !m_run->isRunning())
-            statusBar()->showMessage(hint);
-    });
+    m_messages->showNext(hint, [this] { return !m_run->isRunning(); });
 }
 
 void MainWindow::endRun()
@@ -393,7 +396,7 @@ void MainWindow::findDialogPopup()
 void MainWindow::optionDialogPopup()
 {
     if (m_run->isRunning())
-        return refuse(runningText());
+        return m_messages->refuse(runningText());
     if (!optionDialog::edit(this))
         return;
     AppSettings::instance().save(m_applicationDirectory);
@@ -448,15 +451,29 @@ void MainWindow::openLogfile(QAction *action)
     if (index < 0)
         return;
     if (m_run->isRunning())
-        return refuse(runningText());
+        return m_messages->refuse(runningText());
     if (m_history->loadEntry(index))
         m_resultView->setFocus();
+}
+
+/// For the menu that is about to show. One without an entry is nothing to see, and
+/// takes all keys: it goes at once.
+void MainWindow::listLogs()
+{
+    makeBackMenu();
+    QMenu *menu = m_toolButtons.arrowBackBtn->menu();
+    if (!menu->isEmpty())
+        return;
+    QTimer::singleShot(0, menu, &QMenu::close);
+    m_messages->refuse(noLogsText());
 }
 
 void MainWindow::historyBackMenuPopup()
 {
     makeBackMenu();
     QMenu *menu = m_toolButtons.arrowBackBtn->menu();
+    if (menu->isEmpty())
+        return m_messages->refuse(noLogsText());
     const QSize free = size() - menu->sizeHint();
     menu->popup(mapToGlobal(QPoint(free.width() / 2, free.height() / 2)));
 }
@@ -466,7 +483,7 @@ bool MainWindow::goBack()
 {
     if (!m_run->isRunning())
         return m_history->goBack();
-    refuse(runningText());
+    m_messages->refuse(runningText());
     return false;
 }
 
@@ -476,7 +493,7 @@ bool MainWindow::goForward()
     m_find->stop();
     if (!m_run->isRunning())
         return m_history->goForward();
-    refuse(runningText());
+    m_messages->refuse(runningText());
     return false;
 }
 
@@ -495,7 +512,7 @@ void MainWindow::arrowForward()
 void MainWindow::openFile()
 {
     if (m_run->isRunning())
-        return refuse(runningText());
+        return m_messages->refuse(runningText());
     // Before the first search there is none, and the chooser would start elsewhere.
     QDir().mkpath(m_history->logDirectory());
     QString path;

@@ -16,6 +16,7 @@ class HistoryControl;
 class KeywordControl;
 class PreviewControl;
 class RunControl;
+class StatusMessages;
 
 QT_BEGIN_NAMESPACE
 class QComboBox;
@@ -102,11 +103,12 @@ private:
     void listenForBroadcasts();
     void fillHistories();
     void buildHistory();
+    void listLogs();
     void showRequest(const QStringList &pathlist, const QString &mask, const QString &findword);
     void storeState();
 
-    void refuse(const QString &message);
     void refuseFile(const QString &path);
+    bool isIncomplete(FormRequest::Mode mode, const FormState &form);
     bool goBack();
     bool goForward();
     bool isLoading(const GrepEditor &view) const;
@@ -115,6 +117,7 @@ private:
     void endRun();
     void tellMissingPath();
     void setRunning(bool running);
+    void showTitle(const QString &keyword1);
     void showHighlightWords();
     void showDocument(const QString &relativePath);
     void applySettings();
@@ -122,6 +125,7 @@ private:
 
     std::unique_ptr<Ui::MainWindow> m_ui;
     const QString m_applicationDirectory;
+    StatusMessages *m_messages = nullptr;
     GrepEditor *m_resultView = nullptr;
     GrepEditor *m_preview = nullptr;
     FormKeys *m_formKeys = nullptr;

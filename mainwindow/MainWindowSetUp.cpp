@@ -70,7 +70,7 @@ void MainWindow::buildViews()
 void MainWindow::buildPreview()
 {
     m_previewControl =
-        new PreviewControl({m_resultView, m_preview, m_ui->searchForm, statusBar()},
+        new PreviewControl({m_resultView, m_preview, m_ui->searchForm, statusBar(), m_messages},
                            m_applicationDirectory + QStringLiteral("sarvikrescue/"), this);
     connect(m_resultView, &GrepEditor::cursorPositionChanged, this, &MainWindow::previewFile);
     connect(m_find, &FindControl::placeWanted, m_previewControl, &PreviewControl::tellPlace);
@@ -91,7 +91,7 @@ void MainWindow::buildToolBar()
     m_toolButtons = ToolButtons::addTo(m_ui->toolBar);
     auto *backMenu = new QMenu(m_toolButtons.arrowBackBtn);
     m_toolButtons.arrowBackBtn->setMenu(backMenu);
-    connect(backMenu, &QMenu::aboutToShow, this, &MainWindow::makeBackMenu);
+    connect(backMenu, &QMenu::aboutToShow, this, &MainWindow::listLogs);
     connect(backMenu, &QMenu::triggered, this, &MainWindow::openLogfile);
     const auto connectButton = [this](QToolButton *button, void (MainWindow::*slot)()) {
         connect(button, &QToolButton::clicked, this, slot);
@@ -208,6 +208,12 @@ void MainWindow::buildHistory()
     });
     connect(m_history, &HistoryControl::unreadable, this, &MainWindow::refuseFile);
     m_history->loadLastSearch();
+    // From here on a log is one that was asked for: the window is that search's, and
+    // what the status bar tells of another one is over.
+    connect(m_history, &HistoryControl::loaded, this, [this] {
+        showTitle(m_ui->searchForm->state().keyword1);
+        statusBar()->clearMessage();
+    });
     makeBackMenu();
 }
 

@@ -1,5 +1,6 @@
 #include "mainwindow/PathEdit.h"
 
+#include "mainwindow/DocumentText.h"
 #include "settings/SearchPaths.h"
 #include "view/FocusEdge.h"
 
@@ -33,6 +34,11 @@ PathEdit::PathEdit(QWidget *parent) : QPlainTextEdit(parent)
     new FocusEdge(this);
 }
 
+QString PathEdit::text() const
+{
+    return DocumentText::rows(*document());
+}
+
 void PathEdit::setLines(const QStringList &lines)
 {
     setPlainText(lines.join(QLatin1Char('\n')));
@@ -41,7 +47,8 @@ void PathEdit::setLines(const QStringList &lines)
 
 void PathEdit::addLine(const QString &path)
 {
-    if (toPlainText().isEmpty() || toPlainText().endsWith(QLatin1Char('\n'))) {
+    const QString before = text();
+    if (before.isEmpty() || before.endsWith(QLatin1Char('\n'))) {
         moveCursor(QTextCursor::End);
         insertPlainText(path);
     } else {
@@ -58,12 +65,19 @@ bool PathEdit::holdsFolders(const QMimeData &source)
 
 void PathEdit::addFolders(const QMimeData &source)
 {
-    const QStringList listed = SearchPaths::fromText(toPlainText());
+    const QStringList listed = SearchPaths::fromText(text());
     const QStringList folders = foldersIn(source);
     for (const QString &folder : folders) {
         if (!listed.contains(folder))
             addLine(folder);
     }
+}
+
+QMimeData *PathEdit::createMimeDataFromSelection() const
+{
+    auto *copied = new QMimeData;
+    copied->setText(DocumentText::rows(textCursor()));
+    return copied;
 }
 
 bool PathEdit::canInsertFromMimeData(const QMimeData *source) const

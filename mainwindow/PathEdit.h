@@ -11,6 +11,10 @@ class PathEdit : public QPlainTextEdit {
 public:
     explicit PathEdit(QWidget *parent = nullptr);
 
+    /// The lines, letter by letter: toPlainText() would make a blank of a no-break
+    /// space, which names another folder.
+    QString text() const;
+
     /// Replaces the text by lines; the cursor stands at the start.
     void setLines(const QStringList &lines);
 
@@ -23,6 +27,7 @@ public:
     void addFolders(const QMimeData &source);
 
 protected:
+    QMimeData *createMimeDataFromSelection() const override;
     bool canInsertFromMimeData(const QMimeData *source) const override;
     void insertFromMimeData(const QMimeData *source) override;
     void keyPressEvent(QKeyEvent *event) override;

@@ -4,6 +4,7 @@
 #include "mainwindow/KeywordMarks.h"
 #include "mainwindow/Questions.h"
 #include "mainwindow/SearchForm.h"
+#include "mainwindow/StatusMessages.h"
 #include "mainwindow/preview/PreviewSaver.h"
 #include "mainwindow/preview/RescueFile.h"
 #include "settings/AppSettings.h"
@@ -23,8 +24,6 @@
 #include <utility>
 
 namespace {
-
-constexpr int kMessageMilliseconds = 2000;
 
 DetectionSettings detectionSettings()
 {
@@ -58,6 +57,12 @@ PreviewControl::PreviewControl(const Views &views, const QString &rescueDirector
 QWidget *PreviewControl::window() const
 {
     return m_views.preview->window();
+}
+
+void PreviewControl::setResultShown(bool shown)
+{
+    m_resultShown = shown;
+    m_views.resultView->setListsHits(shown);
 }
 
 void PreviewControl::follow()
@@ -112,6 +117,7 @@ bool PreviewControl::showFile(const QString &path)
     m_views.preview->setReadOnly(true);
     m_views.preview->highlighter().setLanguage(LanguageConfig::suffixOf(path));
     m_text.show(PreviewText::forDocument(m_file.text, m_file.form));
+    m_views.preview->highlightCurrentLine();
     // The view holds the text now.
     m_file.text.clear();
     showLabels();
@@ -215,7 +221,7 @@ bool PreviewControl::save()
     if (!isModified() && PreviewSaver::isAsShown(m_file)) {
         // Another backup would hold what stands in the file anyway, and the text
         // of before would be gone.
-        m_views.statusBar->showMessage(QStringLiteral("修正されていません"), kMessageMilliseconds);
+        m_views.messages->confirm(QStringLiteral("修正されていません"));
         return true;
     }
     const QString text = this->text();
@@ -226,13 +232,13 @@ bool PreviewControl::save()
     switch (outcome.result) {
     case PreviewSaver::Outcome::Result::Saved:
         m_views.preview->document()->setModified(false);
-        m_views.statusBar->showMessage(outcome.message, kMessageMilliseconds);
+        m_views.messages->confirm(outcome.message);
         return true;
     case PreviewSaver::Outcome::Result::RenameFailed:
         Questions::tellFailure(window(), outcome.message);
         return false;
     case PreviewSaver::Outcome::Result::WriteFailed:
-        m_views.statusBar->showMessage(outcome.message, kMessageMilliseconds);
+        m_views.messages->refuse(outcome.message);
         Questions::tellFailure(window(), outcome.message);
         return false;
     case PreviewSaver::Outcome::Result::Nothing:

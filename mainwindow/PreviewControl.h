@@ -7,6 +7,7 @@
 
 class GrepEditor;
 class SearchForm;
+class StatusMessages;
 
 QT_BEGIN_NAMESPACE
 class QLabel;
@@ -26,6 +27,7 @@ public:
         GrepEditor *preview = nullptr;
         const SearchForm *form = nullptr;
         QStatusBar *statusBar = nullptr;
+        StatusMessages *messages = nullptr;
     };
 
     /// rescueDirectory: where a text goes that cannot be saved under its name; ends
@@ -33,7 +35,7 @@ public:
     PreviewControl(const Views &views, const QString &rescueDirectory, QObject *parent);
 
     /// The result view shows hits, or lines counted, which are nothing to preview.
-    void setResultShown(bool shown) { m_resultShown = shown; }
+    void setResultShown(bool shown);
     /// A run begins, or a log is shown: nobody has selected a hit of it yet. A
     /// file that was changed meanwhile is then read again.
     void forgetSelection()

@@ -17,7 +17,8 @@ void showQueue(QProgressBar *bar, const QString &format, int length)
     bar->setFormat(format.arg(length));
     if (length > bar->maximum() + 100)
         bar->setRange(0, length + 100);
-    bar->setValue(length);
+    // A value beyond the range would be ignored, and the one of before stay.
+    bar->setValue(std::min(length, bar->maximum()));
 }
 
 } // namespace

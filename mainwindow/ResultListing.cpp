@@ -33,6 +33,7 @@ ResultListing::ResultListing(GrepEditor &view, ProgressPanel &panel) : m_view(vi
 void ResultListing::reset()
 {
     m_view.clear();
+    m_view.highlightCurrentLine();
     m_spoolPeak = -1;
 }
 

@@ -2,6 +2,7 @@
 
 #include "engine/LineCountReport.h"
 #include "engine/SignalSpool.h"
+#include "mainwindow/FreeMemory.h"
 #include "mainwindow/ProgressPanel.h"
 #include "mainwindow/SearchForm.h"
 #include "mainwindow/SearchSummary.h"
@@ -14,6 +15,9 @@
 namespace {
 
 constexpr int kTickMilliseconds = 150;
+
+/// Below them a search does not count for the memory of a machine.
+constexpr int kManyHits = 100000;
 
 bool g_isAnyLeftBehind = false;
 
@@ -28,7 +32,10 @@ QStringList onOneLineEach(QStringList messages)
 } // namespace
 
 RunControl::RunControl(const Views &views, QObject *parent)
-    : QObject(parent), m_views(views), m_listing(*views.resultView, *views.panel)
+    : QObject(parent)
+    , m_views(views)
+    , m_listing(*views.resultView, *views.panel)
+    , m_memoryIsShort([] { return FreeMemory::isShort(FreeMemory::now()); })
 {
     connect(&m_run, &SearchRun::searchFinished, this, &RunControl::searchFinished);
     connect(&m_run, &SearchRun::lineCountFinished, this, &RunControl::lineCountFinished);
@@ -47,6 +54,8 @@ void RunControl::start(const SearchCondition &condition)
     m_stopping = false;
     m_condition = condition;
     m_pendingCounts.clear();
+    m_shortOfMemory = false;
+    m_linesLeftOut = 0;
     m_elapsed.start();
     m_listing.reset();
     // It tells of this run from now on.
@@ -56,7 +65,8 @@ void RunControl::start(const SearchCondition &condition)
     if (condition.linecount)
         m_lineCount = std::make_unique<LineCountReport>();
     m_run.start(condition);
-    m_timer = std::make_unique<QTimer>();
+    m_timer = std::make_unique<QTimer>(this);
+    m_timer->setObjectName(QStringLiteral("tickTimer"));
     connect(m_timer.get(), &QTimer::timeout, this, &RunControl::tick);
     m_timer->start(kTickMilliseconds);
 }
@@ -108,6 +118,16 @@ void RunControl::showProgress()
                                               : file);
     m_listing.takeLines(*spool);
     listPendingCounts();
+    if (!m_shortOfMemory) {
+        endWhenShortOfMemory(*spool);
+        if (m_shortOfMemory)
+            abort();
+    }
+}
+
+void RunControl::endWhenShortOfMemory(const SignalSpool &spool)
+{
+    m_shortOfMemory = m_shortOfMemory || (spool.hitLineCount() >= kManyHits && m_memoryIsShort());
 }
 
 void RunControl::addLineCount(const QString &filename, int count)
@@ -132,7 +152,15 @@ std::optional<QStringList> RunControl::listSearchEnd(bool aborted)
     m_views.form->setButton(SearchForm::Button::Displaying);
     // The engine has ended; there is nothing left to abort.
     m_views.form->setButtonEnabled(false);
-    const QStringList unlisted = m_listing.drain(*m_run.spool(), [this] { return m_abandoned; });
+    const SignalSpool &spool = *m_run.spool();
+    QStringList unlisted = m_listing.drain(*m_run.spool(), [this, &spool] {
+        endWhenShortOfMemory(spool);
+        return m_abandoned || m_shortOfMemory;
+    });
+    if (m_shortOfMemory) {
+        m_linesLeftOut = unlisted.size();
+        unlisted.clear();
+    }
     const QStringList summary = summaryLines(aborted);
     if (m_abandoned)
         return unlisted + summary;
@@ -146,7 +174,7 @@ QStringList RunControl::summaryLines(bool aborted)
     SignalSpool &spool = *m_run.spool();
     const FormState form = m_views.form->state();
     SearchSummary::Outcome outcome;
-    outcome.aborted = aborted;
+    outcome.aborted = aborted || m_shortOfMemory;
     outcome.usesKeyword2 = form.usesKeyword2();
     outcome.keyword2 = m_condition.keyword2;
     outcome.lineDistance = m_condition.plusline;
@@ -157,6 +185,8 @@ QStringList RunControl::summaryLines(bool aborted)
     outcome.matchedLines = spool.hitLineCount();
     outcome.elapsedMilliseconds = m_elapsed.elapsed();
     QStringList lines = SearchSummary::lines(outcome);
+    if (m_shortOfMemory)
+        lines += SearchSummary::shortOfMemory(m_linesLeftOut);
     if (form.skipped) {
         QStringList warnings;
         spool.takeWarnings(&warnings);

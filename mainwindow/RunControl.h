@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QTimer>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -15,6 +16,7 @@ class GrepEditor;
 class LineCountReport;
 class ProgressPanel;
 class SearchForm;
+class SignalSpool;
 
 QT_BEGIN_NAMESPACE
 class QStatusBar;
@@ -69,6 +71,12 @@ public:
     void leaveBehind();
     static bool isAnyLeftBehind();
 
+    /// A result view takes memory for each line. A search that has found many and
+    /// for which this says that there is too little left ends and tells so; what
+    /// was found and not yet listed is not listed then. By default what the system
+    /// tells.
+    void setMemoryCheck(const std::function<bool()> &isShort) { m_memoryIsShort = isShort; }
+
     void showProgress();
     void addLineCount(const QString &filename, int count);
 
@@ -86,6 +94,7 @@ public:
 
 private:
     QStringList summaryLines(bool aborted);
+    void endWhenShortOfMemory(const SignalSpool &spool);
     void listPendingCounts();
 
     const Views m_views;
@@ -97,6 +106,9 @@ private:
     bool m_running = false;
     bool m_abandoned = false;
     bool m_stopping = false; // the engine has been asked to end
+    std::function<bool()> m_memoryIsShort;
+    bool m_shortOfMemory = false; // the run has ended for that
+    int m_linesLeftOut = 0; // for that
     // Emits into all of the above, so they go after it.
     std::unique_ptr<QTimer> m_timer; // as long as the engine runs
     SearchRun m_run;

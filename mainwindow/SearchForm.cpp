@@ -1,8 +1,10 @@
 #include "mainwindow/SearchForm.h"
 
+#include "mainwindow/FlowLayout.h"
 #include "mainwindow/KeywordValidity.h"
 #include "settings/AppSettings.h"
 #include "settings/KeywordHistory.h"
+#include "settings/ShownFont.h"
 #include "settings/dialogs/LineEdit.h"
 
 #include "ui_SearchForm.h"
@@ -73,6 +75,7 @@ SearchForm::SearchForm(QWidget *parent) : QWidget(parent), m_ui(std::make_unique
     buildKeywordFields();
     buildExamples();
     buildButtons();
+    buildSwitches();
     showExtraConditions(false);
 }
 
@@ -118,6 +121,15 @@ void SearchForm::buildButtons()
     m_ui->btnKeyword2->setIcon(QIcon(QStringLiteral(":/icon/conditions.png")));
 }
 
+/// In one row where there is room: their texts are long.
+void SearchForm::buildSwitches()
+{
+    constexpr int kGap = 12;
+    auto *row = new FlowLayout(kGap, m_ui->formLayout->verticalSpacing(), m_ui->switchRow);
+    for (QCheckBox *box : {m_ui->subdirCheck, m_ui->emptyFilesCheck, m_ui->skippedCheck})
+        row->addWidget(box);
+}
+
 QList<QComboBox *> SearchForm::combos() const
 {
     return {m_ui->maskCombo, m_ui->keyword1Combo, m_ui->keyword2Combo, m_ui->keyword3Combo};
@@ -127,7 +139,7 @@ FormState SearchForm::state() const
 {
     const AppSettings &settings = AppSettings::instance();
     FormState state;
-    state.pathText = m_ui->pathEdit->toPlainText();
+    state.pathText = m_ui->pathEdit->text();
     state.mask = m_ui->maskCombo->currentText();
     state.keyword1 = m_ui->keyword1Combo->currentText();
     state.extraGroup = m_ui->extraGroup->isChecked();
@@ -235,7 +247,7 @@ void SearchForm::fillKeywords2()
 
 void SearchForm::applyLook()
 {
-    const QFont font = AppSettings::instance().inputFont;
+    const QFont font = ShownFont::bounded(AppSettings::instance().inputFont);
     m_ui->pathEdit->setFont(font);
     for (QComboBox *combo : combos()) {
         combo->setFont(font);
@@ -336,6 +348,20 @@ void SearchForm::selectKeyword1()
 {
     m_keyword1->selectAll();
     m_keyword1->setFocus();
+}
+
+void SearchForm::focusOn(FormRequest::Field field)
+{
+    switch (field) {
+    case FormRequest::Field::Keyword1:
+        return m_keyword1->setFocus();
+    case FormRequest::Field::Paths:
+        return m_ui->pathEdit->setFocus();
+    case FormRequest::Field::Mask:
+        return m_ui->maskCombo->setFocus();
+    case FormRequest::Field::None:
+        break;
+    }
 }
 
 QList<QWidget *> SearchForm::inputFields() const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "mainwindow/FormRequest.h"
 #include "mainwindow/FormState.h"
 
 #include <QList>
@@ -68,6 +69,7 @@ public:
     void setButtonEnabled(bool enabled);
     /// Puts the focus there, with all of the text selected.
     void selectKeyword1();
+    void focusOn(FormRequest::Field field);
 
     /// The five input fields, top to bottom: the widgets that have the focus
     /// when one types there.
@@ -86,6 +88,7 @@ private:
     void buildKeywordFields();
     void buildExamples();
     void buildButtons();
+    void buildSwitches();
     void setUpPathEdit();
     void colourExamples();
     void showValidity();

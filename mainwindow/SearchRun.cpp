@@ -1,6 +1,7 @@
 #include "mainwindow/SearchRun.h"
 
 #include "engine/SignalSpool.h"
+#include "settings/AppSettings.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -33,6 +34,10 @@ void SearchRun::start(const SearchCondition &condition)
     connect(spool, &SignalSpool::lcntFinished, this, &SearchRun::lineCountFinished,
             Qt::QueuedConnection);
     connect(spool, &SignalSpool::linecntAt, this, &SearchRun::lineCounted, Qt::QueuedConnection);
+    // Taken here, on the thread that changes the settings.
+    EngineOptions options;
+    options.limits = SearchLimits::fromSettings(AppSettings::instance());
+    m_spool->setEngineOptions(options);
     m_thread = std::make_unique<QThread>();
     m_thread->setObjectName(QStringLiteral("spool"));
     m_thread->start(QThread::InheritPriority);

@@ -50,6 +50,12 @@ QStringList warningSection(const QStringList &skipped)
     return headed(QStringLiteral("---------- Warning skip foler or file ------------"), skipped);
 }
 
+QString shortOfMemory(int linesLeftOut)
+{
+    return QStringLiteral("メモリが足りなくなったため中止しました。見つけて表示していない行 %L1")
+        .arg(linesLeftOut);
+}
+
 QStringList errorSection(const QStringList &unreadable)
 {
     return headed(QStringLiteral("---------- Read Error File ------------"), unreadable);

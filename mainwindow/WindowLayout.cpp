@@ -59,7 +59,10 @@ void fitIntoScreen(QMainWindow &window, bool geometryRestored)
     if (place == stored)
         return;
     const QRect content = place.marginsRemoved(frame);
-    if (geometryRestored) {
+    // One that grows when it is shown gets its content to where its frame was to be,
+    // and its title bar beyond the screen.
+    const QSize least = window.minimumSizeHint();
+    if (geometryRestored || least.boundedTo(content.size()) != least) {
         window.setGeometry(content);
     } else {
         window.resize(content.size());

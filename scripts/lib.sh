@@ -88,3 +88,11 @@ build_loudly() {
             && cmake --build --preset "$preset" --parallel "$(nproc)" ${1:+--target "$@"}
     )
 }
+
+# starter_settings PLATFORM: what an archive's first start makes the settings of. The
+# languages are there to be changed, and stand in one place in the tree.
+starter_settings() {
+    cat "$top/app/$1/sarvik-starter.ini"
+    printf '\n'
+    cat "$top/list/langlist.ini"
+}

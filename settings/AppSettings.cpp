@@ -6,6 +6,7 @@
 #include "settings/WindowSize.h"
 
 #include <QFileInfo>
+#include <QSet>
 
 #include <algorithm>
 #include <optional>
@@ -57,9 +58,10 @@ void AppSettings::load(const QString &appDir)
     tabcolm = std::max(tabcolm, 1);
     word = false;
     inputFontCopy = inputFont;
-    readLanguages(file);
-    if (langlist.isEmpty())
-        readLanguages(utf8File(shippedLanguagesPath(appDir)).read());
+    langlist.clear();
+    langlistValues.clear();
+    addLanguages(file);
+    addLanguages(utf8File(shippedLanguagesPath(appDir)).read());
 
     // The companion editor's colours are everybody's.
     m_coloursAreEditors = QFileInfo(editorsPath(appDir)).isFile();
@@ -71,13 +73,17 @@ void AppSettings::load(const QString &appDir)
     keywordHistory->load();
 }
 
-void AppSettings::readLanguages(const IniDocument &file)
+void AppSettings::addLanguages(const IniDocument &file)
 {
     const QString group = QStringLiteral("langlist");
-    langlist = file.childKeys(group);
-    langlistValues.clear();
-    for (const QString &language : qAsConst(langlist))
+    const QSet<QString> known(langlist.cbegin(), langlist.cend());
+    const QStringList languages = file.childKeys(group);
+    for (const QString &language : languages) {
+        if (known.contains(language))
+            continue;
+        langlist.append(language);
         langlistValues.append(file.text(group + QLatin1Char('/') + language));
+    }
 }
 
 bool AppSettings::save(const QString &appDir)

@@ -22,9 +22,8 @@ class KeywordHistory;
 /// exists, so that both programs share one colour scheme; a colour that is
 /// changed here is then written to "sarvik.ini" but not read back.
 ///
-/// Nothing locks the members. The user interface's thread loads, edits and
-/// saves them; the engine's threads read bigsize, codechksize, tabcolm and the
-/// exclusion lists while a search runs, so these must not change during one.
+/// Nothing locks the members: they belong to the user interface's thread. A search
+/// takes what it needs of them (SearchLimits) on that thread, before it starts.
 ///
 /// Usable without a QGuiApplication: fonts and colours are plain values here.
 class AppSettings {
@@ -169,10 +168,10 @@ public:
     QStringList excusiondir;
     QStringList excusionfile;
 
-    /// Names of the languages in the file's order of keys (sorted), and
-    /// for each its suffixes as one text: langlistValues has the same length. Of
-    /// the shipped file list/langlist.ini when the settings hold none; never
-    /// written.
+    /// Names of the languages, and for each its suffixes as one text: langlistValues
+    /// has the same length. First those of the settings, in the file's order of keys
+    /// (sorted), then of the shipped file list/langlist.ini those that the settings
+    /// do not name: where two have a suffix, the earlier counts. Never written.
     QStringList langlist;
     QStringList langlistValues;
 
@@ -190,7 +189,8 @@ public:
     bool fname = false;
 
 private:
-    void readLanguages(const IniDocument &file);
+    /// Those that are not there yet.
+    void addLanguages(const IniDocument &file);
 
     QString m_applicationDirectory;
     bool m_mayBeSaved = true;

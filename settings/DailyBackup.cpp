@@ -50,19 +50,52 @@ bool copyWithDate(const QString &path, const QString &copy)
     return dated && dayOfChange(copy) == dayOfChange(path);
 }
 
-void makeRoomForNewest(const QString &path)
+bool drop(const QString &path, int number)
 {
-    int free = 1;
-    while (free < kGenerations && QFileInfo::exists(generation(path, free)))
-        ++free;
-    const bool full = free == kGenerations && QFileInfo::exists(generation(path, free));
-    if (full && (!mayTake(Step::DropOldestBackup) || !QFile::remove(generation(path, free))))
-        return;
-    for (int i = free; i > 1; --i) {
-        if (!mayTake(Step::ShiftBackup)
-            || !QFile::rename(generation(path, i - 1), generation(path, i)))
-            return;
+    return mayTake(Step::DropOldestBackup) && QFile::remove(generation(path, number));
+}
+
+/// Does not overwrite.
+bool move(const QString &path, int from, int to)
+{
+    return mayTake(Step::ShiftBackup)
+        && QFile::rename(generation(path, from), generation(path, to));
+}
+
+bool exists(const QString &path, int number)
+{
+    return QFileInfo::exists(generation(path, number));
+}
+
+/// Moves every generation up by one. What cannot be moved or removed stays where it
+/// is, and the one below it drops out in its place.
+void shiftAll(const QString &path)
+{
+    for (int i = kGenerations; i > 1; --i) {
+        if (exists(path, i))
+            drop(path, i);
+        if (exists(path, i - 1))
+            move(path, i - 1, i);
     }
+    // Behind a second one that stays there may be room; without it the first goes.
+    const bool blocked = exists(path, 1) && exists(path, 2);
+    if (blocked && !move(path, 1, kGenerations))
+        drop(path, 1);
+}
+
+/// Ends a shift that was cut short: moves up what stands before the gap that it left.
+void closeGap(const QString &path, int gap)
+{
+    for (int i = gap; i > 1 && move(path, i - 1, i);)
+        --i;
+}
+
+int firstGap(const QString &path)
+{
+    int number = 1;
+    while (number <= kGenerations && exists(path, number))
+        ++number;
+    return number;
 }
 
 } // namespace
@@ -72,13 +105,19 @@ void DailyBackup::makeDailyBackup(const QString &path, const QDate &today)
     if (!isDue(path, today))
         return;
     const QString copy = path + QStringLiteral(".bak.new");
-    // Left over when an earlier backup was cut short.
+    // It stays behind when an earlier backup was cut short.
+    const bool cutShort = QFileInfo::exists(copy);
     QFile::remove(copy);
-    if (copyWithDate(path, copy)) {
-        makeRoomForNewest(path);
-        // Does not overwrite: when no room was made the copy goes.
-        if (mayTake(Step::PlaceBackup) && QFile::rename(copy, generation(path, 1)))
-            return;
+    if (!copyWithDate(path, copy)) {
+        QFile::remove(copy);
+        return;
     }
-    QFile::remove(copy);
+    const int gap = firstGap(path);
+    if (cutShort && gap <= kGenerations)
+        closeGap(path, gap);
+    else
+        shiftAll(path);
+    // Does not overwrite. A copy that finds no room stays, as after a kill.
+    if (mayTake(Step::PlaceBackup))
+        QFile::rename(copy, generation(path, 1));
 }

@@ -83,6 +83,12 @@ QString sectionOf(const QString &key)
     return key.left(std::max(key.indexOf(QLatin1Char('/')), 0));
 }
 
+/// UTF-8 text whose lines end in a line feed, as the program's settings are written.
+QByteArray rewriteWithBomAndCrlf(QByteArray text)
+{
+    return kByteOrderMark + text.replace("\n", "\r\n");
+}
+
 QByteArray spelledSection(const QString &name)
 {
     const QByteArray spelled = IniText::escapedKey(name);
@@ -258,18 +264,18 @@ IniDocument::Lines::iterator IniDocument::makeSection(const QString &name)
 
 QByteArray IniDocument::toBytes() const
 {
-    const bool windows = m_form == Form::Utf8 || m_windowsLineEnds;
-    const QByteArray lineEnd = windows ? QByteArrayLiteral("\r\n") : QByteArrayLiteral("\n");
     QByteArray out;
-    if (m_form == Form::Utf8 || m_byteOrderMark)
-        out += kByteOrderMark;
     for (const Line &line : m_lines) {
         out += line.raw;
         if (line.kind == Line::Key)
             out += '=' + line.value;
-        out += lineEnd;
+        out += '\n';
     }
-    return out;
+    if (m_form == Form::Utf8)
+        return rewriteWithBomAndCrlf(out);
+    if (m_windowsLineEnds)
+        out.replace("\n", "\r\n");
+    return m_byteOrderMark ? kByteOrderMark + out : out;
 }
 
 Charset IniDocument::rawCharset() const

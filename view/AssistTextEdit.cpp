@@ -1,13 +1,14 @@
 #include "view/AssistTextEdit.h"
 
 #include "settings/AppSettings.h"
+#include "settings/ShownFont.h"
 
 #include <QMouseEvent>
 #include <QScrollBar>
 
 AssistTextEdit::AssistTextEdit(QWidget *parent) : QTextEdit(parent)
 {
-    setFont(AppSettings::instance().assistFont);
+    setFont(ShownFont::bounded(AppSettings::instance().assistFont));
     setReadOnly(true);
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

@@ -1,6 +1,7 @@
 #include "view/GrepEditor.h"
 
 #include "settings/AppSettings.h"
+#include "settings/ShownFont.h"
 #include "view/DisplayColumn.h"
 #include "view/EditorCommand.h"
 #include "view/FindPattern.h"
@@ -83,16 +84,17 @@ void GrepEditor::setViewFont(const QFont &font, bool remember)
 {
     AppSettings &settings = AppSettings::instance();
     // A copy: font may be the very member that is written.
-    const QFont shown = font;
+    const QFont kept = font;
     if (remember)
-        m_defaultFont = shown;
+        m_defaultFont = kept;
+    const QFont shown = ShownFont::bounded(kept);
     setFont(shown);
     viewport()->setFont(shown);
     // The view's font change reached the document already unless the view had
     // this font before; each setting lays the whole document out anew.
     if (document()->defaultFont() != this->font())
         document()->setDefaultFont(shown);
-    (m_isResultView ? settings.grepFont : settings.textFont) = shown;
+    (m_isResultView ? settings.grepFont : settings.textFont) = kept;
     const qreal blank = QFontMetricsF(shown, this).horizontalAdvance(QLatin1Char(' '));
     setTabStopDistance(blank * std::max(settings.tabcolm, 1));
 }
@@ -147,12 +149,9 @@ bool GrepEditor::takeLocationFromLine()
 {
     const QString text = currentLineText();
     const ResultLine::Kind kind = ResultLine::kind(text);
-    if (kind == ResultLine::Kind::None)
+    if (kind == ResultLine::Kind::None || !m_listsHits)
         return false;
     const ResultLine::Place place = ResultLine::placeOf(text);
-    // A line of a line count begins with a blank, too, but no line number follows.
-    if (place.line < 1)
-        return false;
     const QString fileLine = kind == ResultLine::Kind::File ? text : fileLineText();
     setLocation(ResultLine::pathOf(fileLine), place.line, place.column);
     return true;
@@ -353,10 +352,11 @@ void GrepEditor::zoom(int step)
     const int before = QFontInfo(font()).pointSize();
     QFont font = m_defaultFont;
     if (step != 0) {
-        if (before + step <= 0)
+        const int after = std::min(before + step, ShownFont::kLargestPointSize);
+        if (after <= 0 || after == before)
             return;
         font = this->font();
-        font.setPointSize(before + step);
+        font.setPointSize(after);
     }
     setViewFont(font, false);
     const QSize size = viewport()->size();

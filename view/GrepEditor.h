@@ -37,7 +37,8 @@ signals:
     void ZoomedOut(GrepEditor *view);
 
 public slots:
-    /// The cursor moved: the next F5 or F6 picks one word again.
+    /// The cursor moved, or another text came without a signal: the next F5 or F6
+    /// picks one word again.
     void highlightCurrentLine();
     /// Starts this program once more to search for the selected text; nothing
     /// without a selection.
@@ -59,7 +60,7 @@ public:
     /// Not owned; the platform's own until this is called.
     void setLauncher(ProgramLauncher *launcher) { m_launcher = launcher; }
 
-    /// Shows the text in font and keeps font in AppSettings as this view's
+    /// Shows the text in font, see ShownFont, and keeps font in AppSettings as this view's
     /// (grepFont or textFont). A font to remember is the one that resetting
     /// the zoom returns to.
     void setViewFont(const QFont &font, bool remember);
@@ -77,9 +78,14 @@ public:
     int line() const { return m_line; }
     int column() const { return m_column; }
 
+    /// Whether the result view's lines are those of a search, as they are at first.
+    /// Those of a line count may begin as hits do, but point nowhere.
+    void setListsHits(bool listsHits) { m_listsHits = listsHits; }
+
     /// Opens the file in the external editor. The result view opens what the
-    /// cursor's line points to, which becomes the location; a line that points
-    /// nowhere, as one of a line count, does nothing. The preview opens its file at the cursor.
+    /// cursor's line points to, which becomes the location, a number that cannot be
+    /// read as 0; a line that is neither a file's nor a hit's does nothing. The
+    /// preview opens its file at the cursor.
     void openInEditor();
 
     /// What is marked as found for a keyword of the form, with the switches as
@@ -105,7 +111,7 @@ public:
     void clearEscape() { m_escapePressed = false; }
 
     /// Changes the font's size by step points, unless nothing would be left of
-    /// it; 0 returns to the remembered font.
+    /// it or it is as large as can be shown; 0 returns to the remembered font.
     void zoom(int step);
 
     /// The view's context menu, as it is shown.
@@ -144,6 +150,7 @@ private:
     int m_line = 0;
     int m_column = 0;
     const bool m_isResultView;
+    bool m_listsHits = true;
     bool m_escapePressed = false;
     bool m_isLaidOut = false; // for the width of a view that was once shown
     WordPicker m_picker;

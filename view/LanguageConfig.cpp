@@ -54,7 +54,10 @@ QString LanguageConfig::suffixOf(const QString &path)
     const int slash =
         std::max(path.lastIndexOf(QLatin1Char('/')), path.lastIndexOf(QLatin1Char('\\')));
     const QString name = path.mid(slash + 1);
-    return name.mid(name.lastIndexOf(QLatin1Char('.')) + 1);
+    const int dot = name.lastIndexOf(QLatin1Char('.'));
+    if (dot >= 0)
+        return name.mid(dot + 1);
+    return languageOf(name).isEmpty() ? QString() : name;
 }
 
 LanguageConfig::Definition LanguageConfig::definition(const QString &suffix,

@@ -35,7 +35,8 @@ public:
     static QString languageOf(const QString &suffix);
 
     /// What a file is looked up by: the text after the last dot of its name. A
-    /// name without a dot ("Makefile") stands for itself.
+    /// name without a dot ("Makefile") stands for itself where a language lists it;
+    /// otherwise the file has no suffix and the answer is empty.
     static QString suffixOf(const QString &path);
 
     /// Names of the definitions that are held, in the order they were read.

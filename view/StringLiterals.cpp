@@ -10,6 +10,15 @@ int indexOfSome(const QRegExp &pattern, const QString &text, int from)
     return match;
 }
 
+/// Where the part ends in which a literal hides what else begins there. An
+/// apostrophe closes nothing and hides nothing; a double quote is one in code only.
+int endOfHidden(const StringLiteral &literal, StringLiterals::Context context)
+{
+    const bool isOneWithoutEnd =
+        context == StringLiterals::Context::Code && literal.quote == QLatin1Char('"');
+    return literal.closed || isOneWithoutEnd ? literal.span.end : literal.span.start + 1;
+}
+
 } // namespace
 
 StringLiterals::StringLiterals()
@@ -50,8 +59,7 @@ std::vector<StringLiteral> StringLiterals::find(const QString &text, const TextS
     std::vector<StringLiteral> literals;
     StringLiteral literal;
     for (int from = range.start; nextLiteral(text, {from, range.end}, Context::Code, literal);) {
-        // Behind a quote that nothing closes, the other kind may still be whole.
-        from = literal.closed ? literal.span.end : literal.span.start + 1;
+        from = endOfHidden(literal, Context::Code);
         literals.push_back(literal);
     }
     return literals;
@@ -65,9 +73,9 @@ int StringLiterals::indexOutside(const QRegExp &pattern, const QString &text, in
     int quotesFrom = from;
     while (match >= 0 && nextLiteral(text, {quotesFrom, text.size()}, context, literal)
            && literal.span.start < match) {
-        quotesFrom = literal.closed ? literal.span.end : literal.span.start + 1;
-        if (literal.closed && match < literal.span.end)
-            match = indexOfSome(pattern, text, literal.span.end);
+        quotesFrom = endOfHidden(literal, context);
+        if (match < quotesFrom)
+            match = indexOfSome(pattern, text, quotesFrom);
     }
     return match;
 }

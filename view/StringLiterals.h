@@ -21,8 +21,8 @@ struct StringLiteral {
     TextSpan span;
     QChar quote;
     /// Whether the closing quote stands on the line. A literal without it reaches
-    /// to the end of the text, but hides nothing there: it may as well be an
-    /// apostrophe.
+    /// to the end of the text. With a double quote it hides what is there, as any
+    /// literal does; with a single quote it does not: that may be an apostrophe.
     bool closed = false;
 };
 
@@ -42,13 +42,14 @@ public:
     enum class Context {
         Code,
         /// Inside a comment, where the quote of "don't" is an apostrophe: a single
-        /// quote behind a letter opens no literal.
+        /// quote behind a letter opens no literal. A double quote that nothing
+        /// closes hides nothing there: it may stand for inches.
         Comment
     };
 
     /// Position of the first match of pattern, at from or later, that does not
-    /// begin inside a closed literal (which begin at from or later as well); -1
-    /// without one. The pattern's own opening quote is not inside the literal
+    /// begin inside a literal that hides it (which begin at from or later as well);
+    /// -1 without one. The pattern's own opening quote is not inside the literal
     /// that it opens. Matches of no character are passed over. After a match,
     /// pattern.matchedLength() is its length.
     int indexOutside(const QRegExp &pattern, const QString &text, int from,

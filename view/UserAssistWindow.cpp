@@ -8,6 +8,7 @@
 #include <QEvent>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QScreen>
 #include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -98,9 +99,30 @@ QRect UserAssistWindow::relativeGeometry() const
 void UserAssistWindow::finishPlacement()
 {
     m_windowPosition = windowPosition();
-    move(m_windowPosition + m_savedGeometry.topLeft());
+    const QPoint wanted = m_windowPosition + m_savedGeometry.topLeft();
+    const QPoint place =
+        m_window ? AssistPlace::beside(QRect(wanted, size()), surroundings()) : wanted;
+    move(place);
+    // The file keeps the place for a screen with more room, unless the user changes
+    // something here.
+    m_savedGeometry.moveTopLeft(place - m_windowPosition);
     m_placed = true;
     save();
+}
+
+AssistPlace::Surroundings UserAssistWindow::surroundings() const
+{
+    AssistPlace::Surroundings around;
+    around.window = m_window->frameGeometry();
+    const auto others =
+        parentWidget()->findChildren<UserAssistWindow *>(QString(), Qt::FindDirectChildrenOnly);
+    for (const UserAssistWindow *other : others) {
+        if (other != this && other->m_placed && other->isVisible())
+            around.notes.append(other->geometry());
+    }
+    for (const QScreen *screen : QGuiApplication::screens())
+        around.screens.append(screen->availableGeometry());
+    return around;
 }
 
 void UserAssistWindow::followWindow()

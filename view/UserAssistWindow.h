@@ -1,6 +1,7 @@
 #pragma once
 
 #include "view/AssistFile.h"
+#include "view/AssistPlace.h"
 
 #include <QDialog>
 #include <QPoint>
@@ -28,7 +29,8 @@ signals:
     void UserAssistWindowAllClose();
 
 public:
-    /// Belongs to parent, beside whose window it is put once the event loop runs.
+    /// Belongs to parent, beside whose window it is put once the event loop runs; where
+    /// the screen ends too soon for that, elsewhere (see AssistPlace).
     /// Without a parent, its position is one on the screen.
     UserAssistWindow(const AssistRecord &record, const QString &file, QWidget *parent);
     ~UserAssistWindow() override;
@@ -57,6 +59,7 @@ private:
     void buildPanel(const AssistRecord &record);
     void buildCloseButton(const AssistRecord &record);
     void finishPlacement();
+    AssistPlace::Surroundings surroundings() const;
     void followWindow();
     void save();
     void savePending();
@@ -71,7 +74,8 @@ private:
     AssistTextEdit *m_textEdit = nullptr;
     QToolButton *m_closeButton = nullptr;
 
-    /// As it stands in the file.
+    /// As it stands in the file, or where the screen had room when it was opened: no
+    /// change to save.
     QRect m_savedGeometry;
     /// Where the window was when this one was last put beside it.
     QPoint m_windowPosition;

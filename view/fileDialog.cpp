@@ -2,6 +2,7 @@
 
 #include "settings/AppSettings.h"
 #include "settings/ApplicationDirectory.h"
+#include "settings/ShownFont.h"
 #include "view/LogChooserFile.h"
 #include "view/LogPreview.h"
 
@@ -183,7 +184,7 @@ void fileDialog::setUpPreview()
             .arg(settings.forecolor.name(), settings.backcolor.name(), settings.hlforecolor.name(),
                  settings.hlbackcolor.name()));
     // A log looks as it does in the result view.
-    preview->setFont(settings.grepFont);
+    preview->setFont(ShownFont::bounded(settings.grepFont));
 }
 
 void fileDialog::restoreGeometryFile()

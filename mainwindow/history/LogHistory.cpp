@@ -1,10 +1,12 @@
 #include "mainwindow/history/LogHistory.h"
 
+#include "mainwindow/history/FirstName.h"
 #include "mainwindow/history/ResultLogFile.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRandomGenerator>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -13,18 +15,6 @@ namespace {
 
 /// No search is so short that more of them end in one second.
 constexpr int kMostCopies = 99;
-
-enum class Claim { Taken, Exists, Failed };
-
-/// Makes the file, which must not be there yet.
-Claim claim(const QString &path)
-{
-    QFile file(path);
-    if (file.open(QIODevice::WriteOnly | QIODevice::NewOnly))
-        return Claim::Taken;
-    const QFileInfo info(path);
-    return info.exists() || info.isSymLink() ? Claim::Exists : Claim::Failed;
-}
 
 struct Listed {
     QString name;
@@ -36,19 +26,29 @@ bool isNewer(const Listed &a, const Listed &b)
     return a.changed != b.changed ? a.changed > b.changed : a.name > b.name;
 }
 
-/// The name that a save claims, empty until its log is whole, and the file that the
-/// log is written to until then. One that nobody writes any more is like any other.
-bool isBeingSaved(const QFileInfo &file, const QDateTime &now)
+/// What a log is written to until it is whole: a name that no log has, and that
+/// nobody else makes.
+QString temporaryName(const QString &name)
 {
-    constexpr qint64 kLongestPauseSeconds = 10;
-    static const QRegularExpression names(
-        QStringLiteral("^\\d{8}-\\d{6}(_\\d\\d)?\\.log(\\.[A-Za-z]{6})?$"));
-    const QRegularExpressionMatch match = names.match(file.fileName());
-    const bool isTemporary = !match.captured(2).isEmpty();
-    return match.hasMatch() && (isTemporary || file.size() == 0)
-        && qAbs(file.lastModified().secsTo(now)) < kLongestPauseSeconds;
+    return name + QStringLiteral(".saving-%1").arg(QRandomGenerator::system()->generate64(), 0, 16);
 }
 
+/// Also one that is itself replaced in two steps.
+bool isTemporary(const QString &name)
+{
+    static const QRegularExpression names(
+        QStringLiteral("^\\d{8}-\\d{6}\\.log\\.saving-[0-9a-f]+(\\.[A-Za-z]{6})?$"));
+    return names.match(name).hasMatch();
+}
+
+/// No save takes that long; whoever began it has ended without it.
+bool isLeftOver(const QFileInfo &temporary, const QDateTime &now)
+{
+    constexpr qint64 kLongestSaveSeconds = 3600;
+    return qAbs(temporary.lastModified().secsTo(now)) > kLongestSaveSeconds;
+}
+
+/// The logs; what saves have left behind is deleted.
 QVector<Listed> newestFirst(const QString &folder)
 {
     QVector<Listed> files;
@@ -57,8 +57,11 @@ QVector<Listed> newestFirst(const QString &folder)
     files.reserve(infos.size());
     const QDateTime now = QDateTime::currentDateTime();
     for (const QFileInfo &info : infos) {
-        if (!isBeingSaved(info, now))
-            files.append({info.fileName(), info.lastModified().toMSecsSinceEpoch()});
+        const QString name = info.fileName();
+        if (!isTemporary(name))
+            files.append({name, info.lastModified().toMSecsSinceEpoch()});
+        else if (isLeftOver(info, now))
+            QFile::remove(folder + name);
     }
     std::sort(files.begin(), files.end(), isNewer);
     return files;
@@ -83,17 +86,18 @@ QString LogHistory::save(const QDateTime &time, const ResultLog &log) const
 {
     if (!QDir().mkpath(m_folder))
         return QString();
-    for (int copy = 1; copy <= kMostCopies; ++copy) {
-        QString path = m_folder + fileName(time, copy);
-        const Claim claimed = claim(path);
-        if (claimed == Claim::Exists)
-            continue;
-        if (claimed == Claim::Taken && ResultLogFile::write(path, log))
-            return path;
-        if (claimed == Claim::Taken)
-            QFile::remove(path);
-        break;
+    const QString temporary = m_folder + temporaryName(fileName(time));
+    if (ResultLogFile::write(temporary, log)) {
+        for (int copy = 1; copy <= kMostCopies; ++copy) {
+            QString path = m_folder + fileName(time, copy);
+            const FirstName::Result result = FirstName::give(temporary, path);
+            if (result == FirstName::Result::Given)
+                return path;
+            if (result == FirstName::Result::Failed)
+                break;
+        }
     }
+    QFile::remove(temporary);
     return QString();
 }
 

@@ -10,8 +10,9 @@
 /// through. The log of one search is one file, named by the moment of the
 /// search; 0 is the newest. Belongs to one thread.
 ///
-/// Whatever plain files lie in the folder count as logs, but for those that a save
-/// is just writing. Another instance may add and delete logs at any time: the list
+/// Whatever plain files lie in the folder count as logs, but for the temporary ones
+/// ("yyyyMMdd-hhmmss.log.saving-" and a number) that logs are written to before they
+/// are whole and get their names. Another instance may add and delete logs at any time: the list
 /// is as rebuild() found it.
 class LogHistory {
 public:
@@ -39,9 +40,8 @@ public:
     /// Lists the folder's files anew, those changed last first (of the same
     /// time, the greater name first), deletes every one from index limit on,
     /// whether the deletion succeeds or not, and sets the position to 0. A limit of 0 or less
-    /// deletes all. A folder that cannot be read is an empty one. A file named as those that
-    /// a save makes before its log is whole is passed over as long as it was changed within
-    /// the last ten seconds: listed it would push a log out, deleted it would lose a search.
+    /// deletes all. A folder that cannot be read is an empty one. A temporary file of a
+    /// save is passed over; one that was not changed for an hour is deleted.
     void rebuild(int limit);
 
     const QVector<Entry> &entries() const { return m_entries; }

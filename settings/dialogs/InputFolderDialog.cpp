@@ -2,6 +2,7 @@
 
 #include "settings/AppSettings.h"
 #include "settings/KeywordHistory.h"
+#include "settings/ShownFont.h"
 #include "settings/dialogs/AssistWindow.h"
 #include "settings/dialogs/InputHistory.h"
 #include "settings/dialogs/InputTableModel.h"
@@ -36,11 +37,12 @@ InputFolderDialog::InputFolderDialog(const QString &text, const QString &title,
     , m_directory(directory)
     , m_helpName(title)
     , m_file(directory, purpose)
+    , m_keywordMode(purpose == kKeywordPurpose)
 {
     m_ui->setupUi(this);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     setWindowTitle(title);
-    loadHistory(purpose);
+    loadHistory();
     setUpTable();
     applyFont();
     applySize();
@@ -55,11 +57,11 @@ InputFolderDialog::~InputFolderDialog()
     delete m_help.data();
 }
 
-void InputFolderDialog::loadHistory(const QString &purpose)
+void InputFolderDialog::loadHistory()
 {
     m_content = m_file.read();
     m_ui->chkCursorLast->setChecked(m_content.cursorLast);
-    if (purpose != kKeywordPurpose)
+    if (!m_keywordMode)
         m_content.history.removeDuplicates();
     else if (const auto &keywords = AppSettings::instance().keywordHistory)
         m_content.history = keywords->keywords();
@@ -77,7 +79,8 @@ void InputFolderDialog::setUpTable()
 
 void InputFolderDialog::applyFont()
 {
-    const QFont font = m_content.font.value_or(AppSettings::instance().inputFont);
+    const QFont font =
+        ShownFont::bounded(m_content.font.value_or(AppSettings::instance().inputFont));
     setFont(font);
     m_ui->lineEdit->setFont(font);
     m_ui->tableView->setFont(font);

@@ -64,7 +64,7 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void loadHistory(const QString &purpose);
+    void loadHistory();
     void setUpTable();
     void applyFont();
     void applySize();
@@ -86,6 +86,8 @@ private:
     QString m_helpName;
     InputHistoryFile m_file;
     InputHistoryFile::Content m_content;
+    /// The history is that of the keywords, see kKeywordPurpose.
+    const bool m_keywordMode;
     bool m_cursorPlaced = false;
     bool m_navigationStarted = false;
     bool m_keepOutOfHistory = false;

@@ -1,6 +1,7 @@
 #include "settings/dialogs/InputHistoryFile.h"
 
 #include "settings/IniFile.h"
+#include "settings/ShownFont.h"
 
 namespace {
 
@@ -21,11 +22,10 @@ QString key(const char *name)
 QFont fontOf(const IniDocument &file, const QString &family)
 {
     constexpr int kPointSize = 12;
-    // A font much larger than a screen takes minutes and gigabytes to draw.
-    constexpr int kLargestPointSize = 200;
     QFont font(family);
     const int pointSize = file.value(key(kFontPointSize), kPointSize).toInt();
-    font.setPointSize(pointSize > 0 && pointSize <= kLargestPointSize ? pointSize : kPointSize);
+    font.setPointSize(pointSize > 0 && pointSize <= ShownFont::kLargestPointSize ? pointSize
+                                                                                 : kPointSize);
     font.setWeight(file.value(key(kFontBold), false).toBool() ? QFont::Bold : QFont::Normal);
     return font;
 }

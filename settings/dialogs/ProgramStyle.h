@@ -3,6 +3,8 @@
 #include <QtGlobal>
 
 QT_BEGIN_NAMESPACE
+class QColor;
+class QPalette;
 class QStyle;
 QT_END_NAMESPACE
 
@@ -10,7 +12,11 @@ QT_END_NAMESPACE
 namespace ProgramStyle {
 
 /// Fusion, but without the light shadow below disabled texts, which on a dark
-/// ground is brighter than the texts. The caller owns it.
+/// ground is brighter than the texts, and with check boxes that are seen there while
+/// they are not checked. The caller owns it.
 QStyle *create();
+
+/// What is drawn around the box of a check box.
+QColor boxOutline(const QPalette &palette);
 
 } // namespace ProgramStyle

@@ -2,6 +2,7 @@
 
 #include "settings/AppSettings.h"
 #include "settings/HistoryList.h"
+#include "settings/ShownFont.h"
 #include "settings/dialogs/ClickThrough.h"
 #include "ui_findDialog.h"
 
@@ -55,8 +56,9 @@ void findDialog::setUpKeyword()
     new ClickThrough(completer);
     field->selectAll();
     // The box as well, so that it is high enough for its field.
-    combo->setFont(settings.inputFont);
-    field->setFont(settings.inputFont);
+    const QFont font = ShownFont::bounded(settings.inputFont);
+    combo->setFont(font);
+    field->setFont(font);
     keepTypedCase();
     // While completions are shown, Return closes them and goes no further. Without
     // them it comes twice: the box gives its field every key that the field left.

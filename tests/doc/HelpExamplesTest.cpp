@@ -1,12 +1,14 @@
 #include "tests/doc/Page.h"
 #include "tests/support/ScratchFolder.h"
 
+#include "cli/ManPage.h"
 #include "cli/OptionParser.h"
 #include "engine/ListFile.h"
 #include "settings/ParameterFile.h"
 #include "view/EditorCommand.h"
 #include "view/LanguageDefinition.h"
 
+#include <QDir>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QStandardPaths>
@@ -53,6 +55,7 @@ private slots:
     void everyTemplateOfAnEditorNamesTheFileAndTheLine();
     void theExampleOfThePlaceholdersIsWhatTheyBecome();
     void everyCommandOfTheConsoleIsTaken();
+    void theManualPageIsReadAndCopied();
 };
 
 void HelpExamplesTest::theParameterFileIsRead()
@@ -165,6 +168,30 @@ void HelpExamplesTest::everyCommandOfTheConsoleIsTaken()
         ++commands;
     }
     QVERIFY(commands >= 5);
+}
+
+void HelpExamplesTest::theManualPageIsReadAndCopied()
+{
+    const QString bash = QStandardPaths::findExecutable(QStringLiteral("bash"));
+    if (bash.isEmpty()
+        || QProcess::execute(bash, {text("-c"), text("man -ww man >/dev/null")}) != 0)
+        QSKIP("there is no manual here");
+    const ScratchFolder folder;
+    const QString page = text("share/man/man1/sarvik-cli.1");
+    folder.write(page, ManPage::text(text("1.0")).toUtf8());
+    const QString commands = examples("console").value(1);
+    QCOMPARE(commands.count(QLatin1String("\ncp ")), 1);
+    QProcess shell;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(text("HOME"), folder.filePath(text("home")));
+    shell.setProcessEnvironment(environment);
+    shell.setWorkingDirectory(folder.path());
+    QVERIFY(QDir(folder.path()).mkpath(text("home/.local/share")));
+    shell.start(bash, {text("-ec"), commands});
+    QVERIFY(shell.waitForFinished());
+    QVERIFY2(shell.exitCode() == 0, shell.readAllStandardError());
+    QVERIFY(shell.readAllStandardOutput().contains("sarvik-cli"));
+    QCOMPARE(folder.read(text("home/.local/") + page), folder.read(page));
 }
 
 QTEST_GUILESS_MAIN(HelpExamplesTest)

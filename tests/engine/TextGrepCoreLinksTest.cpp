@@ -6,6 +6,7 @@
 #include "tests/engine_support/UnidentifiedLister.h"
 #include "tests/support/ScratchFolder.h"
 
+#include <QSettings>
 #include <QTest>
 
 #include <sys/stat.h>
@@ -39,6 +40,7 @@ private slots:
     void theSameTopFolderTwiceIsSearchedOnce();
     void specialFilesAreNeverOpened();
     void aFifoInAListFileHangsNothing();
+    void anEntryOfAListFileWithANulNamesNothing();
 };
 
 void TextGrepCoreLinksTest::aLinkToAFileIsAFile()
@@ -153,6 +155,32 @@ void TextGrepCoreLinksTest::specialFilesAreNeverOpened()
     QVERIFY(run.run(condition));
     QCOMPARE(run.searched, 2);
     QVERIFY(run.filesWithoutHits.isEmpty());
+}
+
+void TextGrepCoreLinksTest::anEntryOfAListFileWithANulNamesNothing()
+{
+    const ScratchFolder tree;
+    for (const char *name : {"a.txt", "b.txt", "c.txt", "folder/d.txt"})
+        tree.write(QString::fromLatin1(name), "key\n");
+    const QString list = tree.filePath(QStringLiteral("list.ini"));
+    QSettings file(list, QSettings::IniFormat);
+    const QChar nul(0);
+    file.setValue(QStringLiteral("files"),
+                  QStringList{tree.filePath(QStringLiteral("a.txt")) + nul,
+                              tree.filePath(QStringLiteral("folder")) + nul + QLatin1Char('/'),
+                              tree.filePath(QStringLiteral("b.txt")),
+                              tree.filePath(QStringLiteral("c.txt"))});
+    file.sync();
+    SearchCondition condition;
+    condition.pathlist = QStringList{QLatin1Char('@') + list};
+    condition.mask = QStringLiteral("*.*");
+    condition.keyword1 = QStringLiteral("key");
+    condition.subdir = true;
+    EngineRun run;
+    QVERIFY(run.run(condition));
+    QCOMPARE(run.pathsWithHits(),
+             (QStringList{tree.filePath(QStringLiteral("b.txt")),
+                          tree.filePath(QStringLiteral("c.txt"))}));
 }
 
 void TextGrepCoreLinksTest::aFifoInAListFileHangsNothing()

@@ -5,6 +5,7 @@
 #include "settings/AppSettings.h"
 #include "settings/ApplicationPalette.h"
 #include "settings/dialogs/OptionColours.h"
+#include "settings/dialogs/ProgramStyle.h"
 #include "tests/support/ScratchFolder.h"
 #include "view/HighlightColour.h"
 #include "view/TextMarks.h"
@@ -122,6 +123,9 @@ void addPalettePairs(QMap<QString, Pair> &pairs, Palette palette)
     add("disabled field", roles(palette, P::Text, P::Base, P::Disabled));
     add("disabled button", roles(palette, P::ButtonText, P::Button, P::Disabled));
     add("disabled entry", roles(palette, P::Text, P::Window, P::Disabled));
+    const QColor outline = ProgramStyle::boxOutline(palette);
+    add("check box", {outline, palette.color(P::Window), ColourContrast::kSign});
+    add("check box, inside", {outline, palette.color(P::Base), ColourContrast::kSign});
 }
 
 /// What the widgets of the window make of the palette.

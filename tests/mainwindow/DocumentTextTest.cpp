@@ -1,5 +1,6 @@
 #include "mainwindow/DocumentText.h"
 
+#include <QTextCursor>
 #include <QTextDocument>
 #include <QTimer>
 #include <QtTest>
@@ -11,6 +12,8 @@ private slots:
     void everyCharacterStandsAsItIs_data();
     void everyCharacterStandsAsItIs();
     void eventsArriveInALongText();
+    void rowsAreThoseThatAreSeen_data();
+    void rowsAreThoseThatAreSeen();
 };
 
 void DocumentTextTest::everyCharacterStandsAsItIs_data()
@@ -40,6 +43,28 @@ void DocumentTextTest::eventsArriveInALongText()
     QTimer::singleShot(0, [&arrived] { arrived = true; });
     DocumentText::take(document);
     QVERIFY(arrived);
+}
+
+void DocumentTextTest::rowsAreThoseThatAreSeen_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("rows");
+    QTest::newRow("empty") << QString() << QString();
+    QTest::newRow("lines") << QStringLiteral("a\n\nb\n") << QStringLiteral("a\n\nb\n");
+    QTest::newRow("a line separator") << QStringLiteral("a\u2028b") << QStringLiteral("a\nb");
+    QTest::newRow("a no-break space") << QStringLiteral("a\u00A0b") << QStringLiteral("a\u00A0b");
+}
+
+void DocumentTextTest::rowsAreThoseThatAreSeen()
+{
+    QFETCH(const QString, text);
+    QFETCH(const QString, rows);
+    QTextDocument document;
+    document.setPlainText(text);
+    QCOMPARE(DocumentText::rows(document), rows);
+    QTextCursor selection(&document);
+    selection.select(QTextCursor::Document);
+    QCOMPARE(DocumentText::rows(selection), rows);
 }
 
 QTEST_MAIN(DocumentTextTest)

@@ -1,6 +1,7 @@
 #include "tests/mainwindow/WindowTest.h"
 
 #include "settings/AppSettings.h"
+#include "settings/ShownFont.h"
 #include "settings/dialogs/InputHistoryFile.h"
 #include "tests/support/TestLength.h"
 
@@ -26,6 +27,7 @@ private slots:
 
     void theWindowWorksAmongAnyFiles_data();
     void theWindowWorksAmongAnyFiles();
+    void aFontLargerThanAWallIsShownSmallerAndKept();
     void anyListFileIsSearchedThrough_data();
     void anyListFileIsSearchedThrough();
     void anyHistoryOfPathsIsRead_data();
@@ -84,6 +86,10 @@ const QByteArrayList kPieces = {"[General]\n",
                                 "\xe6\x97\xa5",
                                 "\xff",
                                 QByteArray(1, '\0')};
+
+const QByteArray kWallFonts = "[font]\ninp_pointSize=3000\ngrep_pointSize=3000\n"
+                              "text_pointSize=3000\nassit_pointSize=3000\n"
+                              "family=x\npointSize=3000\n";
 
 QByteArray noise(std::mt19937 *random, int size)
 {
@@ -182,6 +188,7 @@ void GarbageWindowTest::pageThroughLogs()
 void GarbageWindowTest::theWindowWorksAmongAnyFiles_data()
 {
     addContents(1 << 18);
+    QTest::newRow("fonts larger than a wall") << kWallFonts;
 }
 
 void GarbageWindowTest::theWindowWorksAmongAnyFiles()
@@ -219,6 +226,21 @@ void GarbageWindowTest::theWindowWorksAmongAnyFiles()
     m_fixture->open();
     QVERIFY(m_fixture->search(m_tree, QStringLiteral("*.txt"), QStringLiteral("apple")));
     QVERIFY(m_fixture->resultText().contains(QStringLiteral("該当行数 1")));
+}
+
+void GarbageWindowTest::aFontLargerThanAWallIsShownSmallerAndKept()
+{
+    openAmong(kWallFonts);
+    for (const QWidget *widget :
+         {static_cast<QWidget *>(m_fixture->keyword1()), static_cast<QWidget *>(m_fixture->mask()),
+          static_cast<QWidget *>(m_fixture->pathEdit()),
+          static_cast<QWidget *>(m_fixture->resultView()),
+          static_cast<QWidget *>(m_fixture->preview())})
+        QCOMPARE(widget->font().pointSize(), ShownFont::kLargestPointSize);
+    m_fixture->close();
+    const QByteArray saved = WindowFixture::readApplicationFile(QStringLiteral("sarvik.ini"));
+    for (const char *key : {"inp_pointSize", "grep_pointSize", "text_pointSize"})
+        QVERIFY2(saved.contains(key + QByteArray("=3000\r\n")), key);
 }
 
 void GarbageWindowTest::anyListFileIsSearchedThrough_data()

@@ -176,7 +176,8 @@ void MainWindowHistoryTest::backBringsTheOlderSearchBack()
     AppSettings::instance().word = true;
     QVERIFY(search(text("one")));
     const QString older = m_fixture->resultView()->toPlainText();
-    QVERIFY(!back()->isEnabled());
+    // There is nothing older, but a list to open.
+    QVERIFY(back()->isEnabled() && !forward()->isEnabled());
     AppSettings::instance().word = false;
     QVERIFY(search(text("two")));
     QVERIFY(back()->isEnabled() && !forward()->isEnabled());

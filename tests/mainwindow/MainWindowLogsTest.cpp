@@ -46,6 +46,9 @@ private slots:
 
     void whatALogDoesNotTellStaysInTheForm_data();
     void whatALogDoesNotTellStaysInTheForm();
+    void anotherLogStartsThePickingAgain();
+    void theWindowIsNamedAfterTheLogThatIsShown();
+    void theLogOfTheStartNamesNothing();
     void aBinaryFileIsSurvived();
     void aLongLabelIsCut_data();
     void aLongLabelIsCut();
@@ -119,6 +122,52 @@ void MainWindowLogsTest::whatALogDoesNotTellStaysInTheForm()
     QCOMPARE(m_fixture->keyword3()->currentText(), text("third"));
     QVERIFY(m_fixture->child<QCheckBox>("subdirCheck")->isChecked());
     QVERIFY(m_fixture->prompt.messages.isEmpty());
+}
+
+void MainWindowLogsTest::anotherLogStartsThePickingAgain()
+{
+    writeLog(text("one.log"), headerOf(text("k")) + "first second third\n");
+    writeLog(text("other.log"), headerOf(text("k")) + "fourth fifth sixth\n");
+    GrepEditor *view = m_fixture->resultView();
+    QVERIFY(m_fixture->chooseLog(text("one.log")));
+    QTest::keyClick(view, Qt::Key_F5);
+    QTest::keyClick(view, Qt::Key_F5);
+    QCOMPARE(view->pickedWord(), text("first second"));
+    // The cursor stays at the first character.
+    QVERIFY(m_fixture->chooseLog(text("other.log")));
+    QTest::keyClick(view, Qt::Key_F5);
+    QCOMPARE(view->pickedWord(), text("fourth"));
+void MainWindowLogsTest::theWindowIsNamedAfterTheLogThatIsShown()
+{
+    writeLog(text("old.log"), headerOf(text("old")));
+    QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.txt"), text("one")));
+    const auto title = [this] {
+        return m_fixture->window().windowTitle();
+    };
+    QCOMPARE(title(), text("one -- sarvik"));
+    QCOMPARE(m_fixture->statusText(), text("セーブしました"));
+    m_fixture->window().arrowBack();
+    QCOMPARE(title(), text("old -- sarvik"));
+    // It told of the search that is not shown any more.
+    QCOMPARE(m_fixture->statusText(), QString());
+    m_fixture->window().arrowForward();
+    QCOMPARE(title(), text("one -- sarvik"));
+    m_fixture->child<QToolButton>("arrowBackBtn")->menu()->actions().at(1)->trigger();
+    QCOMPARE(title(), text("old -- sarvik"));
+    writeLog(text("chosen.log"), headerOf(text("chosen")));
+    QVERIFY(m_fixture->chooseLog(text("chosen.log")));
+    QCOMPARE(title(), text("chosen -- sarvik"));
+    QVERIFY(m_fixture->chooseLog(text("old.log"), WindowFixture::LogChoice::AcceptWhatIsGone));
+    QCOMPARE(title(), text("chosen -- sarvik"));
+}
+
+void MainWindowLogsTest::theLogOfTheStartNamesNothing()
+{
+    QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.txt"), text("one")));
+    m_fixture->close();
+    m_fixture->open();
+    QCOMPARE(m_fixture->keyword1()->currentText(), text("one"));
+    QCOMPARE(m_fixture->window().windowTitle(), text("sarvik64"));
 }
 
 void MainWindowLogsTest::aBinaryFileIsSurvived()

@@ -34,6 +34,7 @@ private slots:
     void aHitWithoutNumbersIsShownAsFarAsItGoes_data();
     void aHitWithoutNumbersIsShownAsFarAsItGoes();
     void theHitIsVisibleAndNothingScrollsInVain();
+    void aSearchLeavesTheFileThatIsShown();
 
     void aBackupThatCannotBeMadeIsTold();
     void aFileThatCannotBeWrittenIsTold();
@@ -199,6 +200,20 @@ void MainWindowPreviewStepsTest::editAndSave(Step failing)
     preview()->setFocus();
     SaveSteps::setObserver([failing](Step step) { return step != failing; });
     QTest::keyClick(preview(), Qt::Key_S, Qt::ControlModifier);
+}
+
+void MainWindowPreviewStepsTest::aSearchLeavesTheFileThatIsShown()
+{
+    // Nothing was shown before the first one.
+    QCOMPARE(preview()->toPlainText(), QString());
+    select(text("three apple"));
+    const QString shown = preview()->toPlainText();
+    QVERIFY(shown.contains(text("two pears")));
+    QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.txt"), text("tree")));
+    QVERIFY(results()->textCursor().block().text().startsWith(text("::")));
+    QCOMPARE(preview()->toPlainText(), shown);
+    QTest::keyClick(results(), Qt::Key_Down);
+    QCOMPARE(preview()->toPlainText(), text("an apple tree\n"));
 }
 
 void MainWindowPreviewStepsTest::aBackupThatCannotBeMadeIsTold()

@@ -48,6 +48,7 @@ private slots:
     void theCodeSetIsDetected_data();
     void theCodeSetIsDetected();
     void bothViewsKnowThePlace();
+    void anotherFileStartsThePickingAgain();
 
     void aModifiedFileIsOfferedForSaving_data();
     void aModifiedFileIsOfferedForSaving();
@@ -195,6 +196,20 @@ void MainWindowPreviewTest::aLineCountIsNotPreviewed()
     QVERIFY(m_fixture->waitUntilIdle());
     select(text("a.txt"));
     QCOMPARE(previewText(), QString());
+}
+
+void MainWindowPreviewTest::anotherFileStartsThePickingAgain()
+{
+    searchAndSelect(text("one apple"));
+    GrepEditor *preview = m_fixture->preview();
+    QTest::keyClick(preview, Qt::Key_F5);
+    QTest::keyClick(preview, Qt::Key_F5);
+    QCOMPARE(preview->pickedWord(), text("one apple"));
+    // The cursor stays at the first character.
+    select(text("the apple"));
+    QCOMPARE(preview->fileName(), file("b.txt"));
+    QTest::keyClick(preview, Qt::Key_F5);
+    QCOMPARE(preview->pickedWord(), text("the"));
 }
 
 void MainWindowPreviewTest::aLoadedLogIsPreviewed()

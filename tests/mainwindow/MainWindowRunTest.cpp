@@ -99,14 +99,15 @@ void MainWindowRunTest::aRequestThatCannotRunIsRefused_data()
     QTest::addColumn<QString>("mask");
     QTest::addColumn<QString>("keyword");
     QTest::addColumn<QString>("message");
+    QTest::addColumn<QString>("field");
     QTest::newRow("nothing") << QString() << QString() << QString()
-                             << text("キーワード１を指定してください");
+                             << text("キーワード１を指定してください") << text("keyword1Combo");
     QTest::newRow("no keyword") << text("/a/") << text("*.c") << QString()
-                                << text("キーワード１を指定してください");
+                                << text("キーワード１を指定してください") << text("keyword1Combo");
     QTest::newRow("no path") << QString() << QString() << text("k")
-                             << text("検索パスを指定してください");
+                             << text("検索パスを指定してください") << text("pathEdit");
     QTest::newRow("no mask") << text("/a/") << QString() << text("k")
-                             << text("マスクを指定してください");
+                             << text("マスクを指定してください") << text("maskCombo");
 }
 
 void MainWindowRunTest::aRequestThatCannotRunIsRefused()
@@ -115,8 +116,13 @@ void MainWindowRunTest::aRequestThatCannotRunIsRefused()
     QFETCH(QString, mask);
     QFETCH(QString, keyword);
     m_fixture->fill(path, mask, keyword);
+    m_fixture->searchButton()->setFocus();
     m_fixture->searchButton()->click();
     QTEST(m_fixture->statusText(), "message");
+    QTEST(m_fixture->window().focusWidget()->objectName(), "field");
+    QCOMPARE(m_fixture->pathEdit()->toPlainText(), path);
+    QCOMPARE(m_fixture->mask()->currentText(), mask);
+    QCOMPARE(m_fixture->keyword1()->currentText(), keyword);
     QVERIFY(!m_fixture->isRunning());
     QCOMPARE(m_fixture->window().windowTitle(), text("sarvik64"));
     QVERIFY(!QFile::exists(WindowFixture::applicationFile(text("sarvikpara.ini"))));

@@ -1,5 +1,6 @@
 #include "mainwindow/PathDrops.h"
 
+#include "mainwindow/PathEdit.h"
 #include "tests/mainwindow/WindowTest.h"
 
 #include <QApplication>
@@ -20,6 +21,7 @@ private slots:
     void aFolderThatIsDroppedAnywhereIsASearchPath();
     void ofAFileItIsTheFolder();
     void aListedFolderIsNotAddedAgain();
+    void aFolderWithANoBreakSpaceIsListedOnce();
     void whoDragsIsToldThatItIsACopy();
     void anEditablePreviewTakesNoAddress();
     void aTextIsForTheFieldUnderTheMouse();
@@ -113,6 +115,16 @@ void PathDropsTest::aListedFolderIsNotAddedAgain()
     drop(widget(QStringLiteral("window")), data);
     drop(widget(QStringLiteral("window")), data);
     QCOMPARE(m_fixture->pathEdit()->toPlainText(), m_folder);
+}
+
+void PathDropsTest::aFolderWithANoBreakSpaceIsListedOnce()
+{
+    const QString folder = m_fixture->tree.makeFolder(QStringLiteral("a\u00A0b"));
+    QMimeData data;
+    setFile(data, folder);
+    for (int times = 0; times < 2; ++times)
+        QVERIFY(drop(widget(QStringLiteral("pathEdit")), data) != Qt::IgnoreAction);
+    QCOMPARE(m_fixture->child<PathEdit>("pathEdit")->text(), folder);
 }
 
 void PathDropsTest::whoDragsIsToldThatItIsACopy()

@@ -17,6 +17,8 @@ class PathEditTest : public QObject {
 
 private slots:
     void theLinesReplaceTheText();
+    void theTextIsLetterByLetter();
+    void whatIsCopiedIsLetterByLetter();
     void afterSettingLinesTheCursorIsAtTheStart();
     void aLineIsAddedAtTheEnd_data();
     void aLineIsAddedAtTheEnd();
@@ -67,6 +69,32 @@ void PathEditTest::theLinesReplaceTheText()
     QCOMPARE(edit.toPlainText(), QStringLiteral("/a/\n/b/"));
     edit.setLines({});
     QCOMPARE(edit.toPlainText(), QString());
+}
+
+void PathEditTest::theTextIsLetterByLetter()
+{
+    PathEdit edit;
+    QCOMPARE(edit.text(), QString());
+    const QString lines = QStringLiteral("/a\u00A0b/\n/c d/");
+    edit.setLines(lines.split(QLatin1Char('\n')));
+    QCOMPARE(edit.text(), lines);
+    // A row is a line, however it came to be one.
+    edit.insertPlainText(QStringLiteral("/e/\u2028"));
+    QCOMPARE(edit.text(), QStringLiteral("/e/\n") + lines);
+}
+
+void PathEditTest::whatIsCopiedIsLetterByLetter()
+{
+    PathEdit edit;
+    const QString lines = QStringLiteral("/a\u00A0b/\n/c d/");
+    edit.setPlainText(lines);
+    edit.selectAll();
+    edit.copy();
+    QCOMPARE(QApplication::clipboard()->text(), lines);
+    edit.cut();
+    QCOMPARE(edit.text(), QString());
+    edit.paste();
+    QCOMPARE(edit.text(), lines);
 }
 
 void PathEditTest::afterSettingLinesTheCursorIsAtTheStart()

@@ -4,6 +4,8 @@
 #include <QProgressBar>
 #include <QtTest>
 
+#include <algorithm>
+
 class ProgressPanelTest : public QObject {
     Q_OBJECT
 
@@ -22,6 +24,8 @@ private slots:
     void aQueueIsShownWithItsLength();
     void aRangeGrowsOnlyFarBeyondIt_data();
     void aRangeGrowsOnlyFarBeyondIt();
+    void aLengthBeyondTheRangeFillsTheBar_data() { aRangeGrowsOnlyFarBeyondIt_data(); }
+    void aLengthBeyondTheRangeFillsTheBar();
     void theTwoQueuesAreTwoBars();
     void theSpoolIsShownOfItsPeak();
     void thePeakIsTheRangeAlsoWhenItIsSmaller();
@@ -178,9 +182,21 @@ void ProgressPanelTest::aRangeGrowsOnlyFarBeyondIt()
         (panel.*show)(step.length);
         QCOMPARE(shown->minimum(), 0);
         QCOMPARE(shown->maximum(), step.maximum);
-        if (step.length <= step.maximum)
-            QCOMPARE(shown->value(), step.length);
+        QCOMPARE(shown->value(), std::min(step.length, step.maximum));
     }
+}
+
+void ProgressPanelTest::aLengthBeyondTheRangeFillsTheBar()
+{
+    QFETCH(ShowQueue, show);
+    QFETCH(QString, name);
+    ProgressPanel panel;
+    const auto *shown = panel.findChild<QProgressBar *>(name);
+    QCOMPARE(shown->maximum(), 100);
+    (panel.*show)(50);
+    QCOMPARE(shown->value(), 50);
+    (panel.*show)(150);
+    QCOMPARE(shown->value(), 100);
 }
 
 void ProgressPanelTest::theTwoQueuesAreTwoBars()

@@ -40,6 +40,7 @@ private slots:
     void theComboBoxesInsertNothingByThemselves();
     void theKeywordFieldIsTheSuitesLineEdit();
     void theInputFieldsStandInTheirOrder();
+    void aNarrowFormHasItsSwitchesInRows();
     void tabGoesThroughTheFormInAFixedCycle();
     void theToggleIconsAreTheirFiles_data();
     void theToggleIconsAreTheirFiles();
@@ -290,13 +291,39 @@ void SearchFormPartsTest::theInputFieldsStandInTheirOrder()
                           QStringLiteral("keyword3Combo")}));
 }
 
+/// As on a small screen on which everything is twice as large.
+void SearchFormPartsTest::aNarrowFormHasItsSwitchesInRows()
+{
+    const auto box = [this](const char *name) {
+        return m_form->findChild<QWidget *>(QLatin1String(name));
+    };
+    const auto top = [this, box](const char *name) {
+        return box(name)->mapTo(m_form.get(), QPoint()).y();
+    };
+    m_form->resize(1200, 400);
+    show();
+    QCOMPARE(top("skippedCheck"), top("subdirCheck"));
+    const int together = box("subdirCheck")->sizeHint().width()
+        + box("emptyFilesCheck")->sizeHint().width() + box("skippedCheck")->sizeHint().width();
+    m_form->resize(together, 400);
+    QCoreApplication::processEvents();
+    QCOMPARE(m_form->width(), together);
+    QVERIFY(top("skippedCheck") >= top("subdirCheck") + box("subdirCheck")->height());
+    for (const char *name : {"subdirCheck", "emptyFilesCheck", "skippedCheck"}) {
+        QVERIFY2(box(name)->width() >= box(name)->sizeHint().width(), name);
+        QVERIFY2(m_form->rect().contains(
+                     QRect(box(name)->mapTo(m_form.get(), QPoint()), box(name)->size())),
+                 name);
+    }
+}
+
 void SearchFormPartsTest::tabGoesThroughTheFormInAFixedCycle()
 {
-    const QStringList cycle{QStringLiteral("pathEdit"),      QStringLiteral("btnPlus"),
-                            QStringLiteral("maskCombo"),     QStringLiteral("keyword1Combo"),
-                            QStringLiteral("btnKeyword1"),   QStringLiteral("btnCase"),
-                            QStringLiteral("btnWord"),       QStringLiteral("btnRegexp"),
-                            QStringLiteral("btnKeyword2"),   QStringLiteral("pushButton"),
+    const QStringList cycle{QStringLiteral("pathEdit"),      QStringLiteral("maskCombo"),
+                            QStringLiteral("keyword1Combo"), QStringLiteral("btnKeyword1"),
+                            QStringLiteral("btnCase"),       QStringLiteral("btnWord"),
+                            QStringLiteral("btnRegexp"),     QStringLiteral("btnKeyword2"),
+                            QStringLiteral("pushButton"),    QStringLiteral("btnPlus"),
                             QStringLiteral("extraGroup"),    QStringLiteral("useKeyword2"),
                             QStringLiteral("keyword2Combo"), QStringLiteral("lineDistance"),
                             QStringLiteral("keyword3Group"), QStringLiteral("keyword3Combo"),

@@ -36,6 +36,8 @@ private slots:
     void aWindowInACornerOfTheScreenStaysThere();
     void aWindowThatIsCutBelowIsMovedUp();
     void aWindowThatIsTooHighLeavesRoomForItsTitle();
+    void aWindowThatCannotBeSmallEnoughKeepsItsTitle_data();
+    void aWindowThatCannotBeSmallEnoughKeepsItsTitle();
     void withoutASplitterStateTheViewsShareByTheirSizes();
     void aStoredSplitterStateGoesBeforeTheSizes();
     void aToolBarThatWasMovedIsBackThere();
@@ -285,6 +287,30 @@ void WindowLayoutTest::aWindowThatIsTooHighLeavesRoomForItsTitle()
     QVERIFY(window.window.height() < screen.height());
     QVERIFY(window.window.height() > screen.height() - 100);
     QCOMPARE(window.window.pos(), screen.topLeft());
+}
+
+void WindowLayoutTest::aWindowThatCannotBeSmallEnoughKeepsItsTitle_data()
+{
+    QTest::addColumn<QSize>("beyond");
+    QTest::newRow("too wide") << QSize(50, -200);
+    QTest::newRow("too high") << QSize(-200, 50);
+    QTest::newRow("both") << QSize(50, 50);
+}
+
+void WindowLayoutTest::aWindowThatCannotBeSmallEnoughKeepsItsTitle()
+{
+    QFETCH(QSize, beyond);
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    AppSettings &settings = AppSettings::instance();
+    settings.size = screen.size();
+    settings.pos = QPoint(100, 100);
+    Window window;
+    window.splitter->setMinimumSize(screen.size() + beyond);
+    WindowLayout::restore(window.parts());
+    window.show();
+    QVERIFY(window.window.width() > screen.width() || window.window.height() > screen.height());
+    // What most window managers put above a window has its room.
+    QCOMPARE(window.window.geometry().top(), screen.top() + 32);
 }
 
 void WindowLayoutTest::withoutASplitterStateTheViewsShareByTheirSizes()

@@ -97,12 +97,38 @@ class PackageTest(ProgramTestCase):
         # Nor does the list hold what nothing asks for.
         self.assertEqual(OF_A_DESKTOP - set(needs), set())
 
-    def test_the_first_words_come_along(self):
+    def test_what_the_first_words_name_is_there(self):
         for name in ("README.md", "README.ja.md"):
-            self.assertIn("sarvik", (self.folder / name).read_text(encoding="utf-8"))
-        picture = "doc/window.png"
-        self.assertIn(picture, (self.folder / "README.md").read_text(encoding="utf-8"))
-        self.assertTrue((self.folder / picture).is_file())
+            text = (self.folder / name).read_text(encoding="utf-8")
+            names = set(re.findall(r"\]\(([^)]+)\)", text)) \
+                | set(re.findall(r"(?:share|doc|scripts|docs|build)/[\w./-]+\w", text))
+            self.assertGreater(len(names), 4)
+            for missing in (path for path in names if not (self.folder / path).is_file()):
+                self.fail(f"{name} names {missing}")
+            programs = set(re.findall(r"\./([\w-]+)", text))
+            self.assertEqual(programs, {"sarvik", "sarvik-here", "sarvik-cli", "desktop-entry"})
+            for program in programs:
+                self.assertTrue(os.access(self.folder / program, os.X_OK), program)
+            self.assertIn("`licences`", text)
+
+    def test_the_first_words_for_windows_name_no_other_files(self):
+        archive = TOP / "doc" / "archive" / "windows"
+        for name in ("README.md", "README.ja.md"):
+            text = (archive / name).read_text(encoding="utf-8")
+            for path in re.findall(r"\]\(([^)]+)\)", text):
+                self.assertTrue((self.folder / path).is_file(), path)
+            self.assertEqual(set(re.findall(r"[\w-]+\.exe", text)),
+                             {"sarvik.exe", "sarvik-cli.exe"})
+            self.assertEqual(re.findall(r"\./|scripts/|build/", text), [])
+
+    def test_a_new_folder_begins_with_every_language(self):
+        (self.folder / "sarvik.ini").unlink()
+        self.program.start()
+        self.assertEqual(self.program.quit(), 0)
+        kept = (self.folder / "sarvik.ini").read_text(encoding="utf-8-sig")
+        shipped = (TOP / "list" / "langlist.ini").read_text(encoding="utf-8")
+        self.assertIn(shipped, kept)
+        self.assertEqual(kept.count("[langlist]"), 1)
 
     def test_a_new_folder_begins_with_an_editor(self):
         settings = self.folder / "sarvik.ini"

@@ -25,6 +25,7 @@ private slots:
 
 private:
     void meddle();
+    void changeSettings();
     void pause();
     void verifyWholeSearch(const QString &keyword);
     int number(int limit) { return static_cast<int>(m_random() % static_cast<unsigned>(limit)); }
@@ -85,12 +86,25 @@ void WindowStressTest::meddle()
         m_fixture.searchButton()->click();
         break;
     case 2:
-        AppSettings::instance().pathhistory.append(m_fixture.tree.path());
+        changeSettings();
         m_fixture.resultView()->moveCursor(QTextCursor::Down);
         break;
     default:
         invoke(window, actions[number(5)]);
     }
+}
+
+/// What a search reads, to values with which it finds the same.
+void WindowStressTest::changeSettings()
+{
+    AppSettings &settings = AppSettings::instance();
+    settings.pathhistory.append(m_fixture.tree.path());
+    settings.bigsize = 1 + number(9);
+    settings.codechksize = 1024 * (1 + number(9));
+    settings.newfileDetectsize = 512 * (1 + number(9));
+    settings.tabcolm = 1 + number(9);
+    settings.excusionfile = QStringList{QStringLiteral("%1.none").arg(number(1000))};
+    settings.excusiondir = QStringList{QStringLiteral("none%1").arg(number(1000))};
 }
 
 void WindowStressTest::verifyWholeSearch(const QString &keyword)

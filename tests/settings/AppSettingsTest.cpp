@@ -41,7 +41,8 @@ private slots:
     void theLanguagesAreReadInTheOrderOfTheirKeys();
     void withoutSettingsTheShippedLanguagesCount_data();
     void withoutSettingsTheShippedLanguagesCount();
-    void ownLanguagesReplaceTheShippedOnesWhole();
+    void ownLanguagesComeBeforeTheShippedOnes();
+    void aSaveLeavesTheOwnLanguagesAsTheyStand();
     void shippedLanguagesAreNotSaved();
     void loadingTwiceDoublesNothing();
     void aLoadReplacesWhatAnEarlierOneRead();
@@ -426,12 +427,33 @@ void AppSettingsTest::withoutSettingsTheShippedLanguagesCount()
              QStringList({QStringLiteral("c/h"), QStringLiteral("sh")}));
 }
 
-void AppSettingsTest::ownLanguagesReplaceTheShippedOnesWhole()
+void AppSettingsTest::ownLanguagesComeBeforeTheShippedOnes()
+{
+    m_folder->write(QStringLiteral("list/langlist.ini"),
+                    "[langlist]\nshell=sh\ncpp=c/h\nawk=awk\n");
+    load("[langlist]\nzz=h\nshell=\n");
+    QCOMPARE(m_settings->langlist,
+             QStringList({QStringLiteral("shell"), QStringLiteral("zz"), QStringLiteral("awk"),
+                          QStringLiteral("cpp")}));
+    QCOMPARE(m_settings->langlistValues,
+             QStringList(
+                 {QString(), QStringLiteral("h"), QStringLiteral("awk"), QStringLiteral("c/h")}));
+}
+
+void AppSettingsTest::aSaveLeavesTheOwnLanguagesAsTheyStand()
 {
     m_folder->write(QStringLiteral("list/langlist.ini"), "[langlist]\nshell=sh\ncpp=c/h\n");
-    load("[langlist]\ncpp=cc\n");
-    QCOMPARE(m_settings->langlist, QStringList{QStringLiteral("cpp")});
-    QCOMPARE(m_settings->langlistValues, QStringList{QStringLiteral("cc")});
+    load("[langlist]\nshell=bash\n");
+    const QByteArray kept = saved();
+    QCOMPARE(kept.count("[langlist]"), 1);
+    QVERIFY2(kept.contains("shell=bash"), kept);
+    QVERIFY2(!kept.contains("cpp="), kept);
+    // What a newer version ships is there at once.
+    m_folder->write(QStringLiteral("list/langlist.ini"), "[langlist]\nshell=sh\nawk=awk\n");
+    m_settings->load(m_folder->path());
+    QCOMPARE(m_settings->langlist, QStringList({QStringLiteral("shell"), QStringLiteral("awk")}));
+    QCOMPARE(m_settings->langlistValues,
+             QStringList({QStringLiteral("bash"), QStringLiteral("awk")}));
 }
 
 void AppSettingsTest::shippedLanguagesAreNotSaved()

@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QTest>
+#include <QVector>
 
 #include <memory>
 
@@ -30,6 +31,15 @@ private slots:
     void aCopyThatFailsMovesNoGeneration();
     void aRotationCutShortLosesNothingTheNextTime_data();
     void aRotationCutShortLosesNothingTheNextTime();
+    void aMissingGenerationIsMovedOver_data();
+    void aMissingGenerationIsMovedOver();
+    void whatAKillLeftMissingIsFilled_data();
+    void whatAKillLeftMissingIsFilled();
+    void aGenerationThatCannotGoIsPassedOver_data();
+    void aGenerationThatCannotGoIsPassedOver();
+    void anOldestThatStaysHoldsUpNoLaterBackup();
+    void whenNothingCanGoTheCopyStays();
+    void aNewestThatStaysCostsNoFurtherGeneration();
     void aLeftoverCopyIsReplaced();
     void theBackupOfALinkIsACopyBesideTheLink();
 
@@ -156,7 +166,6 @@ void DailyBackupTest::aCopyThatFailsMovesNoGeneration_data()
     QTest::addColumn<int>("step");
     QTest::newRow("copy") << static_cast<int>(Step::CopyForBackup);
     QTest::newRow("date") << static_cast<int>(Step::DateBackup);
-    QTest::newRow("drop") << static_cast<int>(Step::DropOldestBackup);
 }
 
 void DailyBackupTest::aCopyThatFailsMovesNoGeneration()
@@ -189,6 +198,127 @@ void DailyBackupTest::aRotationCutShortLosesNothingTheNextTime()
     DailyBackup::makeDailyBackup(path(), m_today);
     QCOMPARE(content(QStringLiteral("a.ini.bak1")), QByteArray("new"));
     QCOMPARE(content(QStringLiteral("a.ini.bak2")), QByteArray("one"));
+    QCOMPARE(content(QStringLiteral("a.ini.bak3")), QByteArray("two"));
+}
+
+void DailyBackupTest::aMissingGenerationIsMovedOver_data()
+{
+    QTest::addColumn<int>("missing");
+    QTest::addColumn<QByteArray>("second");
+    QTest::addColumn<QByteArray>("third");
+    QTest::newRow("newest") << 1 << QByteArray("(none)") << QByteArray("two");
+    QTest::newRow("second") << 2 << QByteArray("one") << QByteArray("(none)");
+    QTest::newRow("third") << 3 << QByteArray("one") << QByteArray("two");
+}
+
+void DailyBackupTest::aMissingGenerationIsMovedOver()
+{
+    QFETCH(int, missing);
+    writeFourVersions();
+    m_folder->remove(QStringLiteral("a.ini.bak%1").arg(missing));
+    DailyBackup::makeDailyBackup(path(), m_today);
+    QCOMPARE(content(QStringLiteral("a.ini.bak1")), QByteArray("new"));
+    QTEST(content(QStringLiteral("a.ini.bak2")), "second");
+    QTEST(content(QStringLiteral("a.ini.bak3")), "third");
+}
+
+void DailyBackupTest::whatAKillLeftMissingIsFilled_data()
+{
+    QTest::addColumn<int>("missing");
+    QTest::addColumn<QByteArray>("second");
+    QTest::addColumn<QByteArray>("third");
+    QTest::newRow("newest") << 1 << QByteArray("two") << QByteArray("three");
+    QTest::newRow("second") << 2 << QByteArray("one") << QByteArray("three");
+    QTest::newRow("third") << 3 << QByteArray("one") << QByteArray("two");
+    QTest::newRow("none") << 4 << QByteArray("one") << QByteArray("two");
+}
+
+void DailyBackupTest::whatAKillLeftMissingIsFilled()
+{
+    QFETCH(int, missing);
+    writeFourVersions();
+    QFile::remove(m_folder->filePath(QStringLiteral("a.ini.bak%1").arg(missing)));
+    m_folder->write(QStringLiteral("a.ini.bak.new"), "new");
+    DailyBackup::makeDailyBackup(path(), m_today);
+    QCOMPARE(content(QStringLiteral("a.ini.bak1")), QByteArray("new"));
+    QTEST(content(QStringLiteral("a.ini.bak2")), "second");
+    QTEST(content(QStringLiteral("a.ini.bak3")), "third");
+    QVERIFY(!m_folder->exists(QStringLiteral("a.ini.bak.new")));
+}
+
+void DailyBackupTest::aGenerationThatCannotGoIsPassedOver_data()
+{
+    QTest::addColumn<QVector<bool>>("steps");
+    QTest::addColumn<QByteArray>("second");
+    QTest::addColumn<QByteArray>("third");
+    // Of those that drop or move a generation, in their order: which succeed.
+    QTest::newRow("third is not removed")
+        << QVector<bool>{false, true, true, true} << QByteArray("one") << QByteArray("three");
+    QTest::newRow("second is not moved")
+        << QVector<bool>{true, false, true, true} << QByteArray("one") << QByteArray("(none)");
+    QTest::newRow("second is neither moved nor removed")
+        << QVector<bool>{true, false, false, true, true} << QByteArray("two") << QByteArray("one");
+    QTest::newRow("third is not removed, nor is the second")
+        << QVector<bool>{false, true, false, true, true, true} << QByteArray("two")
+        << QByteArray("three");
+}
+
+void DailyBackupTest::aGenerationThatCannotGoIsPassedOver()
+{
+    QFETCH(QVector<bool>, steps);
+    writeFourVersions();
+    SaveSteps::setObserver([&steps](Step step) {
+        const bool isShift = step == Step::DropOldestBackup || step == Step::ShiftBackup;
+        return !isShift || steps.isEmpty() || steps.takeFirst();
+    });
+    DailyBackup::makeDailyBackup(path(), m_today);
+    QCOMPARE(steps, QVector<bool>());
+    QCOMPARE(content(QStringLiteral("a.ini.bak1")), QByteArray("new"));
+    QTEST(content(QStringLiteral("a.ini.bak2")), "second");
+    QTEST(content(QStringLiteral("a.ini.bak3")), "third");
+    QVERIFY(!m_folder->exists(QStringLiteral("a.ini.bak.new")));
+}
+
+void DailyBackupTest::anOldestThatStaysHoldsUpNoLaterBackup()
+{
+    // A folder that is not empty is not removed as a file is.
+    m_folder->write(QStringLiteral("a.ini.bak3/kept"), "by somebody");
+    for (int day = 0; day < 4; ++day) {
+        FileTime::setDayOfChange(m_folder->write(QStringLiteral("a.ini"), QByteArray::number(day)),
+                                 m_today.addDays(day));
+        DailyBackup::makeDailyBackup(path(), m_today.addDays(day + 1));
+    }
+    QCOMPARE(content(QStringLiteral("a.ini.bak1")), QByteArray("3"));
+    QCOMPARE(content(QStringLiteral("a.ini.bak2")), QByteArray("2"));
+    QCOMPARE(content(QStringLiteral("a.ini.bak3/kept")), QByteArray("by somebody"));
+}
+
+void DailyBackupTest::whenNothingCanGoTheCopyStays()
+{
+    writeFourVersions();
+    SaveSteps::setObserver(
+        [](Step step) { return step != Step::DropOldestBackup && step != Step::ShiftBackup; });
+    DailyBackup::makeDailyBackup(path(), m_today);
+    QCOMPARE(content(QStringLiteral("a.ini.bak.new")), QByteArray("new"));
+    QCOMPARE(content(QStringLiteral("a.ini.bak1")), QByteArray("one"));
+    QCOMPARE(content(QStringLiteral("a.ini.bak2")), QByteArray("two"));
+    QCOMPARE(content(QStringLiteral("a.ini.bak3")), QByteArray("three"));
+}
+
+void DailyBackupTest::aNewestThatStaysCostsNoFurtherGeneration()
+{
+    writeFourVersions();
+    for (int day = 0; day < 3; ++day) {
+        // Of the steps only those on the newest fail: it is there before and after.
+        SaveSteps::setObserver([this](Step step) {
+            const bool isShift = step == Step::DropOldestBackup || step == Step::ShiftBackup;
+            const bool isNewest = !m_folder->exists(QStringLiteral("a.ini.bak2"));
+            return !isShift || !isNewest;
+        });
+        DailyBackup::makeDailyBackup(path(), m_today.addDays(day));
+    }
+    QCOMPARE(content(QStringLiteral("a.ini.bak.new")), QByteArray("new"));
+    QCOMPARE(content(QStringLiteral("a.ini.bak1")), QByteArray("one"));
     QCOMPARE(content(QStringLiteral("a.ini.bak3")), QByteArray("two"));
 }
 

@@ -100,6 +100,9 @@ void CommentScannerTest::commentsOfLines_data()
     row("a start in a string", "\"/*\"\na", "....\n.");
     row("a start in a single-quoted string", "'/*'\na", "....\n.");
     row("a start behind a string", "\"/*\"/*a", "....bbb");
+    row("a start in a string without end", "\"a /*\nb", ".....\n.");
+    row("a start behind an apostrophe's string", "don't \"a /*\nb", "...........\n.");
+    row("a quote without end hides no end", "/* 19\" */a\nb", "bbbbbbbbb.\n.");
     row("an end in a string", "/*\n\"*/\"*/a", "bb\nbbbbbb.");
     row("an apostrophe hides no end", "/* don't */a", "bbbbbbbbbbb.");
     row("an apostrophe hides no start", "don't /*a*/", "......bbbbb");

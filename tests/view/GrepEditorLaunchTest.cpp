@@ -27,6 +27,8 @@ private slots:
     void theFileLineOpensAtLineOneColumnOne();
     void anotherLineOpensNothing_data();
     void anotherLineOpensNothing();
+    void aHitWithoutNumbersOpensAtZero_data();
+    void aHitWithoutNumbersOpensAtZero();
     void aLineOfALineCountOpensNothing();
     void aLineThatBeginsWithALetterHeadsAHit();
     void theLocationIsThatOfTheOpenedHit();
@@ -233,11 +235,39 @@ void GrepEditorLaunchTest::anotherLineOpensNothing()
     QVERIFY(launcher.started.isEmpty());
 }
 
+void GrepEditorLaunchTest::aHitWithoutNumbersOpensAtZero_data()
+{
+    QTest::addColumn<QString>("hit");
+    QTest::addColumn<QString>("place");
+    QTest::newRow("no number of a line") << text("  x:7:text") << text("0 7");
+    QTest::newRow("no number of a column") << text("  12:y:text") << text("12 0");
+    QTest::newRow("no colon") << text("  12") << text("12 0");
+    QTest::newRow("nothing but blanks") << text("  ") << text("0 0");
+    QTest::newRow("a number that is too large") << text("  99999999999:7:text") << text("0 7");
+}
+
+void GrepEditorLaunchTest::aHitWithoutNumbersOpensAtZero()
+{
+    QFETCH(QString, hit);
+    QFETCH(QString, place);
+    AppSettings::instance().editor_para = text("%l %c");
+    RecordingLauncher launcher;
+    GrepEditor view(true);
+    view.setLauncher(&launcher);
+    view.appendLines({text("::/a/b.txt"), hit});
+    ::place(view, 1, 0);
+    QTest::keyClick(&view, Qt::Key_Return);
+    QCOMPARE(launcher.started.size(), 1);
+    QCOMPARE(launcher.started.first().parameters, place);
+    QCOMPARE(view.fileName(), text("/a/b.txt"));
+}
+
 void GrepEditorLaunchTest::aLineOfALineCountOpensNothing()
 {
     RecordingLauncher launcher;
     GrepEditor view(true);
     view.setLauncher(&launcher);
+    view.setListsHits(false);
     LineCountReport report;
     view.appendLines(report.addFile(text("/a/12:7:b.txt"), 4));
     view.appendLines(report.addFile(text("C:/a/b.txt"), 12));

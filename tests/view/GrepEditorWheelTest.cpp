@@ -18,6 +18,7 @@ private slots:
     void aNotchWithCtrlIsOnePoint_data();
     void aNotchWithCtrlIsOnePoint();
     void aFontOfNoPointsIsRefused();
+    void noFontGrowsBeyondWhatCanBeShown();
     void aZoomIsKeptInTheSettings();
     void aZoomLaysTheViewOutAnew();
     void onlyASmallerFontIsReported();
@@ -129,6 +130,24 @@ void GrepEditorWheelTest::aFontOfNoPointsIsRefused()
     QCOMPARE(view.font().pointSize(), 1);
     wheel(view, -120, ctrl);
     QCOMPARE(view.font().pointSize(), 1);
+}
+
+void GrepEditorWheelTest::noFontGrowsBeyondWhatCanBeShown()
+{
+    QFont &kept = AppSettings::instance().grepFont;
+    kept.setPointSize(3000);
+    GrepEditor view(true);
+    constexpr int kLargest = 200;
+    QCOMPARE(view.font().pointSize(), kLargest);
+    wheel(view, 120, ctrl);
+    QCOMPARE(view.font().pointSize(), kLargest);
+    // The size that somebody typed is not overwritten by a zoom that does nothing.
+    QCOMPARE(kept.pointSize(), 3000);
+    wheel(view, -120, ctrl);
+    QCOMPARE(view.font().pointSize(), kLargest - 1);
+    wheel(view, 240, ctrl);
+    QCOMPARE(view.font().pointSize(), kLargest);
+    QCOMPARE(kept.pointSize(), kLargest);
 }
 
 void GrepEditorWheelTest::aZoomIsKeptInTheSettings()

@@ -471,6 +471,7 @@ void HighlightSyntaxTest::stringsCoverWords()
 {
     QCOMPARE(coloured(preview("c"), "int \"int 12\" 'if' if"), text("kkk.dddddddd.ssss.rr"));
     QCOMPARE(coloured(preview("c"), "a \"int"), text("..dddd"));
+    QCOMPARE(coloured(preview("c"), "a \"b /* c\nint"), text("..ddddddd\nkkk"));
 }
 
 void HighlightSyntaxTest::stringsCoverACommentRule()

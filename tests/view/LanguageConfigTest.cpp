@@ -74,7 +74,7 @@ void LanguageConfigTest::init()
     AppSettings &settings = AppSettings::instance();
     settings.load(m_folder->path());
     settings.langlist = QStringList{text("aa"), text("bb"), text("cc")};
-    settings.langlistValues = QStringList{text("a/h/x"), text("b/h"), text("CPP/c++")};
+    settings.langlistValues = QStringList{text("a/h/x"), text("b/h"), text("CPP/c++/Makefile")};
 }
 
 void LanguageConfigTest::cleanup()
@@ -366,7 +366,11 @@ void LanguageConfigTest::theSuffixOfAPathFollowsItsLastDot_data()
     QTest::newRow("dot in a folder") << text("/a.d/Makefile") << text("Makefile");
     QTest::newRow("dot in a folder, backslashes") << text("C:\\a.d\\Makefile") << text("Makefile");
     QTest::newRow("backslashes") << text("C:\\a\\b.H") << text("H");
-    QTest::newRow("no dot") << text("Makefile") << text("Makefile");
+    QTest::newRow("no dot, listed") << text("Makefile") << text("Makefile");
+    QTest::newRow("no dot, listed as a suffix") << text("/a/h") << text("h");
+    QTest::newRow("no dot, not listed") << text("/a/NOBODY") << QString::fromLatin1("");
+    QTest::newRow("no dot, listed in another case") << text("makefile") << QString::fromLatin1("");
+    QTest::newRow("a suffix that is not listed") << text("/a/b.zzz") << text("zzz");
     QTest::newRow("dot at the start") << text("/a/.bashrc") << text("bashrc");
     QTest::newRow("dot at the end") << text("/a/b.") << QString::fromLatin1("");
     QTest::newRow("empty") << QString() << QString::fromLatin1("");

@@ -183,7 +183,11 @@ void LanguageSamplesTest::everyKindOfPlaceIsNamed()
     QMap<QString, int> count;
     for (const QString &line : coloursOf(language))
         ++count[NamedPlace(line).role];
-    for (const char *role : {"reserved", "keyword", "string", "plain"})
+    for (const char *role : {"string", "plain"})
+        QVERIFY2(count.value(text(role)) >= 1, role);
+    if (language == text("text")) // has neither words nor comments
+        return;
+    for (const char *role : {"reserved", "keyword"})
         QVERIFY2(count.value(text(role)) >= 1, role);
     // Where one begins, and what is inside.
     QVERIFY(count.value(text("comment")) >= 2);

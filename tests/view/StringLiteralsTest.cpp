@@ -14,7 +14,7 @@ private slots:
     void aLiteralWithoutItsEndIsNotClosed();
     void aMatchInsideALiteralIsSkipped_data();
     void aMatchInsideALiteralIsSkipped();
-    void anApostropheInACommentHidesNothing();
+    void aLoneQuoteInACommentHidesNothing();
     void aMatchOfNothingIsPassedOver();
     void theLengthOfTheMatchIsKept();
     void aLongLineIsWalkedOnce();
@@ -59,6 +59,7 @@ void StringLiteralsTest::literalsAreFoundFromLeftToRight_data()
     row("apostrophe inside", "\"it's\", x", {text("\"it's\"")});
     row("double quote inside", "'say \"a', \"b\"", {text("'say \"a'"), text("\"b\"")});
     row("without end", "a \"b c", {text("\"b c")});
+    row("single quotes behind a quote without end", "a \"b 'c' d", {text("\"b 'c' d")});
     row("quote alone at the end", "a \"", {text("\"")});
     row("apostrophe, then a literal", "don't \"a\" b", {text("'t \"a\" b"), text("\"a\"")});
     row("no escapes", "\"a\\\" b", {text("\"a\\\"")});
@@ -113,7 +114,12 @@ void StringLiteralsTest::aMatchInsideALiteralIsSkipped_data()
     row("inside two", "\"#\" '#' #", 8);
     row("behind the closing quote", "\"#\"#", 3);
     row("behind a quote without end", "don't #", 6);
-    row("inside a literal behind such a quote", "don't \"#\" #", 10);
+    row("behind a double quote without end", "\"abc #", -1);
+    row("behind a literal and a double quote without end", "\"#\" \"#", -1);
+    row("behind a double quote without end, in single quotes", "\" '#' #", -1);
+    row("behind both quotes without end", "don't \"#", -1);
+    row("before a double quote without end", "# \"#", 0);
+    row("inside a literal behind an apostrophe", "don't \"#\" #", 10);
     row("inside the other kind", "'\"#' #", 5);
     row("none", "a", -1);
 }
@@ -125,7 +131,7 @@ void StringLiteralsTest::aMatchInsideALiteralIsSkipped()
     QCOMPARE(StringLiterals().indexOutside(QRegExp(text("#")), line, 0), position);
 }
 
-void StringLiteralsTest::anApostropheInACommentHidesNothing()
+void StringLiteralsTest::aLoneQuoteInACommentHidesNothing()
 {
     const auto indexOf = [](const char *line, StringLiterals::Context context) {
         return StringLiterals().indexOutside(QRegExp(text("#")), text(line), 0, context);
@@ -134,6 +140,8 @@ void StringLiteralsTest::anApostropheInACommentHidesNothing()
     QCOMPARE(indexOf("don't # 'a'", StringLiterals::Context::Code), -1);
     QCOMPARE(indexOf("say '#' \"#\" #", StringLiterals::Context::Comment), 12);
     QCOMPARE(indexOf("'#' #", StringLiterals::Context::Comment), 4);
+    QCOMPARE(indexOf("19\" # x", StringLiterals::Context::Comment), 4);
+    QCOMPARE(indexOf("19\" # x", StringLiterals::Context::Code), -1);
 }
 
 void StringLiteralsTest::aMatchOfNothingIsPassedOver()

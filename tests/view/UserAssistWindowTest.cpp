@@ -12,6 +12,7 @@
 #include <QLayout>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QScreen>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
@@ -43,6 +44,7 @@ private slots:
     void aResizeIsSaved();
     void resizesInARowEndWithTheLast();
     void openingSavesNothing();
+    void aNoteBesideTheScreenIsMovedIntoItUnsaved();
     void aMoveOfTheParentSavesNothing();
     void aResizeBehindAMoveIsRelativeToTheParent();
     void theMouseMovesIt();
@@ -272,6 +274,22 @@ void UserAssistWindowTest::openingSavesNothing()
 {
     delete show();
     QCOMPARE(m_folder->read(text("a.help")), kContent);
+}
+
+void UserAssistWindowTest::aNoteBesideTheScreenIsMovedIntoItUnsaved()
+{
+    const QRect screen = m_parent->screen()->availableGeometry();
+    m_record.geometry.moveLeft(screen.width());
+    UserAssistWindow *window = show();
+    QVERIFY(screen.contains(window->geometry()));
+    QVERIFY(!window->geometry().intersects(m_parent->frameGeometry()));
+    m_record.geometry.moveTop(60);
+    const UserAssistWindow *second = show();
+    QVERIFY(!window->geometry().intersects(second->geometry()));
+    QCOMPARE(windowInFile(), QByteArray("30, 40, 300, 200"));
+    // What the user makes of it is kept.
+    window->resize(310, 210);
+    QCOMPARE(windowInFile().right(8), QByteArray("310, 210"));
 }
 
 void UserAssistWindowTest::aMoveOfTheParentSavesNothing()

@@ -29,9 +29,14 @@ private slots:
     void ofTheSameTimeTheGreaterNameIsFirst();
     void beyondTheLimitTheOldestAreDeleted();
     void whateverPlainFilesLieThereArePruned();
-    void aLogThatIsBeingSavedIsPassedOver_data();
-    void aLogThatIsBeingSavedIsPassedOver();
-    void whatASaveLeftLongAgoIsLikeAnyOtherFile();
+    void emptyLogsArePrunedLikeOthersHoweverFresh();
+    void whatALogIsWrittenToIsPassedOver_data();
+    void whatALogIsWrittenToIsPassedOver();
+    void whatASaveLeftLongAgoIsDeleted_data();
+    void whatASaveLeftLongAgoIsDeleted();
+    void aLogGetsItsNameWhenItIsWhole();
+    void whatHasTheNameAlreadyStays_data();
+    void whatHasTheNameAlreadyStays();
     void foldersAreNeitherListedNorDeleted();
     void aLimitOfZeroDeletesAll_data();
     void aLimitOfZeroDeletesAll();
@@ -214,31 +219,48 @@ void LogHistoryTest::whateverPlainFilesLieThereArePruned()
     QCOMPARE(filesIn(folder.path()), words("a empty"));
 }
 
-void LogHistoryTest::aLogThatIsBeingSavedIsPassedOver_data()
+void LogHistoryTest::emptyLogsArePrunedLikeOthersHoweverFresh()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<bool>("passedOver");
-    const auto row = [](const char *what, const char *name, const char *content, bool passedOver) {
-        QTest::newRow(what) << QString::fromLatin1(name) << QByteArray(content) << passedOver;
-    };
-    row("the claimed name", "20260102-130405.log", "", true);
-    row("a second one's claimed name", "20260102-130405_02.log", "", true);
-    row("the file it is written to", "20260102-130405.log.aBcXyZ", "version", true);
-    row("the same, nothing written yet", "20260102-130405_02.log.aBcXyZ", "", true);
-    row("a whole log", "20260102-130405.log", "version", false);
-    row("somebody's empty file", "empty", "", false);
-    row("somebody's copy", "20260102-130405.log.bak", "version", false);
+    const ScratchFolder folder;
+    const QDateTime now = QDateTime::currentDateTime();
+    QStringList names;
+    for (int i = 0; i < 5; ++i) {
+        names += LogHistory::fileName(kTime, 5 - i);
+        QFile file(folder.write(names.last(), ""));
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(now.addSecs(-i), QFileDevice::FileModificationTime));
+    }
+    LogHistory history(folder.path());
+    history.rebuild(3);
+    QCOMPARE(namesOf(history), names.mid(0, 3));
+    QStringList left = names.mid(0, 3);
+    left.sort();
+    QCOMPARE(filesIn(folder.path()), left);
 }
 
-void LogHistoryTest::aLogThatIsBeingSavedIsPassedOver()
+void LogHistoryTest::whatALogIsWrittenToIsPassedOver_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("passedOver");
+    const auto row = [](const char *what, const char *name, bool passedOver) {
+        QTest::newRow(what) << QString::fromLatin1(name) << passedOver;
+    };
+    row("whole", "20260102-130405.log.saving-1a2b3c", true);
+    row("being written", "20260102-130405.log.saving-1a2b3c.aBcXyZ", true);
+    row("a log", "20260102-130405.log", false);
+    row("a second log", "20260102-130405_02.log", false);
+    row("somebody's file", "saving-1a", false);
+    row("somebody's copy", "20260102-130405.log.bak", false);
+    row("somebody's note", "20260102-130405.log.saving-mine", false);
+}
+
+void LogHistoryTest::whatALogIsWrittenToIsPassedOver()
 {
     QFETCH(QString, name);
-    QFETCH(QByteArray, content);
     QFETCH(bool, passedOver);
     const ScratchFolder folder;
     makeLogs(folder, 2);
-    folder.write(name, content);
+    folder.write(name, "version");
     LogHistory history(folder.path());
     history.rebuild(2);
     // Neither is it listed nor does it push a log out.
@@ -248,18 +270,77 @@ void LogHistoryTest::aLogThatIsBeingSavedIsPassedOver()
     QCOMPARE(folder.exists(name), passedOver);
 }
 
-void LogHistoryTest::whatASaveLeftLongAgoIsLikeAnyOtherFile()
+void LogHistoryTest::whatASaveLeftLongAgoIsDeleted_data()
+{
+    QTest::addColumn<int>("minutes");
+    QTest::addColumn<bool>("stays");
+    QTest::newRow("less than an hour ago") << 58 << true;
+    QTest::newRow("more than an hour ago") << 62 << false;
+    QTest::newRow("by a clock that was wrong") << -62 << false;
+}
+
+void LogHistoryTest::whatASaveLeftLongAgoIsDeleted()
+{
+    QFETCH(int, minutes);
+    QFETCH(bool, stays);
+    const ScratchFolder folder;
+    const QStringList names =
+        words("20260102-130405.log.saving-1a 20260102-130405.log.saving-1a.aBcXyZ");
+    for (const QString &name : names) {
+        QFile file(folder.write(name, "version"));
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(QDateTime::currentDateTime().addSecs(-60 * minutes),
+                                 QFileDevice::FileModificationTime));
+    }
+    LogHistory history(folder.path());
+    history.rebuild(10);
+    QCOMPARE(namesOf(history), QStringList());
+    QCOMPARE(filesIn(folder.path()), stays ? names : QStringList());
+}
+
+void LogHistoryTest::aLogGetsItsNameWhenItIsWhole()
 {
     const ScratchFolder folder;
-    const QDate day(2026, 3, 20);
-    const QStringList names = words("20260102-130405.log 20260102-130405.log.aBcXyZ");
-    FileTime::setDayOfChange(folder.write(names.at(0), ""), day);
-    FileTime::setDayOfChange(folder.write(names.at(1), "x"), day.addDays(-1));
-    LogHistory history(folder.path());
-    history.rebuild(2);
-    QCOMPARE(namesOf(history), names);
-    history.rebuild(1);
-    QCOMPARE(filesIn(folder.path()), names.mid(0, 1));
+    const LogHistory history(folder.path());
+    QStringList before;
+    SaveSteps::setObserver([&](SaveSteps::Step) {
+        before += filesIn(folder.path());
+        return true;
+    });
+    const QString path = history.save(kTime, ResultLog());
+    SaveSteps::setObserver(nullptr);
+    QVERIFY(!before.isEmpty());
+    for (const QString &name : qAsConst(before))
+        QVERIFY2(name.startsWith(QLatin1String("20260102-130405.log.saving-")), qPrintable(name));
+    QCOMPARE(filesIn(folder.path()), QStringList(QFileInfo(path).fileName()));
+}
+
+void LogHistoryTest::whatHasTheNameAlreadyStays_data()
+{
+    QTest::addColumn<QString>("kind");
+    for (const char *kind : {"an empty file", "a folder", "a link to nothing"})
+        QTest::newRow(kind) << QString::fromLatin1(kind);
+}
+
+void LogHistoryTest::whatHasTheNameAlreadyStays()
+{
+    QFETCH(QString, kind);
+    const ScratchFolder folder;
+    TreeBuilder tree(folder.path().toUtf8());
+    const QString taken = LogHistory::fileName(kTime);
+    if (kind == QLatin1String("a folder"))
+        folder.makeFolder(taken);
+    else if (kind == QLatin1String("an empty file"))
+        folder.write(taken, "");
+    else if (!tree.link(taken.toUtf8(), "nothing"))
+        QSKIP("no symbolic link here");
+    const QString path = LogHistory(folder.path()).save(kTime, ResultLog());
+    QCOMPARE(QFileInfo(path).fileName(), LogHistory::fileName(kTime, 2));
+    const QFileInfo before(folder.filePath(taken));
+    QCOMPARE(before.isDir(), kind == QLatin1String("a folder"));
+    QCOMPARE(before.isSymLink(), kind == QLatin1String("a link to nothing"));
+    if (before.isFile())
+        QCOMPARE(folder.read(taken), QByteArray());
 }
 
 void LogHistoryTest::foldersAreNeitherListedNorDeleted()
