@@ -380,7 +380,8 @@ void TextFindTest::aLineThatBecomesShorterIsGoneThrough()
     for (int step = 0; step < 5; ++step)
         QCOMPARE(find.step(0), Result::Searching);
     view.setPlainText(QStringLiteral("ab"));
-    QCOMPARE(find.step(60000), Result::FoundAfterWrap);
+    // Forward the place that is left lies before where the find was.
+    QCOMPARE(find.step(60000), forward ? Result::FoundAfterWrap : Result::Found);
 }
 
 void TextFindTest::theWayAroundEndsWhereItBegan_data()
