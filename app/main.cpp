@@ -1,5 +1,6 @@
 #include "icon/Icons.h"
 #include "mainwindow/MainWindow.h"
+#include "mainwindow/RunControl.h"
 #include "settings/AppSettings.h"
 #include "settings/ApplicationDirectory.h"
 #include "settings/ApplicationPalette.h"
@@ -12,6 +13,8 @@
 
 #include <QApplication>
 #include <QToolTip>
+
+#include <cstdlib>
 
 namespace {
 
@@ -34,6 +37,15 @@ int runWindow(const QString &appDir)
     return QApplication::exec();
 }
 
+/// A search that is inside a line of a slow pattern goes on until the process ends.
+/// All is saved by then, and no destructor may take away what it uses.
+int endProcess(int exitStatus)
+{
+    if (RunControl::isAnyLeftBehind())
+        std::_Exit(exitStatus);
+    return exitStatus;
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -53,5 +65,5 @@ int main(int argc, char *argv[])
     StarterSettings::provide(appDir);
     AppSettings::instance().load(appDir);
     applyLook(appDir);
-    return runWindow(appDir);
+    return endProcess(runWindow(appDir));
 }

@@ -37,6 +37,9 @@
 
 namespace {
 
+/// With an engine that is to end when its window has gone.
+constexpr int kPatienceMilliseconds = 2000;
+
 QString programName()
 {
     return QStringLiteral("sarvik");
@@ -86,12 +89,18 @@ MainWindow::MainWindow(const QStringList &pathlist, const QString &mask, const Q
 
 MainWindow::~MainWindow()
 {
+    // First, so that it ends while the rest is done.
+    m_run->abandon();
     // The program may end without closing its window.
     m_previewControl->rescueIfModified();
-    // What still runs must end before anything that it reads or shows goes.
-    delete m_run;
     storeState();
     AppSettings::instance().save(m_applicationDirectory);
+    // What still runs must end before anything that it reads or shows goes. Inside a
+    // line nothing ends it, and nobody should wait for it.
+    if (m_run->endWithin(kPatienceMilliseconds))
+        delete m_run;
+    else
+        m_run->leaveBehind();
 }
 
 void MainWindow::storeState()

@@ -76,7 +76,8 @@ public:
     MainWindow(const QStringList &pathlist, const QString &mask, const QString &findword,
                QWidget *parent = nullptr);
     /// Aborts a run and stores the settings. A modified preview that nobody was
-    /// asked about is kept in the rescue directory.
+    /// asked about is kept in the rescue directory. Afterwards, ask
+    /// RunControl::isAnyLeftBehind().
     ~MainWindow() override;
 
     // GrepEditorHost

@@ -18,6 +18,7 @@ constexpr int kTickMilliseconds = 150;
 
 /// Below them a search does not count for the memory of a machine.
 constexpr int kManyHits = 100000;
+bool g_isAnyLeftBehind = false;
 
 /// A file's name may hold a line break; what names it is one line all the same.
 QStringList onOneLineEach(QStringList messages)
@@ -49,6 +50,7 @@ RunControl::~RunControl()
 void RunControl::start(const SearchCondition &condition)
 {
     m_running = true;
+    m_stopping = false;
     m_condition = condition;
     m_pendingCounts.clear();
     m_shortOfMemory = false;
@@ -73,6 +75,7 @@ void RunControl::abort()
     if (!m_running || !m_timer)
         return;
     m_views.form->setButtonEnabled(false);
+    m_stopping = true;
     m_run.abort();
     m_views.resultView->stop();
     QCoreApplication::processEvents();
@@ -84,13 +87,34 @@ void RunControl::abandon()
     m_run.abort();
 }
 
+bool RunControl::endWithin(int milliseconds)
+{
+    m_abandoned = true;
+    return m_run.endWithin(milliseconds);
+}
+
+void RunControl::leaveBehind()
+{
+    g_isAnyLeftBehind = true;
+    disconnect();
+    m_timer.reset();
+    setParent(nullptr);
+}
+
+bool RunControl::isAnyLeftBehind()
+{
+    return g_isAnyLeftBehind;
+}
+
 void RunControl::showProgress()
 {
     SignalSpool *spool = m_run.spool();
     if (!spool)
         return;
     m_listing.tick(*spool);
-    m_views.statusBar->showMessage(spool->currentFile());
+    const QString file = spool->currentFile();
+    m_views.statusBar->showMessage(m_stopping ? QStringLiteral("中止しています　%1").arg(file)
+                                              : file);
     m_listing.takeLines(*spool);
     listPendingCounts();
     if (!m_shortOfMemory) {

@@ -48,7 +48,7 @@ public:
     };
 
     RunControl(const Views &views, QObject *parent);
-    /// Aborts a run and waits for it.
+    /// Aborts a run and waits for it, without limit: see endWithin().
     ~RunControl() override;
 
     /// From start() to end(), the listing of the last lines included.
@@ -67,6 +67,15 @@ public:
     /// was found and not yet listed is not listed then. By default what the system
     /// tells.
     void setMemoryCheck(const std::function<bool()> &isShort) { m_memoryIsShort = isShort; }
+
+    /// Abandons a run and waits for it. False when it has not ended after so many
+    /// milliseconds: it is in the middle of a line that its pattern is slow on.
+    bool endWithin(int milliseconds);
+    /// Then, for a program that ends: this object shows nothing any more and belongs
+    /// to nobody. It must never be deleted, and the program has to leave without
+    /// destructors (isAnyLeftBehind()), because the run's threads go on.
+    void leaveBehind();
+    static bool isAnyLeftBehind();
 
     void showProgress();
     void addLineCount(const QString &filename, int count);
@@ -99,6 +108,7 @@ private:
     std::function<bool()> m_memoryIsShort;
     bool m_shortOfMemory = false; // the run has ended for that
     int m_linesLeftOut = 0; // for that
+    bool m_stopping = false; // the engine has been asked to end
     // Emits into all of the above, so they go after it.
     std::unique_ptr<QTimer> m_timer; // as long as the engine runs
     SearchRun m_run;

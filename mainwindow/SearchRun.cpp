@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <QSemaphore>
 
 SearchRun::SearchRun(QObject *parent) : QObject(parent)
 {
@@ -19,8 +20,16 @@ void SearchRun::start(const SearchCondition &condition)
 {
     end();
     m_spool = std::make_unique<SignalSpool>();
-    // Queued: the spool emits on its own thread.
     const SignalSpool *spool = m_spool.get();
+    // At once, as nobody processes events here while endWithin() waits; and first, so
+    // that whoever hears of the end finds it known.
+    m_engineEnd = std::make_shared<QSemaphore>();
+    const auto tellEnd = [end = m_engineEnd] {
+        end->release();
+    };
+    connect(spool, &SignalSpool::finished, spool, tellEnd, Qt::DirectConnection);
+    connect(spool, &SignalSpool::lcntFinished, spool, tellEnd, Qt::DirectConnection);
+    // Queued: the spool emits on its own thread.
     connect(spool, &SignalSpool::finished, this, &SearchRun::searchFinished, Qt::QueuedConnection);
     connect(spool, &SignalSpool::lcntFinished, this, &SearchRun::lineCountFinished,
             Qt::QueuedConnection);
@@ -40,6 +49,15 @@ void SearchRun::abort()
 {
     if (m_spool)
         m_spool->abort();
+}
+
+bool SearchRun::endWithin(int milliseconds)
+{
+    abort();
+    if (m_spool && !m_engineEnd->tryAcquire(1, milliseconds))
+        return false;
+    end();
+    return true;
 }
 
 void SearchRun::end()

@@ -7,6 +7,9 @@
 
 #include <memory>
 
+QT_BEGIN_NAMESPACE
+class QSemaphore;
+QT_END_NAMESPACE
 class SignalSpool;
 
 /// One search or line count at a time, on a thread of its own. Lives on the user
@@ -33,8 +36,12 @@ public:
     void start(const SearchCondition &condition);
     /// Asks the engine to end; returns at once.
     void abort();
-    /// Waits until the thread has ended and forgets the run.
+    /// Waits until the thread has ended and forgets the run. Inside one line of a
+    /// pattern nothing can be ended: that may take for ever.
     void end();
+    /// abort() and end(), but false, and the run goes on, when the engine has not
+    /// ended after so many milliseconds.
+    bool endWithin(int milliseconds);
 
     bool exists() const { return m_spool != nullptr; }
     /// Null when no run exists.
@@ -44,4 +51,6 @@ private:
     // The spool lives on the thread and is deleted after it has ended.
     std::unique_ptr<QThread> m_thread;
     std::unique_ptr<SignalSpool> m_spool;
+    /// One permit as soon as the engine has told its end.
+    std::shared_ptr<QSemaphore> m_engineEnd;
 };

@@ -6,13 +6,6 @@
 #include <QPlainTextEdit>
 #include <QTextBlock>
 
-/// A place in one line, in UTF-16 code units.
-struct TextFind::Match {
-    int start = -1;
-    int length = 0;
-    bool isValid() const { return start >= 0; }
-};
-
 namespace {
 
 /// UTF-16 code units to look at between two looks at the clock; a line counts a few
@@ -32,9 +25,11 @@ QTextCursor selection(const QTextBlock &block, int start, int length)
 
 TextFind::TextFind(QPlainTextEdit *view, const QString &text, const Options &options,
                    Direction direction)
-    : m_view(view), m_direction(direction), m_pattern(pattern(text, options))
+    : m_view(view), m_direction(direction)
 {
-    if (!m_pattern.isValid())
+    const QRegExp expression = pattern(text, options);
+    m_finder = LineFinder(expression);
+    if (!expression.isValid())
         m_result = Result::InvalidPattern;
     else if (text.isEmpty())
         m_result = Result::NotFound;
@@ -43,8 +38,8 @@ TextFind::TextFind(QPlainTextEdit *view, const QString &text, const Options &opt
     m_position = now.position();
     const int from = isForward() ? now.selectionEnd() : now.selectionStart();
     const QTextBlock block = view->document()->findBlock(from);
-    m_startBlock = m_block = block.blockNumber();
-    m_limit = from - block.position();
+    m_startBlock = block.blockNumber();
+    m_next = {m_startBlock, from - block.position(), from - block.position()};
 }
 
 QRegExp TextFind::pattern(const QString &text, const Options &options)
@@ -58,29 +53,6 @@ QRegExp TextFind::pattern(const QString &text, const Options &options)
                           : QRegExp(expression, sensitivity);
 }
 
-/// Forward the first match that begins at the limit or later, backward the last one
-/// that ends there or earlier.
-TextFind::Match TextFind::matchIn(const QTextBlock &block)
-{
-    const QString line = block.text();
-    if (isForward()) {
-        for (int start = m_limit; (start = m_pattern.indexIn(line, start)) >= 0; ++start) {
-            if (m_pattern.matchedLength() > 0)
-                return {start, m_pattern.matchedLength()};
-        }
-        return {};
-    }
-    for (int start = m_limit; start > 0;) {
-        start = m_pattern.lastIndexIn(line, start - 1);
-        if (start < 0)
-            break;
-        const int length = m_pattern.matchedLength();
-        if (length > 0 && start + length <= m_limit)
-            return {start, length};
-    }
-    return {};
-}
-
 /// Around the text's end once; invalid behind the line where it all began. What a
 /// match there reaches beyond the start, the first way through it has passed over.
 QTextBlock TextFind::blockAfter(const QTextBlock &block)
@@ -92,8 +64,25 @@ QTextBlock TextFind::blockAfter(const QTextBlock &block)
         m_wrapped = true;
         next = isForward() ? m_view->document()->firstBlock() : m_view->document()->lastBlock();
     }
-    m_limit = isForward() || !next.isValid() ? 0 : next.length() - 1;
+    const int from = isForward() || !next.isValid() ? 0 : next.length() - 1;
+    m_next = {next.blockNumber(), from, from};
     return next;
+}
+
+/// Forward the first match that begins at the place or later, backward the last one
+/// that ends there or earlier.
+LineFinder::Match TextFind::look(const QString &line)
+{
+    const LineFinder::Look look = isForward()
+        ? m_finder.lookForward(line, m_next.from)
+        : m_finder.lookBackward(line, m_next.from, m_next.end);
+    m_next.from = look.next;
+    return look.match;
+}
+
+bool TextFind::isThrough(const QString &line) const
+{
+    return isForward() ? m_next.from >= line.size() : m_next.from <= 0;
 }
 
 TextFind::Result TextFind::step(int milliseconds)
@@ -103,22 +92,25 @@ TextFind::Result TextFind::step(int milliseconds)
     QElapsedTimer timer;
     timer.start();
     int units = 0;
-    // By its number: a block is not kept while the text may change.
-    QTextBlock block = m_view->document()->findBlockByNumber(m_block);
+    QTextBlock block = m_view->document()->findBlockByNumber(m_next.block);
+    QString line = block.text();
     while (block.isValid()) {
-        const Match match = matchIn(block);
+        const LineFinder::Match match = look(line);
         if (match.isValid()) {
             m_place = selection(block, match.start, match.length);
             return m_result = m_wrapped ? Result::FoundAfterWrap : Result::Found;
         }
-        units += block.length() + kUnitsOfALine;
-        block = blockAfter(block);
+        if (isThrough(line)) {
+            units += line.size() + kUnitsOfALine;
+            block = blockAfter(block);
+            line = block.text();
+        } else {
+            units = kUnitsBetweenLooks;
+        }
         if (units >= kUnitsBetweenLooks && block.isValid()) {
             units = 0;
-            if (timer.elapsed() >= milliseconds) {
-                m_block = block.blockNumber();
+            if (timer.elapsed() >= milliseconds)
                 return m_result;
-            }
         }
     }
     return m_result = Result::NotFound;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "engine/LineFinder.h"
+
 #include <QRegExp>
 #include <QString>
 #include <QTextCursor>
@@ -11,7 +13,8 @@ QT_END_NAMESPACE
 
 /// Finds a text in a view, from the cursor on and around the end up to the line that
 /// the cursor is in, a while at a time: a million lines take longer than a window may
-/// be silent.
+/// be silent. So may one long line: LineFinder goes through it piece by piece and says
+/// what becomes of a match that is longer than a piece.
 ///
 /// Between two steps the view's text may grow or change; lines are looked at as they
 /// are then.
@@ -43,8 +46,8 @@ public:
 
     Direction direction() const { return m_direction; }
 
-    /// Looks at one line at least, and at more for about as many milliseconds. An
-    /// empty match is none.
+    /// Looks at one line, or one piece of a long line, at least, and at more for about
+    /// as many milliseconds. An empty match is none.
     Result step(int milliseconds);
 
     /// Whether the view's cursor is where it was at the start.
@@ -54,21 +57,25 @@ public:
     void select() const;
 
 private:
-    struct Match;
+    struct Place {
+        int block = 0; // by its number: a block is not kept while the text may change
+        int from = 0; // where a match may begin or, backward, before which; UTF-16 units
+        int end = 0; // backward, where it may end
+    };
 
     bool isForward() const { return m_direction == Direction::Forward; }
-    Match matchIn(const QTextBlock &block);
+    LineFinder::Match look(const QString &line);
+    bool isThrough(const QString &line) const;
     QTextBlock blockAfter(const QTextBlock &block);
 
     QPlainTextEdit *const m_view;
     const Direction m_direction;
-    QRegExp m_pattern;
+    LineFinder m_finder;
     Result m_result = Result::Searching;
     int m_anchor = 0; // of the cursor at the start
     int m_position = 0;
     int m_startBlock = 0;
-    int m_block = 0; // the next one to look at
-    int m_limit = 0; // in it: where a match may begin, or backward end; UTF-16 units
+    Place m_next; // to look at
     bool m_wrapped = false;
     QTextCursor m_place;
 };

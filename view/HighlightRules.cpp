@@ -24,37 +24,46 @@ QString HighlightRules::findName(int number)
     return QStringLiteral("zFind_%1").arg(number);
 }
 
+void HighlightRules::forget()
+{
+    m_prepared = false;
+    m_finds = Finds();
+}
+
 void HighlightRules::clear()
 {
     m_rules.clear();
-    m_prepared = false;
+    forget();
 }
 
 void HighlightRules::remove(const QString &name)
 {
     m_rules.erase(name);
-    m_prepared = false;
+    forget();
 }
 
 void HighlightRules::put(const QString &name, Rule rule)
 {
+    if (!(name < QLatin1String("z")))
+        rule.finder = LineFinder(rule.expression);
     m_rules[name] = std::move(rule);
-    m_prepared = false;
+    forget();
 }
 
 void HighlightRules::set(const QString &name, const QRegExp &expression, HighlightColour colour)
 {
-    put(name, {expression, colour, QString()});
+    put(name, {expression, colour, QString(), LineFinder()});
 }
 
 void HighlightRules::setWord(const QString &name, const QString &word, HighlightColour colour)
 {
     if (isPlainWord(word)) {
-        put(name, {QRegExp(), colour, word});
+        put(name, {QRegExp(), colour, word, LineFinder()});
         return;
     }
     const QLatin1String boundary("\\b");
-    put(name, {LanguagePattern::compiled(boundary + word + boundary), colour, QString()});
+    put(name,
+        {LanguagePattern::compiled(boundary + word + boundary), colour, QString(), LineFinder()});
 }
 
 QRegExp HighlightRules::expression(const QString &name) const
@@ -131,49 +140,50 @@ void HighlightRules::visitRule(const Rule &rule, const QString &wholeText, int l
     }
 }
 
-void HighlightRules::visitRuleByPieces(const Rule &rule, const QString &text, int limit,
-                                       const Visitor &visitor)
+bool HighlightRules::lookForFinds(const QString &text, int limit,
+                                  const std::function<bool()> &isTimeUp) const
 {
-    constexpr int kPiece = 1024;
-    // What begins near the end of a piece is seen whole up to this length.
-    constexpr int kBeyond = 256;
-    if (rule.expression.isEmpty())
-        return;
+    prepare();
     const int end = std::min(limit, text.size());
-    int from = 0;
-    for (int piece = 0; piece < end; piece += kPiece) {
-        // From the start of the text, so that "^" does not match inside it.
-        const int seen = std::min(piece + kPiece + kBeyond, text.size());
-        const QString upToHere = QString::fromRawData(text.constData(), seen);
-        const int pieceEnd = std::min(piece + kPiece, end);
-        from = std::max(from, piece);
-        while (from < pieceEnd) {
-            const int start = rule.expression.indexIn(upToHere, from);
-            if (start < 0 || start >= pieceEnd)
-                break;
-            const int length = rule.expression.matchedLength();
-            if (length > 0)
-                visitor(start, length, rule.colour);
-            from = start + std::max(length, 1);
+    if (m_finds.limit != end || m_finds.text != text)
+        m_finds = {text, end, m_firstFind, 0, {}};
+    bool isFirst = true;
+    while (m_finds.order < static_cast<int>(m_order.size())) {
+        if (!isFirst && isTimeUp())
+            return false;
+        isFirst = false;
+        LineFinder &finder = m_order[static_cast<std::size_t>(m_finds.order)]->finder;
+        const LineFinder::Look look = finder.lookForward(text, m_finds.from, end);
+        m_finds.from = look.next;
+        if (look.match.isValid())
+            m_finds.matches.push_back({m_finds.order, look.match.start, look.match.length});
+        if (look.next >= end) {
+            ++m_finds.order;
+            m_finds.from = 0;
         }
     }
+    return true;
+}
+
+void HighlightRules::visitFinds(const QString &text, int limit, const Visitor &visitor) const
+{
+    lookForFinds(text, limit, [] { return false; });
+    for (const Match &match : m_finds.matches)
+        visitor(match.start, match.length, m_order[static_cast<std::size_t>(match.order)]->colour);
 }
 
 void HighlightRules::visitMatches(const QString &text, Group group, int limit,
                                   const Visitor &visitor) const
 {
+    if (group == Group::Finds)
+        return visitFinds(text, limit, visitor);
     prepare();
-    const bool finds = group == Group::Finds;
-    const std::vector<Match> words = finds ? std::vector<Match>() : wordMatches(text, limit);
+    const std::vector<Match> words = wordMatches(text, limit);
     auto word = words.begin();
-    const int end = finds ? static_cast<int>(m_order.size()) : m_firstFind;
-    for (int place = finds ? m_firstFind : 0; place < end; ++place) {
+    for (int place = 0; place < m_firstFind; ++place) {
         const Rule &rule = *m_order[static_cast<std::size_t>(place)];
         for (; word != words.end() && word->order == place; ++word)
             visitor(word->start, word->length, rule.colour);
-        if (finds && text.size() >= kLongText)
-            visitRuleByPieces(rule, text, limit, visitor);
-        else
-            visitRule(rule, text, limit, visitor);
+        visitRule(rule, text, limit, visitor);
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/LineFinder.h"
 #include "view/HighlightColour.h"
 
 #include <QHash>
@@ -48,12 +49,15 @@ public:
     /// rule by rule in order, the matches of each from left to right, not
     /// overlapping.
     ///
-    /// In a text of kLongText units or more, a match of what was found may end
-    /// early, at the end of the piece of the text that it is looked for in: a
-    /// keyword like "a.*b", where there are many a and no b, would take the square
-    /// of the length, and a line of a megabyte would never be painted. The other
-    /// rules see kLongText units beyond limit.
+    /// Matches of what was found are those of LineFinder, which in a long text may
+    /// end early. The other rules see kLongText units beyond limit.
     void visitMatches(const QString &text, Group group, int limit, const Visitor &visitor) const;
+
+    /// Looks for what visitMatches() will visit of the group Finds for the same text
+    /// and limit, until isTimeUp says so; it is asked before each look but the first.
+    /// True when all is known. Otherwise the next call for this text and limit goes
+    /// on where this one ended.
+    bool lookForFinds(const QString &text, int limit, const std::function<bool()> &isTimeUp) const;
 
 private:
     struct Rule {
@@ -61,6 +65,8 @@ private:
         HighlightColour colour = HighlightColour::Value;
         /// Set, and expression not, when a match is exactly this whole word.
         QString word;
+        /// For the matches of what was found.
+        mutable LineFinder finder;
     };
     struct Match {
         int order;
@@ -69,12 +75,12 @@ private:
     };
 
     void put(const QString &name, Rule rule);
+    void forget();
     void prepare() const;
     std::vector<Match> wordMatches(const QString &text, int limit) const;
     static void visitRule(const Rule &rule, const QString &wholeText, int limit,
                           const Visitor &visitor);
-    static void visitRuleByPieces(const Rule &rule, const QString &text, int limit,
-                                  const Visitor &visitor);
+    void visitFinds(const QString &text, int limit, const Visitor &visitor) const;
 
     std::map<QString, Rule> m_rules;
 
@@ -85,4 +91,14 @@ private:
     /// For each word the places of its rules in m_order. The views are of the
     /// texts in m_rules.
     mutable QHash<QStringView, QVector<int>> m_words;
+
+    /// What was found in one text, as far as it is known.
+    struct Finds {
+        QString text;
+        int limit = -1;
+        int order = 0; // of the rule to go on with
+        int from = 0;
+        std::vector<Match> matches;
+    };
+    mutable Finds m_finds;
 };

@@ -3,6 +3,7 @@
 #include "settings/AppSettings.h"
 #include "view/BlockData.h"
 
+#include <QElapsedTimer>
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <QTextBlock>
@@ -218,7 +219,14 @@ void Highlighter::colourLines(int first, int last, int units)
     const QSignalBlocker silence(document());
     QTextCursor edit(document());
     edit.beginEditBlock();
+    qint64 nanosecondsLeft = qint64(m_turnMilliseconds) * 1000 * 1000;
     for (const QTextBlock &line : outdated) {
+        const bool isTimeUp = m_mode == Mode::OnDemand && nanosecondsLeft <= 0;
+        if ((isTimeUp && line != outdated.front())
+            || !knowsFinds(line.text(), units, &nanosecondsLeft)) {
+            goOnLater();
+            break;
+        }
         // The platform keeps a format for each of the line's characters meanwhile.
         if (isKeptApart(line) && line.layout()->formats().isEmpty())
             colour(line, line.text());
@@ -228,6 +236,32 @@ void Highlighter::colourLines(int first, int last, int units)
     edit.endEditBlock();
     // Without undo, the end of an edit block counts as a modification.
     document()->setModified(wasModified);
+}
+
+/// Only the looking counts: what the rest takes is bounded by what is on screen.
+bool Highlighter::knowsFinds(const QString &text, int units, qint64 *nanosecondsLeft) const
+{
+    if (m_mode == Mode::Everything)
+        return true;
+    QElapsedTimer timer;
+    timer.start();
+    const auto isTimeUp = [&] {
+        return timer.nsecsElapsed() >= *nanosecondsLeft;
+    };
+    const bool allKnown = m_syntax.rules().lookForFinds(text, units, isTimeUp);
+    *nanosecondsLeft -= timer.nsecsElapsed();
+    return allKnown;
+}
+
+void Highlighter::goOnLater()
+{
+    if (m_goesOnLater)
+        return;
+    m_goesOnLater = true;
+    QTimer::singleShot(0, this, [this]() {
+        m_goesOnLater = false;
+        emit coloursOutdated();
+    });
 }
 
 int Highlighter::commentBlocks()

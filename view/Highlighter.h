@@ -22,7 +22,8 @@ class Highlighter : public QSyntaxHighlighter {
 
 signals:
     /// Lines on screen may have outdated colours for another reason than a change
-    /// of their own text; sent in mode OnDemand only. The view repaints.
+    /// of their own text; sent in mode OnDemand only. The view repaints, and has
+    /// them coloured anew.
     void coloursOutdated();
 
 public:
@@ -67,7 +68,16 @@ public:
     /// with all its colours is slow to paint); lines beyond the text are passed
     /// over. The document sends no signal and is as modified as before. Not to be
     /// called while it sends contentsChange.
+    ///
+    /// In mode OnDemand what was found is looked for no longer than about a turn. The
+    /// lines that are left keep the colours they have, and coloursOutdated() is sent
+    /// from the event loop, for the next call.
     void colourLines(int first, int last, int units = kWholeLine);
+
+    /// How long what was found is looked for at a time, in milliseconds; with 0 by one
+    /// look (see LineFinder).
+    void setTurn(int milliseconds) { m_turnMilliseconds = milliseconds; }
+    static constexpr int kTurnMilliseconds = 40;
 
     const HighlightSyntax &syntax() const { return m_syntax; }
 
@@ -89,6 +99,8 @@ private:
     int openBefore(int line) const;
     void colour(QTextBlock block, const QString &text);
     bool isKeptApart(const QTextBlock &block) const;
+    bool knowsFinds(const QString &text, int units, qint64 *nanosecondsLeft) const;
+    void goOnLater();
 
     HighlightSyntax m_syntax;
     CommentChain m_chain;
@@ -100,6 +112,8 @@ private:
     /// Of each line, as long as colourLines() runs.
     int m_units = kWholeLine;
     bool m_laterLinesScheduled = false;
+    bool m_goesOnLater = false;
+    int m_turnMilliseconds = kTurnMilliseconds;
     bool m_longLinesApart = false;
     /// Grows whenever all lines are to be coloured anew.
     quint32 m_colouring = 1;

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QSaveFile>
 
 namespace RescueFile {
 
@@ -26,13 +27,13 @@ QString pathOf(const QString &directory, const QString &stamp, int number, const
     return directory + stamp + suffix + QLatin1Char('-') + fileName + QStringLiteral(".txt");
 }
 
-bool fill(QFile &file, const QByteArray &bytes)
+/// What stands at path until the bytes are all written is empty.
+bool fill(const QString &path, const QByteArray &bytes)
 {
-    const bool written = file.write(bytes) == bytes.size() && file.flush();
-    file.close();
-    if (written && file.error() == QFile::NoError)
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
         return true;
-    file.remove();
+    QFile::remove(path);
     return false;
 }
 
@@ -45,11 +46,14 @@ QString write(const QString &directory, const QString &fileName, const QString &
     const QString stamp = time.toString(QStringLiteral("yyyyMMdd-hhmmss"));
     const QString name = shortened(fileName);
     for (int number = 1; number <= kMostFilesASecond; ++number) {
-        QFile file(pathOf(directory, stamp, number, name));
+        const QString path = pathOf(directory, stamp, number, name);
+        QFile place(path);
         // Another window may take the name at the same moment.
-        if (file.open(QIODevice::WriteOnly | QIODevice::NewOnly))
-            return fill(file, text.toUtf8()) ? file.fileName() : QString();
-        if (!file.exists())
+        if (place.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
+            place.close();
+            return fill(path, text.toUtf8()) ? path : QString();
+        }
+        if (!place.exists())
             return QString();
     }
     return QString();

@@ -10,7 +10,8 @@ namespace RescueFile {
 /// when it is missing: time, "-", the name of the file that the text belongs to,
 /// cut where the name would be too long for a file system, and ".txt". Where there
 /// is such a file, "_02", "_03" and so on follow the time. Returns the file's path;
-/// empty when it could not be written, and then no part of it is left.
+/// empty when it could not be written, and then no part of it is left. A program that
+/// is killed meanwhile leaves an empty file at most.
 QString write(const QString &directory, const QString &fileName, const QString &text,
               const QDateTime &time);
 

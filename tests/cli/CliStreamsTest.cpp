@@ -205,6 +205,7 @@ private slots:
     void ctrlCAbortsAndEndsWith130_data();
     void ctrlCAbortsAndEndsWith130();
     void ctrlCInTheMiddleOfALongLineFinishesTheLine();
+    void ctrlCTwiceEndsARunThatIsInsideALine();
     void ctrlCInALineCountEndsWith130();
     void twoRunsOnOnePipeKeepTheirLinesWhole();
     void aClosedPipeEndsTheRunQuietly_data();
@@ -277,6 +278,27 @@ void CliStreamsTest::ctrlCInTheMiddleOfALongLineFinishesTheLine()
     const QByteArray output = pipe.readAll();
     QCOMPARE(CliRun::waitForExit(process), 130);
     QCOMPARE(output.right(10), QByteArray("xxxxxxxxx\n"));
+}
+
+/// A pattern may take hours for one line, and nothing ends that but the process.
+void CliStreamsTest::ctrlCTwiceEndsARunThatIsInsideALine()
+{
+    ScratchFolder tree;
+    tree.write(QStringLiteral("a.txt"), 'b' + QByteArray(20000, 'a'));
+    // Seen when the other thread has found it.
+    tree.write(QStringLiteral("b.txt"), "aab\n");
+    NamedPipe pipe(m_scratch.filePath(QStringLiteral("inside a line")));
+    QProcess process;
+    CliRun::prepare(process, {QStringLiteral("(a|a)+(?=b)"), tree.path()});
+    process.setStandardOutputFile(pipe.path());
+    process.start();
+    QVERIFY(pipe.readLine().endsWith('\n'));
+    letWritersWait();
+    ::kill(static_cast<pid_t>(process.processId()), SIGINT);
+    letWritersWait();
+    ::kill(static_cast<pid_t>(process.processId()), SIGINT);
+    QCOMPARE(CliRun::waitForExit(process), -1);
+    QCOMPARE(process.exitCode(), SIGINT);
 }
 
 void CliStreamsTest::twoRunsOnOnePipeKeepTheirLinesWhole()

@@ -24,6 +24,7 @@ private slots:
     void init();
 
     void theButtonIsDisabledAndTheViewToldAtOnce();
+    void anAbortThatTakesItsTimeIsTold();
     void theSectionsFollowTheBannerAsTheBoxSays_data();
     void theSectionsFollowTheBannerAsTheBoxSays();
     void theCursorIsBroughtIntoViewUnlessAHitWasSelected_data();
@@ -53,6 +54,32 @@ void MainWindowAbortTest::theButtonIsDisabledAndTheViewToldAtOnce()
     QVERIFY(m_fixture->resultView()->escapePressed());
     QVERIFY(m_fixture->waitUntilIdle());
     QVERIFY(m_fixture->searchButton()->isEnabled());
+}
+
+void MainWindowAbortTest::anAbortThatTakesItsTimeIsTold()
+{
+    // Of the square of its length.
+    m_fixture->tree.write(QStringLiteral("slow.log"), QByteArray(8000, 'a'));
+    // With a single file nothing is searched.
+    m_fixture->tree.write(QStringLiteral("other.log"), "hay\n");
+    m_fixture->fill(m_fixture->tree.path(), text("*.log"), text("\\w+(?=\\d)"));
+    m_fixture->searchButton()->click();
+    QTRY_VERIFY(m_fixture->statusText().contains(text("slow.log")));
+    m_fixture->searchButton()->click();
+    if (!m_fixture->isRunning())
+        QSKIP("the engine was not yet inside the line");
+    QTRY_VERIFY(!m_fixture->isRunning()
+                || m_fixture->statusText().startsWith(text("中止しています")));
+    QVERIFY(m_fixture->isRunning());
+    // The window answers, and begins nothing that would have to wait.
+    m_fixture->window().lineCountGrep();
+    m_fixture->window().on_pushButton_clicked();
+    QVERIFY(m_fixture->isRunning());
+    QVERIFY(!m_fixture->searchButton()->isEnabled());
+    QVERIFY(m_fixture->waitUntilIdle());
+    QVERIFY(m_fixture->resultText().contains(text(kBanner)));
+    QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.txt"), text("apple")));
+    QVERIFY(m_fixture->resultText().contains(text("one apple")));
 }
 
 void MainWindowAbortTest::theSectionsFollowTheBannerAsTheBoxSays_data()

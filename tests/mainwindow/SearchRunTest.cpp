@@ -36,6 +36,9 @@ private slots:
     void withoutARunAbortAndEndDoNothing();
     void endRightAfterTheStartWaitsForTheThread();
     void aRunThatGoesOnEndsWithItsObject();
+    void aRunIsNotWaitedForBeyondItsTime_data();
+    void aRunIsNotWaitedForBeyondItsTime();
+    void anEndThatCameBeforeTheWaitIsKnown();
     void manyRunsInTurn();
 
 private:
@@ -317,6 +320,37 @@ void SearchRunTest::aRunThatGoesOnEndsWithItsObject()
         QVERIFY(thread);
     }
     QVERIFY(thread.isNull());
+}
+
+void SearchRunTest::aRunIsNotWaitedForBeyondItsTime_data()
+{
+    QTest::addColumn<bool>("linecount");
+    QTest::newRow("search") << false;
+    QTest::newRow("line count") << true;
+}
+
+void SearchRunTest::aRunIsNotWaitedForBeyondItsTime()
+{
+    QFETCH(bool, linecount);
+    SearchRun run;
+    QVERIFY(run.endWithin(0));
+    SearchCondition wanted = condition(QStringLiteral("needle"));
+    wanted.linecount = linecount;
+    run.start(wanted);
+    QVERIFY(!run.endWithin(0));
+    QVERIFY(run.exists());
+    QVERIFY(run.endWithin(kTimeoutMilliseconds));
+    QVERIFY(!run.exists());
+    QVERIFY(run.endWithin(0));
+}
+
+void SearchRunTest::anEndThatCameBeforeTheWaitIsKnown()
+{
+    SearchRun run;
+    QSignalSpy finished(&run, &SearchRun::searchFinished);
+    run.start(condition(QStringLiteral("needle")));
+    QVERIFY(finished.wait(kTimeoutMilliseconds));
+    QVERIFY(run.endWithin(0));
 }
 
 void SearchRunTest::manyRunsInTurn()

@@ -41,6 +41,10 @@ private slots:
     void thePlaceIsScrolledTo();
     void aLongTextTakesManySteps_data();
     void aLongTextTakesManySteps();
+    void aLongLineTakesManySteps_data();
+    void aLongLineTakesManySteps();
+    void aLineThatBecomesShorterIsGoneThrough_data();
+    void aLineThatBecomesShorterIsGoneThrough();
     void theWayAroundEndsWhereItBegan_data();
     void theWayAroundEndsWhereItBegan();
     void aMatchAcrossTheStartIsFoundLast();
@@ -335,6 +339,48 @@ void TextFindTest::aLongTextTakesManySteps()
     view.moveCursor(forward ? QTextCursor::Start : QTextCursor::End);
     QCOMPARE(TextFind(&view, QStringLiteral("ab"), Options(), direction).step(60000),
              Result::Found);
+}
+
+void TextFindTest::aLongLineTakesManySteps_data()
+{
+    aLongTextTakesManySteps_data();
+}
+
+void TextFindTest::aLongLineTakesManySteps()
+{
+    QFETCH(Direction, direction);
+    const bool forward = direction == Direction::Forward;
+    constexpr int kPieces = 20;
+    const QString nothing = QStringLiteral("a ").repeated(kPieces * LineFinder::kPiece / 2);
+    QPlainTextEdit view(forward ? nothing + QStringLiteral("ab") : QStringLiteral("ab ") + nothing);
+    view.moveCursor(forward ? QTextCursor::Start : QTextCursor::End);
+    TextFind find(&view, QStringLiteral("a+(?=b)"), regexp(), direction);
+    int steps = 1;
+    while (find.step(0) == Result::Searching)
+        ++steps;
+    QVERIFY2(steps >= kPieces, qPrintable(QString::number(steps)));
+    QCOMPARE(find.step(0), Result::Found);
+    find.select();
+    QCOMPARE(view.textCursor().selectionStart(), forward ? nothing.size() : 0);
+    QCOMPARE(selected(view), QStringLiteral("a"));
+}
+
+void TextFindTest::aLineThatBecomesShorterIsGoneThrough_data()
+{
+    aLongTextTakesManySteps_data();
+}
+
+void TextFindTest::aLineThatBecomesShorterIsGoneThrough()
+{
+    QFETCH(Direction, direction);
+    const bool forward = direction == Direction::Forward;
+    QPlainTextEdit view(QStringLiteral("a ").repeated(10 * LineFinder::kPiece));
+    view.moveCursor(forward ? QTextCursor::Start : QTextCursor::End);
+    TextFind find(&view, QStringLiteral("a+(?=b)"), regexp(), direction);
+    for (int step = 0; step < 5; ++step)
+        QCOMPARE(find.step(0), Result::Searching);
+    view.setPlainText(QStringLiteral("ab"));
+    QCOMPARE(find.step(60000), Result::FoundAfterWrap);
 }
 
 void TextFindTest::theWayAroundEndsWhereItBegan_data()

@@ -60,6 +60,22 @@ class WindowTest(ProgramTestCase):
         self.assertTrue(text.startswith("/////////////////////// 中止しました "), text)
         self.assertEqual(program.quit(), 0)
 
+    def test_a_window_closes_while_a_line_takes_for_ever(self):
+        program = self.program
+        (self.tree / "a.log").write_text("b" + 20000 * "a" + "\n")
+        # With a single file nothing is searched.
+        (self.tree / "b.log").write_text("x\n")
+        program.hand_over(str(self.tree) + "/", "*.log", "(a|a)+(?=b)")
+        program.start()
+        program.keys("Return")
+        wait_for("the search", lambda: program.title() == "(a|a)+(?=b) -- sarvik")
+        # Until the engine is inside the line, from which nothing takes it.
+        time.sleep(2)
+        settings = program.folder / "sarvik.ini"
+        settings.unlink()
+        self.assertEqual(program.quit(), 0)
+        self.assertIn("\ngeometry=", settings.read_text(encoding="utf-8"))
+
     def test_a_request_of_before_is_there_again(self):
         program = self.program
         program.hand_over(str(self.tree) + "/", "*.txt", "灯台")

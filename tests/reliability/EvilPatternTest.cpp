@@ -1,3 +1,4 @@
+#include "engine/LineFinder.h"
 #include "tests/engine_support/SearchCaseGenerator.h"
 #include "view/FindPattern.h"
 #include "view/HighlightRules.h"
@@ -15,6 +16,8 @@ private slots:
     void aSearchEnds();
     void theMarksOfAFindEnd_data();
     void theMarksOfAFindEnd();
+    void aLongLineIsLeftBetweenTwoLooks_data();
+    void aLongLineIsLeftBetweenTwoLooks();
 };
 
 namespace {
@@ -90,6 +93,55 @@ void EvilPatternTest::theMarksOfAFindEnd()
     rules.visitMatches(line, HighlightRules::Group::Finds, line.size(),
                        [&marks](int, int, HighlightColour) { ++marks; });
     QCOMPARE(marks, 0);
+}
+
+void EvilPatternTest::aLongLineIsLeftBetweenTwoLooks_data()
+{
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<bool>("isRuledOut");
+    const auto row = [](const char *pattern, bool isRuledOut) {
+        QTest::newRow(pattern) << QString::fromLatin1(pattern) << isRuledOut;
+    };
+    row("\\w+\\d", true);
+    row("(a|a)*b$", true);
+    row("(a*)*b", true);
+    row("\\w+(?=\\d)", false);
+    row("(a|a)+(?=b)", false);
+    row("(?=(a+)+b)a+", false);
+    row("(a+)\\1b", true);
+    row("a+b?$", false);
+}
+
+/// Of marks and of both directions of a find. Taken at once, most of these lines
+/// would take minutes, and some of them by looks.
+void EvilPatternTest::aLongLineIsLeftBetweenTwoLooks()
+{
+    QFETCH(QString, pattern);
+    QFETCH(bool, isRuledOut);
+    constexpr int kEnoughLooks = 40;
+    const int length = isRuledOut ? 1 << 20 : HighlightRules::kLongText;
+    const QString line = QString(length, QLatin1Char('a')) + QLatin1Char('-');
+    const int pieces = line.size() / LineFinder::kPiece + 1;
+    const QRegExp expression(pattern);
+
+    HighlightRules rules;
+    rules.set(HighlightRules::findName(1), expression, HighlightColour::Find1);
+    const int turns = isRuledOut ? pieces : kEnoughLooks;
+    for (int turn = 1; turn < turns; ++turn)
+        QVERIFY(!rules.lookForFinds(line, line.size(), [] { return true; }));
+    if (isRuledOut)
+        QVERIFY(rules.lookForFinds(line, line.size(), [] { return true; }));
+
+    LineFinder finder(expression);
+    int at = line.size();
+    for (int turn = 0; turn < turns; ++turn) {
+        QVERIFY(at > 0);
+        const LineFinder::Look look = finder.lookBackward(line, at, line.size());
+        QVERIFY(!look.match.isValid());
+        QVERIFY(look.next < at);
+        at = look.next;
+    }
+    QCOMPARE(at == 0, isRuledOut);
 }
 
 QTEST_GUILESS_MAIN(EvilPatternTest)

@@ -23,6 +23,8 @@ private slots:
     void findsInALongTextBeginBeforeTheLimit();
     void otherRulesOfALongTextSeeBeyondTheLimit();
     void aFindThatSearchesToTheEndIsBounded();
+    void aLookForFindsGoesOnWhereItEnded();
+    void aChangedRuleIsLookedForAnew();
     void aRuleIsReplacedByItsName();
     void aRemovedRuleIsGone();
     void clearRemovesAll();
@@ -218,6 +220,35 @@ void HighlightRulesTest::aFindThatSearchesToTheEndIsBounded()
     rules.visitMatches(line, Group::Finds, 1 << 16,
                        [&found](int, int, HighlightColour) { ++found; });
     QCOMPARE(found, 0);
+}
+
+void HighlightRulesTest::aLookForFindsGoesOnWhereItEnded()
+{
+    const QString line = text("a ").repeated(2000) + text("ab");
+    HighlightRules rules;
+    rules.set(HighlightRules::findName(1), QRegExp(text("a+(?=b)")), kReserved);
+    rules.set(HighlightRules::findName(2), QRegExp(text("b+")), kKeyword);
+    int calls = 1;
+    while (!rules.lookForFinds(line, kAll, [] { return true; })) {
+        ++calls;
+        QVERIFY(calls < 1000);
+    }
+    // Four pieces for each rule at least.
+    QVERIFY2(calls >= 2 * 4, qPrintable(QString::number(calls)));
+    QVERIFY(rules.lookForFinds(line, kAll, [] { return true; }));
+    QCOMPARE(matchesOf(rules, line, Group::Finds), text("3:4000:1 2:4001:1"));
+}
+
+void HighlightRulesTest::aChangedRuleIsLookedForAnew()
+{
+    HighlightRules rules;
+    rules.set(HighlightRules::findName(1), QRegExp(text("a")), kReserved);
+    QCOMPARE(matchesOf(rules, text("ab"), Group::Finds), text("3:0:1"));
+    rules.set(HighlightRules::findName(1), QRegExp(text("b")), kReserved);
+    QCOMPARE(matchesOf(rules, text("ab"), Group::Finds), text("3:1:1"));
+    QCOMPARE(matchesOf(rules, text("ba"), Group::Finds), text("3:0:1"));
+    rules.remove(HighlightRules::findName(1));
+    QCOMPARE(matchesOf(rules, text("ba"), Group::Finds), QString());
 }
 
 void HighlightRulesTest::aRuleIsReplacedByItsName()

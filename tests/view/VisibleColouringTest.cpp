@@ -9,6 +9,7 @@
 #include <QTest>
 #include <QTextBlock>
 #include <QTextLayout>
+#include <QTimer>
 
 class VisibleColouringTest : public QObject {
     Q_OBJECT
@@ -27,6 +28,7 @@ private slots:
     void aLongLineIsColouredWhereItIsSeen();
     void aWrappedLineIsColouredWhole();
     void paintingComesToRest();
+    void eachPieceOfALongLineIsATurnOfItsOwn();
 
 private:
     ScratchFolder m_folder;
@@ -200,6 +202,31 @@ void VisibleColouringTest::paintingComesToRest()
     QTest::qWait(200);
     // The cursor may have blinked meanwhile.
     QVERIFY(paints.count() <= count + 1);
+}
+
+void VisibleColouringTest::eachPieceOfALongLineIsATurnOfItsOwn()
+{
+    constexpr int kLines = 5;
+    // Each begins with a value, which has its colour when the whole line has.
+    QString content;
+    for (int line = 0; line < kLines; ++line)
+        content += text("%1 ").arg(line) + text("a ").repeated(8000) + text("\n");
+    m_view->setPlainText(content);
+    m_highlighter->setTurn(0);
+    m_highlighter->setFind(QRegExp(text("a+b")));
+    const PaintCounter paints(m_view->viewport());
+    int others = 0;
+    QTimer betweenPieces;
+    connect(&betweenPieces, &QTimer::timeout, this, [&] { ++others; });
+    betweenPieces.start(0);
+    QTRY_VERIFY_WITH_TIMEOUT(isColoured(kLines - 1), 60000);
+    // As many units as may be on screen, at least.
+    const int pieces = 4096 / LineFinder::kPiece;
+    QVERIFY2(paints.count() >= kLines * pieces, qPrintable(QString::number(paints.count())));
+    // What else the event loop has to do is done meanwhile.
+    QVERIFY2(others >= kLines, qPrintable(QString::number(others)));
+    for (int line = 0; line < kLines; ++line)
+        QVERIFY(isColoured(line));
 }
 
 QTEST_MAIN(VisibleColouringTest)

@@ -7,8 +7,13 @@
 // process ends on the spot, with exit code 77. Otherwise it ends with 0 when the
 // file was saved, 1 when it could not be written, 3 when it could not be renamed
 // and 2 when it was not shown at all.
+//
+//   PreviewProcess --rescue FOLDER/
+//
+// Rescues a long text again and again, until somebody ends it.
 
 #include "mainwindow/preview/PreviewSaver.h"
+#include "mainwindow/preview/RescueFile.h"
 #include "settings/SaveSteps.h"
 
 #include <QCoreApplication>
@@ -27,6 +32,13 @@ void endAtStep(int last)
     });
 }
 
+[[noreturn]] void rescueForEver(const QString &folder)
+{
+    const QString text = QStringLiteral("a line\n").repeated(200000);
+    for (;;)
+        RescueFile::write(folder, QStringLiteral("a"), text, QDateTime::currentDateTime());
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -35,6 +47,8 @@ int main(int argc, char *argv[])
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() < 3)
         return 2;
+    if (arguments.at(1) == QLatin1String("--rescue"))
+        rescueForEver(arguments.at(2));
     PreviewFile file = PreviewFile::load(arguments.at(1), DetectionSettings(),
                                          [](const QString &, const QString &) {});
     if (!file.readable)

@@ -4,6 +4,9 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QThread>
 #include <QtTest>
 
 class RescueFileTest : public QObject {
@@ -18,6 +21,7 @@ private slots:
     void aNameTooLongIsCut_data();
     void aNameTooLongIsCut();
     void whatCannotBeWrittenIsSaid();
+    void aKillAtAnyMomentLeavesWholeTexts();
 
 private:
     QString write(const QString &fileName, const QString &text) const;
@@ -94,6 +98,28 @@ void RescueFileTest::whatCannotBeWrittenIsSaid()
     // A file stands where the folder should be.
     m_folder->write(QStringLiteral("kept"), "x");
     QCOMPARE(write(QStringLiteral("a"), QStringLiteral("text")), QString());
+}
+
+void RescueFileTest::aKillAtAnyMomentLeavesWholeTexts()
+{
+    constexpr int kWhole = 200000 * 7;
+    int whole = 0;
+    for (int round = 0; round < 20; ++round) {
+        m_folder = std::make_unique<ScratchFolder>();
+        QProcess process;
+        process.start(QStringLiteral(PREVIEW_PROCESS), {QStringLiteral("--rescue"), folder()});
+        QTRY_VERIFY(!QDir(folder()).entryList(QDir::Files).isEmpty());
+        QThread::usleep(QRandomGenerator::global()->bounded(20000u));
+        process.kill();
+        QVERIFY(process.waitForFinished());
+        const QFileInfoList files =
+            QDir(folder()).entryInfoList({QStringLiteral("*.txt")}, QDir::Files);
+        for (const QFileInfo &file : files) {
+            QVERIFY2(file.size() == 0 || file.size() == kWhole, qPrintable(file.fileName()));
+            whole += file.size() == kWhole ? 1 : 0;
+        }
+    }
+    QVERIFY(whole > 0);
 }
 
 QTEST_GUILESS_MAIN(RescueFileTest)
