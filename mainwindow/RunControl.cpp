@@ -18,7 +18,6 @@ constexpr int kTickMilliseconds = 150;
 
 /// Below them a search does not count for the memory of a machine.
 constexpr int kManyHits = 100000;
-
 bool g_isAnyLeftBehind = false;
 
 /// A file's name may hold a line break; what names it is one line all the same.

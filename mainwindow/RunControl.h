@@ -62,6 +62,12 @@ public:
     /// ends without a trace.
     void abandon();
 
+    /// A result view takes memory for each line. A search that has found many and
+    /// for which this says that there is too little left ends and tells so; what
+    /// was found and not yet listed is not listed then. By default what the system
+    /// tells.
+    void setMemoryCheck(const std::function<bool()> &isShort) { m_memoryIsShort = isShort; }
+
     /// Abandons a run and waits for it. False when it has not ended after so many
     /// milliseconds: it is in the middle of a line that its pattern is slow on.
     bool endWithin(int milliseconds);
@@ -70,12 +76,6 @@ public:
     /// destructors (isAnyLeftBehind()), because the run's threads go on.
     void leaveBehind();
     static bool isAnyLeftBehind();
-
-    /// A result view takes memory for each line. A search that has found many and
-    /// for which this says that there is too little left ends and tells so; what
-    /// was found and not yet listed is not listed then. By default what the system
-    /// tells.
-    void setMemoryCheck(const std::function<bool()> &isShort) { m_memoryIsShort = isShort; }
 
     void showProgress();
     void addLineCount(const QString &filename, int count);
@@ -105,10 +105,10 @@ private:
     QStringList m_pendingCounts; // its lines that are to be listed at the next tick
     bool m_running = false;
     bool m_abandoned = false;
-    bool m_stopping = false; // the engine has been asked to end
     std::function<bool()> m_memoryIsShort;
     bool m_shortOfMemory = false; // the run has ended for that
     int m_linesLeftOut = 0; // for that
+    bool m_stopping = false; // the engine has been asked to end
     // Emits into all of the above, so they go after it.
     std::unique_ptr<QTimer> m_timer; // as long as the engine runs
     SearchRun m_run;
