@@ -137,112 +137,114 @@ void MainWindowLogsTest::anotherLogStartsThePickingAgain()
     QVERIFY(m_fixture->chooseLog(text("other.log")));
     QTest::keyClick(view, Qt::Key_F5);
     QCOMPARE(view->pickedWord(), text("fourth"));
-    void MainWindowLogsTest::theWindowIsNamedAfterTheLogThatIsShown()
-    {
-        writeLog(text("old.log"), headerOf(text("old")));
-        QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.txt"), text("one")));
-        const auto title = [this] {
-            return m_fixture->window().windowTitle();
-        };
-        QCOMPARE(title(), text("one -- sarvik"));
-        QCOMPARE(m_fixture->statusText(), text("セーブしました"));
-        m_fixture->window().arrowBack();
-        QCOMPARE(title(), text("old -- sarvik"));
-        // It told of the search that is not shown any more.
-        QCOMPARE(m_fixture->statusText(), QString());
-        m_fixture->window().arrowForward();
-        QCOMPARE(title(), text("one -- sarvik"));
-        m_fixture->child<QToolButton>("arrowBackBtn")->menu()->actions().at(1)->trigger();
-        QCOMPARE(title(), text("old -- sarvik"));
-        writeLog(text("chosen.log"), headerOf(text("chosen")));
-        QVERIFY(m_fixture->chooseLog(text("chosen.log")));
-        QCOMPARE(title(), text("chosen -- sarvik"));
-        QVERIFY(m_fixture->chooseLog(text("old.log"), WindowFixture::LogChoice::AcceptWhatIsGone));
-        QCOMPARE(title(), text("chosen -- sarvik"));
-    }
+}
 
-    void MainWindowLogsTest::theLogOfTheStartNamesNothing()
-    {
-        QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.txt"), text("one")));
-        m_fixture->close();
-        m_fixture->open();
-        QCOMPARE(m_fixture->keyword1()->currentText(), text("one"));
-        QCOMPARE(m_fixture->window().windowTitle(), text("sarvik64"));
-    }
+void MainWindowLogsTest::theWindowIsNamedAfterTheLogThatIsShown()
+{
+    writeLog(text("old.log"), headerOf(text("old")));
+    QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.txt"), text("one")));
+    const auto title = [this] {
+        return m_fixture->window().windowTitle();
+    };
+    QCOMPARE(title(), text("one -- sarvik"));
+    QCOMPARE(m_fixture->statusText(), text("セーブしました"));
+    m_fixture->window().arrowBack();
+    QCOMPARE(title(), text("old -- sarvik"));
+    // It told of the search that is not shown any more.
+    QCOMPARE(m_fixture->statusText(), QString());
+    m_fixture->window().arrowForward();
+    QCOMPARE(title(), text("one -- sarvik"));
+    m_fixture->child<QToolButton>("arrowBackBtn")->menu()->actions().at(1)->trigger();
+    QCOMPARE(title(), text("old -- sarvik"));
+    writeLog(text("chosen.log"), headerOf(text("chosen")));
+    QVERIFY(m_fixture->chooseLog(text("chosen.log")));
+    QCOMPARE(title(), text("chosen -- sarvik"));
+    QVERIFY(m_fixture->chooseLog(text("old.log"), WindowFixture::LogChoice::AcceptWhatIsGone));
+    QCOMPARE(title(), text("chosen -- sarvik"));
+}
 
-    void MainWindowLogsTest::aBinaryFileIsSurvived()
-    {
-        QByteArray content;
-        for (int i = 0; i < 64 * 1024; ++i)
-            content += static_cast<char>(i * 7 + i / 251);
-        writeLog(text("binary.log"), content);
-        fillForm();
-        QVERIFY(m_fixture->chooseLog(text("binary.log")));
-        // What it says is nonsense, but the window goes on.
-        QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.txt"), text("one")));
-        QVERIFY(!m_fixture->resultText().contains(text("listed before")));
-        QVERIFY(m_fixture->resultText().contains(text("該当ファイル数 ")));
-    }
+void MainWindowLogsTest::theLogOfTheStartNamesNothing()
+{
+    QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.txt"), text("one")));
+    m_fixture->close();
+    m_fixture->open();
+    QCOMPARE(m_fixture->keyword1()->currentText(), text("one"));
+    QCOMPARE(m_fixture->window().windowTitle(), text("sarvik64"));
+}
 
-    void MainWindowLogsTest::aLongLabelIsCut_data()
-    {
-        QTest::addColumn<QString>("keyword");
-        QTest::addColumn<QString>("label");
-        // Behind it come five units of the label and the line distance.
-        const QString fitting(114, QLatin1Char('k'));
-        QTest::newRow("120 units") << fitting << fitting + text("　---　5");
-        const QString tooLong(115, QLatin1Char('k'));
-        QTest::newRow("121 units") << tooLong << tooLong + text("　---…");
-        const QString page(5000, QLatin1Char('k'));
-        QTest::newRow("a page") << page << page.left(119) + text("…");
-        // Doubled after the cut, they are one each in the menu.
-        const QString marks(200, QLatin1Char('&'));
-        QTest::newRow("marks of shortcuts") << marks << QString(238, QLatin1Char('&')) + text("…");
-    }
+void MainWindowLogsTest::aBinaryFileIsSurvived()
+{
+    QByteArray content;
+    for (int i = 0; i < 64 * 1024; ++i)
+        content += static_cast<char>(i * 7 + i / 251);
+    writeLog(text("binary.log"), content);
+    fillForm();
+    QVERIFY(m_fixture->chooseLog(text("binary.log")));
+    // What it says is nonsense, but the window goes on.
+    QVERIFY(m_fixture->search(m_fixture->tree.path(), text("*.txt"), text("one")));
+    QVERIFY(!m_fixture->resultText().contains(text("listed before")));
+    QVERIFY(m_fixture->resultText().contains(text("該当ファイル数 ")));
+}
 
-    void MainWindowLogsTest::aLongLabelIsCut()
-    {
-        QFETCH(QString, keyword);
-        writeLog(text("long.log"), headerOf(keyword));
-        m_fixture->window().makeBackMenu();
-        const QList<QAction *> entries =
-            m_fixture->child<QToolButton>("arrowBackBtn")->menu()->actions();
-        QCOMPARE(entries.size(), 1);
-        QTEST(entries.first()->text(), "label");
-    }
+void MainWindowLogsTest::aLongLabelIsCut_data()
+{
+    QTest::addColumn<QString>("keyword");
+    QTest::addColumn<QString>("label");
+    // Behind it come five units of the label and the line distance.
+    const QString fitting(114, QLatin1Char('k'));
+    QTest::newRow("120 units") << fitting << fitting + text("　---　5");
+    const QString tooLong(115, QLatin1Char('k'));
+    QTest::newRow("121 units") << tooLong << tooLong + text("　---…");
+    const QString page(5000, QLatin1Char('k'));
+    QTest::newRow("a page") << page << page.left(119) + text("…");
+    // Doubled after the cut, they are one each in the menu.
+    const QString marks(200, QLatin1Char('&'));
+    QTest::newRow("marks of shortcuts") << marks << QString(238, QLatin1Char('&')) + text("…");
+}
 
-    void MainWindowLogsTest::oneLogThatCannotBeWrittenLeavesTheOther_data()
-    {
-        QTest::addColumn<QString>("obstacle");
-        QTest::addColumn<bool>("lastSearch");
-        QTest::addColumn<int>("history");
-        QTest::newRow("the last search's") << text("sarvik.log/in/the/way") << false << 1;
-        QTest::newRow("the history's") << text("sarviklog") << true << 0;
-    }
+void MainWindowLogsTest::aLongLabelIsCut()
+{
+    QFETCH(QString, keyword);
+    writeLog(text("long.log"), headerOf(keyword));
+    m_fixture->window().makeBackMenu();
+    const QList<QAction *> entries =
+        m_fixture->child<QToolButton>("arrowBackBtn")->menu()->actions();
+    QCOMPARE(entries.size(), 1);
+    QTEST(entries.first()->text(), "label");
+}
 
-    void MainWindowLogsTest::oneLogThatCannotBeWrittenLeavesTheOther()
-    {
-        QFETCH(QString, obstacle);
-        QFETCH(bool, lastSearch);
-        QFETCH(int, history);
-        const QString path = WindowFixture::applicationFile(obstacle);
-        const bool isFolder = obstacle.contains(QLatin1Char('/'));
-        QFile file(path);
-        QVERIFY(isFolder ? QDir().mkpath(path) : file.open(QIODevice::WriteOnly));
-        file.close();
-        const bool searched = m_fixture->search(m_fixture->tree.path(), text("*.txt"), text("one"));
-        const QFileInfo last(WindowFixture::applicationFile(text("sarvik.log")));
-        const bool isWritten = last.isFile();
-        const int written = WindowFixture::logDirectory().entryList(QDir::Files).size();
-        const QString told = m_fixture->statusText();
-        // Before anything can fail: it would stand in the next test's way.
-        QVERIFY(isFolder ? QDir(last.filePath()).removeRecursively() : file.remove());
-        QVERIFY(searched);
-        QCOMPARE(isWritten, lastSearch);
-        QCOMPARE(written, history);
-        QCOMPARE(told, QString());
-        QVERIFY(m_fixture->prompt.messages.isEmpty());
-    }
+void MainWindowLogsTest::oneLogThatCannotBeWrittenLeavesTheOther_data()
+{
+    QTest::addColumn<QString>("obstacle");
+    QTest::addColumn<bool>("lastSearch");
+    QTest::addColumn<int>("history");
+    QTest::newRow("the last search's") << text("sarvik.log/in/the/way") << false << 1;
+    QTest::newRow("the history's") << text("sarviklog") << true << 0;
+}
 
-    QTEST_MAIN(MainWindowLogsTest)
+void MainWindowLogsTest::oneLogThatCannotBeWrittenLeavesTheOther()
+{
+    QFETCH(QString, obstacle);
+    QFETCH(bool, lastSearch);
+    QFETCH(int, history);
+    const QString path = WindowFixture::applicationFile(obstacle);
+    const bool isFolder = obstacle.contains(QLatin1Char('/'));
+    QFile file(path);
+    QVERIFY(isFolder ? QDir().mkpath(path) : file.open(QIODevice::WriteOnly));
+    file.close();
+    const bool searched = m_fixture->search(m_fixture->tree.path(), text("*.txt"), text("one"));
+    const QFileInfo last(WindowFixture::applicationFile(text("sarvik.log")));
+    const bool isWritten = last.isFile();
+    const int written = WindowFixture::logDirectory().entryList(QDir::Files).size();
+    const QString told = m_fixture->statusText();
+    // Before anything can fail: it would stand in the next test's way.
+    QVERIFY(isFolder ? QDir(last.filePath()).removeRecursively() : file.remove());
+    QVERIFY(searched);
+    QCOMPARE(isWritten, lastSearch);
+    QCOMPARE(written, history);
+    QCOMPARE(told, QString());
+    QVERIFY(m_fixture->prompt.messages.isEmpty());
+}
+
+QTEST_MAIN(MainWindowLogsTest)
 #include "MainWindowLogsTest.moc"
