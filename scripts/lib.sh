@@ -81,6 +81,8 @@ build_loudly() {
     # to know in one clone what was built in another.
     export CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
     export CCACHE_BASEDIR=$top CCACHE_NOHASHDIR=true
+    # It also compares the language of the compiler's messages.
+    export LC_ALL=C.UTF-8
     # Joined by "&&": the caller asks for the outcome, which switches off "set -e".
     (
         cd "$top" \
