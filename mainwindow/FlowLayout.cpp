@@ -65,7 +65,11 @@ QSize FlowLayout::minimumSize() const
 void FlowLayout::setGeometry(const QRect &rectangle)
 {
     QLayout::setGeometry(rectangle);
-    flow(rectangle, Do::Place);
+    const int height = flow(rectangle, Do::Place);
+    // A window does not ask for the height that goes with a width when it is told how
+    // small it may be: the rows would be taken from the fields around them.
+    if (parentWidget()->minimumHeight() != height)
+        parentWidget()->setMinimumHeight(height);
 }
 
 /// Returns the height of all rows.

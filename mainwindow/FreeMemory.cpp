@@ -2,10 +2,11 @@
 
 #include <algorithm>
 
-bool FreeMemory::isShort(const Memory &memory)
+bool FreeMemory::isTaken(const Memory &before, const Memory &now)
 {
-    constexpr qint64 kLeastBytes = Q_INT64_C(512) * 1024 * 1024;
-    if (memory.total < 0 || memory.available < 0)
+    constexpr qint64 kMebibyte = 1024 * 1024;
+    if (now.total < 0 || now.available < 0 || before.available < 0)
         return false;
-    return memory.available < std::max(memory.total / 10, kLeastBytes);
+    const qint64 least = std::clamp(now.total / 10, 512 * kMebibyte, 2048 * kMebibyte);
+    return now.available < least && before.available - now.available >= 256 * kMebibyte;
 }

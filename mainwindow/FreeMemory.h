@@ -14,7 +14,9 @@ struct Memory {
 /// As the system tells; any thread.
 Memory now();
 
-/// Less than a tenth is left, or less than 512 MiB. False where nothing is known.
-bool isShort(const Memory &memory);
+/// Whether who had before to take has taken what is missing now: a tenth of the
+/// memory, but at least 512 MiB and at most 2 GiB, is no longer left, and 256 MiB or
+/// more went since then. False where nothing is known.
+bool isTaken(const Memory &before, const Memory &now);
 
 } // namespace FreeMemory

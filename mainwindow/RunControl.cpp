@@ -2,7 +2,6 @@
 
 #include "engine/LineCountReport.h"
 #include "engine/SignalSpool.h"
-#include "mainwindow/FreeMemory.h"
 #include "mainwindow/ProgressPanel.h"
 #include "mainwindow/SearchForm.h"
 #include "mainwindow/SearchSummary.h"
@@ -12,12 +11,12 @@
 #include <QCoreApplication>
 #include <QStatusBar>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int kTickMilliseconds = 150;
 
-/// Below them a search does not count for the memory of a machine.
-constexpr int kManyHits = 100000;
 bool g_isAnyLeftBehind = false;
 
 /// A file's name may hold a line break; what names it is one line all the same.
@@ -31,10 +30,7 @@ QStringList onOneLineEach(QStringList messages)
 } // namespace
 
 RunControl::RunControl(const Views &views, QObject *parent)
-    : QObject(parent)
-    , m_views(views)
-    , m_listing(*views.resultView, *views.panel)
-    , m_memoryIsShort([] { return FreeMemory::isShort(FreeMemory::now()); })
+    : QObject(parent), m_views(views), m_listing(*views.resultView, *views.panel)
 {
     connect(&m_run, &SearchRun::searchFinished, this, &RunControl::searchFinished);
     connect(&m_run, &SearchRun::lineCountFinished, this, &RunControl::lineCountFinished);
@@ -53,8 +49,9 @@ void RunControl::start(const SearchCondition &condition)
     m_stopping = false;
     m_condition = condition;
     m_pendingCounts.clear();
+    m_memoryAtStart = m_memory();
     m_shortOfMemory = false;
-    m_linesLeftOut = 0;
+    m_hitsLeftOut = 0;
     m_elapsed.start();
     m_listing.reset();
     // It tells of this run from now on.
@@ -112,21 +109,21 @@ void RunControl::showProgress()
     if (!spool)
         return;
     m_listing.tick(*spool);
-    const QString file = spool->currentFile();
-    m_views.statusBar->showMessage(m_stopping ? QStringLiteral("中止しています　%1").arg(file)
-                                              : file);
+    // Which file it waits for is not known: the last one may not be the slow one.
+    m_views.statusBar->showMessage(m_stopping ? QStringLiteral("中止しています")
+                                              : spool->currentFile());
     m_listing.takeLines(*spool);
     listPendingCounts();
-    if (!m_shortOfMemory) {
-        endWhenShortOfMemory(*spool);
-        if (m_shortOfMemory)
-            abort();
-    }
+    if (m_shortOfMemory)
+        return;
+    lookAtMemory();
+    if (m_shortOfMemory)
+        abort();
 }
 
-void RunControl::endWhenShortOfMemory(const SignalSpool &spool)
+void RunControl::lookAtMemory()
 {
-    m_shortOfMemory = m_shortOfMemory || (spool.hitLineCount() >= kManyHits && m_memoryIsShort());
+    m_shortOfMemory = m_shortOfMemory || FreeMemory::isTaken(m_memoryAtStart, m_memory());
 }
 
 void RunControl::addLineCount(const QString &filename, int count)
@@ -151,13 +148,16 @@ std::optional<QStringList> RunControl::listSearchEnd(bool aborted)
     m_views.form->setButton(SearchForm::Button::Displaying);
     // The engine has ended; there is nothing left to abort.
     m_views.form->setButtonEnabled(false);
-    const SignalSpool &spool = *m_run.spool();
-    QStringList unlisted = m_listing.drain(*m_run.spool(), [this, &spool] {
-        endWhenShortOfMemory(spool);
+    QStringList unlisted = m_listing.drain(*m_run.spool(), [this] {
+        lookAtMemory();
         return m_abandoned || m_shortOfMemory;
     });
     if (m_shortOfMemory) {
-        m_linesLeftOut = unlisted.size();
+        const auto isHead = [](const QString &line) {
+            return line.startsWith(QLatin1String("::"));
+        };
+        m_hitsLeftOut = unlisted.size()
+            - static_cast<int>(std::count_if(unlisted.cbegin(), unlisted.cend(), isHead));
         unlisted.clear();
     }
     const QStringList summary = summaryLines(aborted);
@@ -185,7 +185,7 @@ QStringList RunControl::summaryLines(bool aborted)
     outcome.elapsedMilliseconds = m_elapsed.elapsed();
     QStringList lines = SearchSummary::lines(outcome);
     if (m_shortOfMemory)
-        lines += SearchSummary::shortOfMemory(m_linesLeftOut);
+        lines += SearchSummary::shortOfMemory(m_hitsLeftOut);
     if (form.skipped) {
         QStringList warnings;
         spool.takeWarnings(&warnings);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/SearchCondition.h"
+#include "mainwindow/FreeMemory.h"
 #include "mainwindow/ResultListing.h"
 #include "mainwindow/SearchRun.h"
 
@@ -62,11 +63,11 @@ public:
     /// ends without a trace.
     void abandon();
 
-    /// A result view takes memory for each line. A search that has found many and
-    /// for which this says that there is too little left ends and tells so; what
-    /// was found and not yet listed is not listed then. By default what the system
-    /// tells.
-    void setMemoryCheck(const std::function<bool()> &isShort) { m_memoryIsShort = isShort; }
+    /// A result view takes memory for each line. A search that has taken too much of
+    /// it ends and tells so; what was found and not yet listed is not listed then.
+    /// memory is asked at the start and again and again; by default the system.
+    using MemorySource = std::function<FreeMemory::Memory()>;
+    void setMemorySource(const MemorySource &memory) { m_memory = memory; }
 
     /// Abandons a run and waits for it. False when it has not ended after so many
     /// milliseconds: it is in the middle of a line that its pattern is slow on.
@@ -94,7 +95,7 @@ public:
 
 private:
     QStringList summaryLines(bool aborted);
-    void endWhenShortOfMemory(const SignalSpool &spool);
+    void lookAtMemory();
     void listPendingCounts();
 
     const Views m_views;
@@ -105,9 +106,10 @@ private:
     QStringList m_pendingCounts; // its lines that are to be listed at the next tick
     bool m_running = false;
     bool m_abandoned = false;
-    std::function<bool()> m_memoryIsShort;
+    MemorySource m_memory = &FreeMemory::now;
+    FreeMemory::Memory m_memoryAtStart;
     bool m_shortOfMemory = false; // the run has ended for that
-    int m_linesLeftOut = 0; // for that
+    int m_hitsLeftOut = 0; // for that
     bool m_stopping = false; // the engine has been asked to end
     // Emits into all of the above, so they go after it.
     std::unique_ptr<QTimer> m_timer; // as long as the engine runs

@@ -50,10 +50,10 @@ QStringList warningSection(const QStringList &skipped)
     return headed(QStringLiteral("---------- Warning skip foler or file ------------"), skipped);
 }
 
-QString shortOfMemory(int linesLeftOut)
+QString shortOfMemory(int hitsLeftOut)
 {
     return QStringLiteral("メモリが足りなくなったため中止しました。見つけて表示していない行 %L1")
-        .arg(linesLeftOut);
+        .arg(hitsLeftOut);
 }
 
 QStringList errorSection(const QStringList &unreadable)

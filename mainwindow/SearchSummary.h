@@ -30,8 +30,9 @@ QStringList lines(const Outcome &outcome);
 /// "/////// … ///////", which stands in place of the separator after an abort.
 QString abortBanner();
 
-/// Why a search ended that took too much memory; linesLeftOut: found, not listed.
-QString shortOfMemory(int linesLeftOut);
+/// Why a search ended that took too much memory; hitsLeftOut: lines found,
+/// not listed.
+QString shortOfMemory(int hitsLeftOut);
 
 /// Seconds with two decimals up to one minute and exactly that, whole minutes
 /// and seconds beyond.

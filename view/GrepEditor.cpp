@@ -281,6 +281,10 @@ void GrepEditor::keyPressEvent(QKeyEvent *event)
     } else if (key == Qt::Key_G && event->modifiers() == Qt::AltModifier) {
         othergrep();
         return;
+    } else if (event->modifiers() == Qt::AltModifier
+               && (key == Qt::Key_Left || key == Qt::Key_Right)) {
+        // Keys of the window's; where there is no further search they move nothing.
+        return;
     }
     QPlainTextEdit::keyPressEvent(event);
 }

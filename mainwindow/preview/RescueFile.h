@@ -11,7 +11,8 @@ namespace RescueFile {
 /// cut where the name would be too long for a file system, and ".txt". Where there
 /// is such a file, "_02", "_03" and so on follow the time. Returns the file's path;
 /// empty when it could not be written, and then no part of it is left. A program that
-/// is killed meanwhile leaves an empty file at most.
+/// is killed meanwhile leaves an empty file at most, and one with a further ending of
+/// six letters.
 QString write(const QString &directory, const QString &fileName, const QString &text,
               const QDateTime &time);
 

@@ -17,6 +17,10 @@ private slots:
     void littleMemoryIsATenthOfItOrHalfAGigabyte_data();
     void littleMemoryIsATenthOfItOrHalfAGigabyte();
     void theSystemTellsItsMemory();
+
+private:
+    FreeMemory::Memory m_memory;
+    qint64 m_takenEachTime = 0;
 };
 
 namespace {
@@ -32,12 +36,19 @@ void MainWindowMemoryTest::init()
         m_fixture->tree.write(QString::fromLatin1(name), QByteArray("one apple\n").repeated(70000));
     m_fixture->tree.write(QStringLiteral("few.none"), "one pear\n");
     m_fixture->tree.write(QStringLiteral("others.none"), "one pear\n");
+    m_memory = {4 * kGigabyte, kGigabyte};
+    m_takenEachTime = 0;
     m_fixture->open();
-    m_fixture->window().findChild<RunControl *>()->setMemoryCheck([] { return true; });
+    m_fixture->window().findChild<RunControl *>()->setMemorySource([this] {
+        const FreeMemory::Memory before = m_memory;
+        m_memory.available -= m_takenEachTime;
+        return before;
+    });
 }
 
 void MainWindowMemoryTest::aSearchThatTakesTheLastMemoryEndsAndSaysSo()
 {
+    m_takenEachTime = kGigabyte / 2;
     QVERIFY(m_fixture->search(m_fixture->tree.path(), QStringLiteral("*.txt"),
                               QStringLiteral("apple")));
     const QString result = m_fixture->resultText();
@@ -47,13 +58,17 @@ void MainWindowMemoryTest::aSearchThatTakesTheLastMemoryEndsAndSaysSo()
     const QString reason =
         QStringLiteral("メモリが足りなくなったため中止しました。見つけて表示していない行 ");
     QVERIFY(result.contains(reason));
-    // Lines and heads are left out alike.
     const QString number = result.section(reason, 1).section(QLatin1Char('\n'), 0, 0);
-    const int leftOut = QString(number).remove(QLatin1Char(',')).toInt();
-    const int listed = shown + result.count(QStringLiteral("\n::"))
-        + (result.startsWith(QLatin1String("::")) ? 1 : 0);
-    QVERIFY2(leftOut > 0 && listed + leftOut <= 210003, qPrintable(number));
+    const QString found =
+        result.section(QStringLiteral("該当行数 "), 1).section(QLatin1Char('\n'), 0, 0);
+    const auto numberOf = [](QString text) {
+        return text.remove(QLatin1Char(',')).toInt();
+    };
+    QVERIFY(numberOf(number) > 0);
+    QCOMPARE(shown + numberOf(number), numberOf(found));
     // The next one begins anew.
+    m_memory.available = kGigabyte;
+    m_takenEachTime = 0;
     QVERIFY(m_fixture->search(m_fixture->tree.path(), QStringLiteral("*.none"),
                               QStringLiteral("pear")));
     QVERIFY(!m_fixture->resultText().contains(reason));
@@ -61,6 +76,7 @@ void MainWindowMemoryTest::aSearchThatTakesTheLastMemoryEndsAndSaysSo()
 
 void MainWindowMemoryTest::aSmallSearchIsNotBlamedForAFullMachine()
 {
+    m_memory.available = kGigabyte / 4;
     QVERIFY(m_fixture->search(m_fixture->tree.path(), QStringLiteral("*.none"),
                               QStringLiteral("pear")));
     QCOMPARE(m_fixture->resultText().count(QStringLiteral("one pear")), 2);
@@ -69,22 +85,33 @@ void MainWindowMemoryTest::aSmallSearchIsNotBlamedForAFullMachine()
 
 void MainWindowMemoryTest::littleMemoryIsATenthOfItOrHalfAGigabyte_data()
 {
+    constexpr qint64 kMuch = 256 * Q_INT64_C(1024) * 1024;
     QTest::addColumn<qint64>("total");
-    QTest::addColumn<qint64>("available");
-    QTest::addColumn<bool>("isShort");
-    QTest::newRow("a tenth of much") << 20 * kGigabyte << 2 * kGigabyte << false;
-    QTest::newRow("less of much") << 20 * kGigabyte << 2 * kGigabyte - 1 << true;
-    QTest::newRow("half a gigabyte of little") << 2 * kGigabyte << kGigabyte / 2 << false;
-    QTest::newRow("less of little") << 2 * kGigabyte << kGigabyte / 2 - 1 << true;
-    QTest::newRow("not known") << qint64(-1) << qint64(-1) << false;
-    QTest::newRow("half known") << 20 * kGigabyte << qint64(-1) << false;
+    QTest::addColumn<qint64>("before");
+    QTest::addColumn<qint64>("now");
+    QTest::addColumn<bool>("isTaken");
+    QTest::newRow("a tenth") << 10 * kGigabyte << 4 * kGigabyte << kGigabyte << false;
+    QTest::newRow("less") << 10 * kGigabyte << 4 * kGigabyte << kGigabyte - 1 << true;
+    QTest::newRow("half a gigabyte of little")
+        << 2 * kGigabyte << kGigabyte << kGigabyte / 2 << false;
+    QTest::newRow("less of little") << 2 * kGigabyte << kGigabyte << kGigabyte / 2 - 1 << true;
+    QTest::newRow("two gigabytes of much")
+        << 256 * kGigabyte << 9 * kGigabyte << 2 * kGigabyte << false;
+    QTest::newRow("less of much") << 256 * kGigabyte << 9 * kGigabyte << 2 * kGigabyte - 1 << true;
+    const qint64 little = kGigabyte / 2 - 1;
+    QTest::newRow("taken by this run") << 2 * kGigabyte << little + kMuch << little << true;
+    QTest::newRow("little before, too") << 2 * kGigabyte << little + kMuch - 1 << little << false;
+    QTest::newRow("not known") << qint64(-1) << qint64(-1) << qint64(-1) << false;
+    QTest::newRow("not known at the start") << 20 * kGigabyte << qint64(-1) << little << false;
+    QTest::newRow("not known now") << 20 * kGigabyte << kGigabyte << qint64(-1) << false;
 }
 
 void MainWindowMemoryTest::littleMemoryIsATenthOfItOrHalfAGigabyte()
 {
     QFETCH(qint64, total);
-    QFETCH(qint64, available);
-    QTEST(FreeMemory::isShort({total, available}), "isShort");
+    QFETCH(qint64, before);
+    QFETCH(qint64, now);
+    QTEST(FreeMemory::isTaken({total, before}, {total, now}), "isTaken");
 }
 
 void MainWindowMemoryTest::theSystemTellsItsMemory()
