@@ -14,7 +14,7 @@ using StandardStreams::Stream;
 
 namespace {
 
-/// Often enough that results do not pile up in the spool and progress is seen,
+/// Often enough that results do not pile up and progress is seen,
 /// rarely enough to cost nothing.
 constexpr int kTickMilliseconds = 40;
 

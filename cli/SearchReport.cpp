@@ -15,11 +15,12 @@ void SearchReport::addHits(const FileResult &file)
     Lines lines = {m_sort ? NativePath::toNative(file.path) : QByteArray(), m_format->format(file)};
     if (m_sort) // they stay for long
         lines.bytes.squeeze();
+    const qint64 waiting = m_sort ? 0 : lines.bytes.size();
+    const std::lock_guard lock(m_lock);
+    m_files.push_back(std::move(lines)); // first: it may find no memory
+    m_waitingBytes += waiting;
     m_hits += file.hits.size();
     m_matchedFiles += file.hits.isEmpty() ? 0 : 1;
-    const std::lock_guard lock(m_lock);
-    m_waitingBytes += m_sort ? 0 : lines.bytes.size();
-    m_files.push_back(std::move(lines));
 }
 
 void SearchReport::writeWaiting()
@@ -30,9 +31,11 @@ void SearchReport::writeWaiting()
     {
         const std::lock_guard lock(m_lock);
         files.swap(m_files);
-        m_waitingBytes = 0;
     }
-    writeAll(files);
+    for (const Lines &file : files) {
+        m_output(file.bytes);
+        m_waitingBytes -= file.bytes.size();
+    }
 }
 
 void SearchReport::finish(bool)
@@ -40,14 +43,9 @@ void SearchReport::finish(bool)
     const std::lock_guard lock(m_lock);
     std::stable_sort(m_files.begin(), m_files.end(),
                      [](const Lines &a, const Lines &b) { return a.path < b.path; });
-    writeAll(m_files);
-    m_files.clear();
-}
-
-void SearchReport::writeAll(const std::vector<Lines> &files)
-{
-    for (const Lines &file : files)
+    for (const Lines &file : m_files)
         m_output(file.bytes);
+    m_files.clear();
 }
 
 RunReport::Counts SearchReport::counts(int searched) const

@@ -36,8 +36,6 @@ private:
         QByteArray bytes;
     };
 
-    void writeAll(const std::vector<Lines> &files);
-
     const Output m_output;
     const std::unique_ptr<ResultFormat> m_format;
     const bool m_sort;

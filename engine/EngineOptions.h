@@ -42,8 +42,10 @@ struct EngineOptions {
     /// Takes what was found in a file, in place of the signals foundAtList and
     /// foundAtFile, on the thread that searched it, so that what is made of a hit
     /// there goes on and the hit does not. codeSet: in which the file was read;
-    /// hits: empty where only the name counts. Several threads call it at a time,
-    /// all of them before finished() is emitted.
+    /// hits: empty where only the name counts. Nothing of a file in the middle of
+    /// which the run is aborted. Several threads call it at a time, all of them
+    /// before finished() is emitted. It may throw std::bad_alloc, which is told of
+    /// that file as an error, and nothing else.
     std::function<void(const QString &path, int codeSet, const QStringList &hits)> hitSink;
 
     /// Asked by the loaders before each file: while it is true they wait, so that

@@ -83,7 +83,8 @@ public:
     /// otherwise. Returns at once.
     void abort();
 
-    /// Result lines that wait to be taken.
+    /// Result lines that wait to be taken; none, nor any file or hit counted, where
+    /// EngineOptions::hitSink takes them.
     int resultCount() const;
     /// Moves up to max result lines (all when max is below 1) to the end of
     /// lines; returns how many. A batch may end between a head and its hits.

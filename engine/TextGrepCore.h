@@ -38,6 +38,7 @@ class TextGrepCore : public QObject {
 signals:
     void progressReport(int filecount, qulonglong totalchars, qulonglong totalCompressedChars);
     void progressFileReport(QString filename);
+    /// This and the next: not where EngineOptions::hitSink takes the hits.
     void foundAtFile(QString filename);
     /// One list a file, lines in order. It travels as a value: a list that is
     /// never delivered frees itself.

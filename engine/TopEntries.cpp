@@ -41,7 +41,6 @@ void TopEntries::queue()
         if (entry.isEmpty())
             continue;
         emit m_core.progressFileCount();
-        QThread::yieldCurrentThread();
         if (m_run.isAborted())
             return;
         if (namesFolder(entry)) {

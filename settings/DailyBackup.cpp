@@ -52,7 +52,7 @@ bool copyWithDate(const QString &path, const QString &copy)
 
 bool drop(const QString &path, int number)
 {
-    return mayTake(Step::DropOldestBackup) && QFile::remove(generation(path, number));
+    return mayTake(Step::DropBackup) && QFile::remove(generation(path, number));
 }
 
 /// Does not overwrite.
@@ -105,13 +105,19 @@ void DailyBackup::makeDailyBackup(const QString &path, const QDate &today)
     if (!isDue(path, today))
         return;
     const QString copy = path + QStringLiteral(".bak.new");
-    // It stays behind when an earlier backup was cut short.
+    const QString unfinished = path + QStringLiteral(".bak.next");
+    QFile::rename(unfinished, copy); // unless there is one
+    // It stays behind when an earlier backup was cut short, and until there is a newer
+    // one: it is the only sign of the gap.
     const bool cutShort = QFileInfo::exists(copy);
-    QFile::remove(copy);
-    if (!copyWithDate(path, copy)) {
-        QFile::remove(copy);
+    QFile::remove(unfinished);
+    if (!copyWithDate(path, unfinished)) {
+        QFile::remove(unfinished);
         return;
     }
+    QFile::remove(copy);
+    if (!QFile::rename(unfinished, copy))
+        return;
     const int gap = firstGap(path);
     if (cutShort && gap <= kGenerations)
         closeGap(path, gap);

@@ -100,17 +100,24 @@ bool IniFile::update(const Edit &edit, Backup backup) const
     edit(document);
     const QByteArray content = document.toBytes();
     const bool withBackup = locked && backup == Backup::Daily;
-    const bool replaced = repeated([&] { return replace(target, content, withBackup); });
-    return mayTake(Step::Finished) && replaced;
+    Replacement replacement = Replacement::NotWritten;
+    // What cannot even be written to the folder will not be a moment later.
+    repeated([&] {
+        replacement = replace(target, content, withBackup);
+        return replacement != Replacement::NotReplaced;
+    });
+    return mayTake(Step::Finished) && replacement == Replacement::Done;
 }
 
-bool IniFile::replace(const QString &target, const QByteArray &content, bool withBackup) const
+IniFile::Replacement IniFile::replace(const QString &target, const QByteArray &content,
+                                      bool withBackup) const
 {
     QSaveFile file(target);
     if (!mayTake(Step::WriteNew) || !file.open(QIODevice::WriteOnly)
         || file.write(content) != content.size() || !file.flush())
-        return false;
+        return Replacement::NotWritten;
     if (withBackup)
         DailyBackup::makeDailyBackup(m_path);
-    return mayTake(Step::ReplaceOld) && file.commit();
+    const bool replaced = mayTake(Step::ReplaceOld) && file.commit();
+    return replaced ? Replacement::Done : Replacement::NotReplaced;
 }

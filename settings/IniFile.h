@@ -54,7 +54,9 @@ public:
     bool update(const Edit &edit, Backup backup = Backup::None) const;
 
 private:
-    bool replace(const QString &target, const QByteArray &content, bool withBackup) const;
+    enum class Replacement { Done, NotWritten, NotReplaced };
+
+    Replacement replace(const QString &target, const QByteArray &content, bool withBackup) const;
 
     QString m_path;
     IniDocument::Form m_form;

@@ -13,7 +13,7 @@ enum class Step {
     WriteNew,
     CopyForBackup,
     DateBackup,
-    DropOldestBackup,
+    DropBackup, // one that gives way, usually the oldest
     ShiftBackup,
     PlaceBackup,
     ReplaceOld,

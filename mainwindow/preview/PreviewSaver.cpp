@@ -76,7 +76,7 @@ private:
         const QString backup = backupName();
         const Stamp former = NativeFile::stampOf(backup);
         if (former.exists) {
-            if (!mayTake(Step::DropOldestBackup))
+            if (!mayTake(Step::DropBackup))
                 return false;
             NativeFile::clearAttributes(backup);
             if (!NativeFile::remove(backup))

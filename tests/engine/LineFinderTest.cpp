@@ -11,6 +11,8 @@ class LineFinderTest : public QObject {
 private slots:
     void aLineThatIsInSightIsSeenWhole_data();
     void aLineThatIsInSightIsSeenWhole();
+    void caseAndGreedMeanWhatTheyMeanElsewhere_data();
+    void caseAndGreedMeanWhatTheyMeanElsewhere();
     void shortMatchesInALongLineAreThoseOfAnyLine_data();
     void shortMatchesInALongLineAreThoseOfAnyLine();
     void matchesOfAPatternThatRepeatsNothingAreExact();
@@ -46,10 +48,9 @@ QString letters(int count)
 }
 
 /// In the time that the pattern takes on the whole line at once.
-QStringList forwardInOneGo(const QString &pattern, const QString &line)
+QStringList forwardInOneGo(const QRegExp &expression, const QString &line)
 {
     QStringList found;
-    const QRegExp expression(pattern);
     for (int at = expression.indexIn(line); at >= 0 && at < line.size();) {
         const int length = expression.matchedLength();
         if (length > 0)
@@ -59,10 +60,9 @@ QStringList forwardInOneGo(const QString &pattern, const QString &line)
     return found;
 }
 
-QStringList backwardInOneGo(const QString &pattern, const QString &line)
+QStringList backwardInOneGo(const QRegExp &expression, const QString &line)
 {
     QStringList found;
-    const QRegExp expression(pattern);
     for (int end = line.size(), at = end; at > 0;) {
         at = expression.lastIndexIn(line, at - 1);
         if (at < 0)
@@ -128,8 +128,41 @@ void LineFinderTest::aLineThatIsInSightIsSeenWhole()
 {
     QFETCH(QString, pattern);
     const QString line = randomLine(LineFinder::kSight);
-    QCOMPARE(forwardByLooks(LineFinder(QRegExp(pattern)), line), forwardInOneGo(pattern, line));
-    QCOMPARE(backwardByLooks(LineFinder(QRegExp(pattern)), line), backwardInOneGo(pattern, line));
+    QCOMPARE(forwardByLooks(LineFinder(QRegExp(pattern)), line),
+             forwardInOneGo(QRegExp(pattern), line));
+    QCOMPARE(backwardByLooks(LineFinder(QRegExp(pattern)), line),
+             backwardInOneGo(QRegExp(pattern), line));
+}
+
+void LineFinderTest::caseAndGreedMeanWhatTheyMeanElsewhere_data()
+{
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<bool>("minimal");
+    // Without "İ": alone, the toolkit's own search passes over it where a try at its
+    // place matches.
+    for (const char *pattern : {"a.*B", "i+", "s+", "K.", "k+灯?", "\\bA", "[A-C]+", "灯.*守",
+                                "(a|灯)+", "ſ", "^A", "b$"}) {
+        for (const bool minimal : {false, true})
+            QTest::addRow("%s%s", pattern, minimal ? ", least" : "")
+                << QString::fromUtf8(pattern) << minimal;
+    }
+}
+
+void LineFinderTest::caseAndGreedMeanWhatTheyMeanElsewhere()
+{
+    QFETCH(QString, pattern);
+    QFETCH(bool, minimal);
+    QRegExp expression(pattern, Qt::CaseInsensitive);
+    expression.setMinimal(minimal);
+    const QString letters = QString::fromUtf8("aAbB cC_iIİısSſkK\u212A灯守");
+    std::mt19937 random(11);
+    for (const int size : {40, 255, 256, 257, 600, LineFinder::kSight}) {
+        QString line;
+        while (line.size() < size)
+            line += letters.at(int(random() % unsigned(letters.size())));
+        QCOMPARE(forwardByLooks(LineFinder(expression), line), forwardInOneGo(expression, line));
+        QCOMPARE(backwardByLooks(LineFinder(expression), line), backwardInOneGo(expression, line));
+    }
 }
 
 void LineFinderTest::shortMatchesInALongLineAreThoseOfAnyLine_data()
@@ -144,8 +177,10 @@ void LineFinderTest::shortMatchesInALongLineAreThoseOfAnyLine()
 {
     QFETCH(QString, pattern);
     const QString line = randomLine(kLong);
-    QCOMPARE(forwardByLooks(LineFinder(QRegExp(pattern)), line), forwardInOneGo(pattern, line));
-    QCOMPARE(backwardByLooks(LineFinder(QRegExp(pattern)), line), backwardInOneGo(pattern, line));
+    QCOMPARE(forwardByLooks(LineFinder(QRegExp(pattern)), line),
+             forwardInOneGo(QRegExp(pattern), line));
+    QCOMPARE(backwardByLooks(LineFinder(QRegExp(pattern)), line),
+             backwardInOneGo(QRegExp(pattern), line));
 }
 
 void LineFinderTest::matchesOfAPatternThatRepeatsNothingAreExact()

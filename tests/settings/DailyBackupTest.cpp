@@ -194,6 +194,11 @@ void DailyBackupTest::aRotationCutShortLosesNothingTheNextTime()
     int taken = 0;
     SaveSteps::setObserver([&](Step) { return taken++ < steps; });
     DailyBackup::makeDailyBackup(path(), m_today);
+    // A disk that is full the day after must not make it forget what is missing.
+    for (const Step failing : {Step::CopyForBackup, Step::DateBackup}) {
+        SaveSteps::setObserver([failing](Step step) { return step != failing; });
+        DailyBackup::makeDailyBackup(path(), m_today);
+    }
     SaveSteps::setObserver(nullptr);
     DailyBackup::makeDailyBackup(path(), m_today);
     QCOMPARE(content(QStringLiteral("a.ini.bak1")), QByteArray("new"));
@@ -268,7 +273,7 @@ void DailyBackupTest::aGenerationThatCannotGoIsPassedOver()
     QFETCH(QVector<bool>, steps);
     writeFourVersions();
     SaveSteps::setObserver([&steps](Step step) {
-        const bool isShift = step == Step::DropOldestBackup || step == Step::ShiftBackup;
+        const bool isShift = step == Step::DropBackup || step == Step::ShiftBackup;
         return !isShift || steps.isEmpty() || steps.takeFirst();
     });
     DailyBackup::makeDailyBackup(path(), m_today);
@@ -297,7 +302,7 @@ void DailyBackupTest::whenNothingCanGoTheCopyStays()
 {
     writeFourVersions();
     SaveSteps::setObserver(
-        [](Step step) { return step != Step::DropOldestBackup && step != Step::ShiftBackup; });
+        [](Step step) { return step != Step::DropBackup && step != Step::ShiftBackup; });
     DailyBackup::makeDailyBackup(path(), m_today);
     QCOMPARE(content(QStringLiteral("a.ini.bak.new")), QByteArray("new"));
     QCOMPARE(content(QStringLiteral("a.ini.bak1")), QByteArray("one"));
@@ -311,7 +316,7 @@ void DailyBackupTest::aNewestThatStaysCostsNoFurtherGeneration()
     for (int day = 0; day < 3; ++day) {
         // Of the steps only those on the newest fail: it is there before and after.
         SaveSteps::setObserver([this](Step step) {
-            const bool isShift = step == Step::DropOldestBackup || step == Step::ShiftBackup;
+            const bool isShift = step == Step::DropBackup || step == Step::ShiftBackup;
             const bool isNewest = !m_folder->exists(QStringLiteral("a.ini.bak2"));
             return !isShift || !isNewest;
         });

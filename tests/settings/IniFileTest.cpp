@@ -171,7 +171,7 @@ void IniFileTest::theStepsComeInTheirOrder()
     });
     QVERIFY(setKey(QStringLiteral("b"), 2, IniFile::Backup::Daily));
     const std::vector<Step> expected{Step::TakeLock,      Step::ReadOld,     Step::WriteNew,
-                                     Step::CopyForBackup, Step::DateBackup,  Step::DropOldestBackup,
+                                     Step::CopyForBackup, Step::DateBackup,  Step::DropBackup,
                                      Step::ShiftBackup,   Step::ShiftBackup, Step::PlaceBackup,
                                      Step::ReplaceOld,    Step::Finished};
     QVERIFY(steps == expected);

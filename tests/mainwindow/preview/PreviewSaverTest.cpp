@@ -256,7 +256,7 @@ void PreviewSaverTest::aBackupThatCannotBeMadeStopsTheSave()
         folder.write(kBackup + QStringLiteral("/inside"), "x");
     } else if (obstacle == QLatin1String("earlier")) {
         folder.write(kBackup, "older\n");
-        refuse(SaveSteps::Step::DropOldestBackup);
+        refuse(SaveSteps::Step::DropBackup);
     } else {
         refuse(SaveSteps::Step::PlaceBackup);
     }
