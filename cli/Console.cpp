@@ -173,17 +173,18 @@ void Console::addRefusal(const QString &path, int codeSet)
 
 void Console::showProgress()
 {
-    if (!m_showProgress)
+    const qint64 elapsed = m_clock.elapsed();
+    if (!m_showProgress || !ProgressLine::isDue(elapsed))
         return;
+    // First: the process may be ended between the line and what comes next.
+    Interrupt::setFarewell(ProgressLine::removal());
     ProgressLine::State state;
     state.searched = m_spool->searchedCount();
     state.foldersQueued = m_spool->dirQueueLength();
     state.filesQueued = m_spool->fileQueueLength();
     state.hits = m_report->hitCount();
     state.currentFile = m_spool->currentFile();
-    m_progress.show(state, StandardStreams::terminalColumns(Stream::Error), m_clock.elapsed());
-    if (m_progress.isShown())
-        Interrupt::setFarewell(ProgressLine::removal());
+    m_progress.show(state, StandardStreams::terminalColumns(Stream::Error), elapsed);
 }
 
 void Console::writeStatistics()

@@ -50,9 +50,14 @@ ProgressLine::ProgressLine(const Write &write) : m_write(write)
 {
 }
 
+bool ProgressLine::isDue(qint64 milliseconds)
+{
+    return milliseconds >= kQuietMilliseconds;
+}
+
 void ProgressLine::show(const State &state, int columns, qint64 milliseconds)
 {
-    if (milliseconds < kQuietMilliseconds)
+    if (!isDue(milliseconds))
         return;
     m_write(removal() + text(state, columns).toUtf8());
     m_shown = true;

@@ -21,8 +21,10 @@ public:
 
     explicit ProgressLine(const Write &write);
 
+    /// Not in the first 300 milliseconds of a search: what ends sooner need not flash.
+    static bool isDue(qint64 milliseconds);
     /// columns: the terminal's width now; milliseconds: since the start of the
-    /// search. Shows nothing in the first 300: what ends sooner need not flash.
+    /// search. Shows nothing before it is due.
     void show(const State &state, int columns, qint64 milliseconds);
     /// Removes the line; to be called before anything else is written to a
     /// terminal.

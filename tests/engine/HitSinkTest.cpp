@@ -17,6 +17,25 @@ struct Taken {
 
 using TakenByName = QMap<QString, Taken>;
 
+/// What the threads of a run have given; the lock is what a checker of races sees.
+class Collected {
+public:
+    void add(const QString &name, const Taken &taken)
+    {
+        const std::lock_guard guard(m_lock);
+        m_taken.insert(m_taken.contains(name) ? QStringLiteral("twice") : name, taken);
+    }
+    TakenByName all()
+    {
+        const std::lock_guard guard(m_lock);
+        return m_taken;
+    }
+
+private:
+    std::mutex m_lock;
+    TakenByName m_taken; // guarded by m_lock
+};
+
 } // namespace
 
 /// Hits that a sink takes from the threads which find them.
@@ -46,15 +65,13 @@ QByteArray utf16(const char *text)
     return QTextCodec::codecForName("UTF-16LE")->fromUnicode(QString::fromUtf8(text));
 }
 
-/// What the sink was given, by the file's name; a file that comes twice is named
+/// What the sink is given, by the file's name; a file that comes twice is named
 /// "twice".
-EngineOptions sinkInto(TakenByName &taken, std::mutex &lock)
+EngineOptions sinkInto(Collected &collected)
 {
     EngineOptions options;
     options.hitSink = [&](const QString &path, int codeSet, const QStringList &hits) {
-        const std::lock_guard guard(lock);
-        const QString name = path.section(QLatin1Char('/'), -1);
-        taken.insert(taken.contains(name) ? QStringLiteral("twice") : name, {codeSet, hits});
+        collected.add(path.section(QLatin1Char('/'), -1), {codeSet, hits});
     };
     return options;
 }
@@ -68,10 +85,10 @@ void HitSinkTest::theSinkTakesEachFileOnceAndTheSignalsNothing()
     for (int i = 0; i < 50; ++i)
         tree.write(QStringLiteral("%1.txt").arg(i), "港の key\n");
     tree.write(QStringLiteral("none.txt"), "none\n");
-    TakenByName taken;
-    std::mutex lock;
-    EngineRun run(sinkInto(taken, lock));
+    Collected collected;
+    EngineRun run(sinkInto(collected));
     QVERIFY(run.run(conditionFor(tree, QStringLiteral("key"))));
+    const TakenByName taken = collected.all();
     QCOMPARE(taken.size(), 51);
     QCOMPARE(taken.value(QStringLiteral("wide.txt")).codeSet, int(CodeSet::Utf16Le));
     QCOMPARE(taken.value(QStringLiteral("wide.txt")).hits,
@@ -90,12 +107,12 @@ void HitSinkTest::aFileWithoutHitsCountsByItsNameWhereNamesAreWanted()
     const ScratchFolder tree;
     tree.write(QStringLiteral("a.txt"), "key\n");
     tree.write(QStringLiteral("b.txt"), "none\n");
-    TakenByName taken;
-    std::mutex lock;
-    EngineRun run(sinkInto(taken, lock));
+    Collected collected;
+    EngineRun run(sinkInto(collected));
     SearchCondition condition = conditionFor(tree, QStringLiteral("key"));
     condition.fnameflg = true;
     QVERIFY(run.run(condition));
+    const TakenByName taken = collected.all();
     QCOMPARE(taken.keys(), (QStringList{QStringLiteral("a.txt"), QStringLiteral("b.txt")}));
     QCOMPARE(taken.value(QStringLiteral("b.txt")).hits, QStringList());
     QVERIFY(run.filesWithoutHits.isEmpty());
