@@ -20,7 +20,7 @@ constexpr int kTickMilliseconds = 40;
 
 /// More than is found in a tick, so that the search need not wait for a reader
 /// who keeps up.
-constexpr qint64 kMostWaitingBytes = 32 * 1024 * 1024;
+constexpr qint64 kMostWaitingBytes = Q_INT64_C(32) * 1024 * 1024;
 
 bool wantsColor(Options::Color color)
 {

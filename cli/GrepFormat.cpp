@@ -13,7 +13,7 @@ namespace {
 /// The bytes of a file's lines if its text is ASCII, or as much as one asks for.
 int probableSize(const QByteArray &path, const QStringList &hits)
 {
-    constexpr qint64 kMost = 1024 * 1024;
+    constexpr qint64 kMost = Q_INT64_C(1024) * 1024;
     const qint64 size =
         std::accumulate(hits.cbegin(), hits.cend(), qint64(0), [&](qint64 sum, const QString &hit) {
             return sum + path.size() + hit.size();
