@@ -11,9 +11,11 @@ QString FileText::read(const QByteArray &bytes, QTextCodec *codec)
     QTextStream stream(&device);
     if (codec != nullptr)
         stream.setCodec(codec);
-    const QByteArray utf8 = stream.readAll().toUtf8();
-    return QString::fromUtf8(utf8.constData(),
-                             utf8.size()); // a whole QByteArray would end at a NUL
+    // The text comes behind a line feed: at the very front a second mark would be
+    // taken for one and go.
+    const QByteArray utf8 = '\n' + stream.readAll().toUtf8();
+    // A whole QByteArray would end at a NUL.
+    return QString::fromUtf8(utf8.constData(), utf8.size()).mid(1);
 }
 
 QStringList FileText::lines(const QString &text)
