@@ -32,6 +32,10 @@ SignalSpool::SignalSpool(QObject *parent) : QObject(parent), m_calls(new CallQue
 SignalSpool::~SignalSpool()
 {
     endEngine();
+    // All threads have ended. That they did so before the members go, only a lock tells
+    // the thread sanitizer.
+    const std::scoped_lock ended(m_resultLock, m_currentFileLock, m_errorLock, m_warningLock,
+                                 m_threadCountLock);
 }
 
 void SignalSpool::setEngineOptions(const EngineOptions &options)

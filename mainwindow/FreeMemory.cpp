@@ -4,7 +4,7 @@
 
 bool FreeMemory::isTaken(const Memory &before, const Memory &now)
 {
-    constexpr qint64 kMebibyte = 1024 * 1024;
+    constexpr qint64 kMebibyte = 1024LL * 1024;
     if (now.total < 0 || now.available < 0 || before.available < 0)
         return false;
     const qint64 least = std::clamp(now.total / 10, 512 * kMebibyte, 2048 * kMebibyte);

@@ -55,6 +55,17 @@ QString noLogsText()
     return QStringLiteral("過去の検索結果はありません");
 }
 
+QString nothingIsKeptText()
+{
+    return QStringLiteral(
+        "プログラムのフォルダに書き込めないため、設定・履歴・検索結果は保存されません");
+}
+
+QString settingsNotSavedText()
+{
+    return QStringLiteral("設定を保存できませんでした");
+}
+
 } // namespace
 
 QString MainWindow::versionString()
@@ -85,6 +96,8 @@ MainWindow::MainWindow(const QStringList &pathlist, const QString &mask, const Q
     buildHistory();
     showRequest(pathlist, mask, findword);
     m_history->remember(m_ui->searchForm->state());
+    if (!ApplicationDirectory::canBeWritten(m_applicationDirectory))
+        statusBar()->showMessage(nothingIsKeptText());
 }
 
 MainWindow::~MainWindow()
@@ -399,8 +412,10 @@ void MainWindow::optionDialogPopup()
         return m_messages->refuse(runningText());
     if (!optionDialog::edit(this))
         return;
-    AppSettings::instance().save(m_applicationDirectory);
+    const bool saved = AppSettings::instance().save(m_applicationDirectory);
     applySettings();
+    if (!saved)
+        m_messages->refuse(settingsNotSavedText());
 }
 
 void MainWindow::applySettings()

@@ -20,7 +20,7 @@ QStringList takeBlock(QStringList &lines, int start)
     QStringList block;
     block.reserve(end - start);
     for (int index = start; index < end; ++index)
-        block += std::move(lines[index]);
+        block += std::exchange(lines[index], QString());
     return block;
 }
 

@@ -1,6 +1,7 @@
 #include "settings/ApplicationDirectory.h"
 
 #include <QCoreApplication>
+#include <QTemporaryFile>
 
 QString ApplicationDirectory::path()
 {
@@ -11,4 +12,10 @@ QString ApplicationDirectory::withSlash(const QString &directory)
 {
     const QLatin1Char slash('/');
     return directory.endsWith(slash) ? directory : directory + slash;
+}
+
+bool ApplicationDirectory::canBeWritten(const QString &directory)
+{
+    QTemporaryFile file(withSlash(directory) + QStringLiteral("sarvik-XXXXXX.tmp"));
+    return file.open();
 }

@@ -12,4 +12,8 @@ QString path();
 /// directory with exactly the "/" at its end that names are appended to.
 QString withSlash(const QString &directory);
 
+/// Whether files can be made in directory. It is tried, since what permissions say
+/// does not tell; nothing is left behind.
+bool canBeWritten(const QString &directory);
+
 } // namespace ApplicationDirectory

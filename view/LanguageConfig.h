@@ -19,7 +19,7 @@ public:
     using Definition = std::shared_ptr<const LanguageDefinition>;
 
     /// A definition file of more bytes than this is treated as unreadable.
-    static constexpr qint64 kLargestFileBytes = 64 * 1024 * 1024;
+    static constexpr qint64 kLargestFileBytes = 64LL * 1024 * 1024;
 
     /// The process-wide one, made on the first call.
     static LanguageConfig &instance();

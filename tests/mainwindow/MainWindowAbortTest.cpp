@@ -64,12 +64,13 @@ void MainWindowAbortTest::anAbortThatTakesItsTimeIsTold()
     m_fixture->tree.write(QStringLiteral("other.log"), "hay\n");
     m_fixture->fill(m_fixture->tree.path(), text("*.log"), text("\\w+(?=\\d)"));
     m_fixture->searchButton()->click();
-    QTRY_VERIFY(m_fixture->statusText().contains(text("slow.log")));
+    QTRY_VERIFY_WITH_TIMEOUT(m_fixture->statusText().contains(text("slow.log")), 60000);
     m_fixture->searchButton()->click();
     if (!m_fixture->isRunning())
         QSKIP("the engine was not yet inside the line");
-    QTRY_VERIFY(!m_fixture->isRunning()
-                || m_fixture->statusText().startsWith(text("中止しています")));
+    QTRY_VERIFY_WITH_TIMEOUT(!m_fixture->isRunning()
+                                 || m_fixture->statusText().startsWith(text("中止しています")),
+                             60000);
     QVERIFY(m_fixture->isRunning());
     // The window answers, and begins nothing that would have to wait.
     m_fixture->window().lineCountGrep();
@@ -133,7 +134,7 @@ void MainWindowAbortTest::theCursorIsBroughtIntoViewUnlessAHitWasSelected()
     m_fixture->fill(m_fixture->tree.path() + text("\n/usr/"), text("*"), text("apple"));
     m_fixture->searchButton()->click();
     GrepEditor *view = m_fixture->resultView();
-    QTRY_VERIFY(view->document()->blockCount() > 200);
+    QTRY_VERIFY_WITH_TIMEOUT(view->document()->blockCount() > 200, 60000);
     QVERIFY(m_fixture->isRunning());
     if (selects)
         QTest::keyClick(view, Qt::Key_Down);

@@ -1,6 +1,7 @@
 #include "tests/mainwindow/WindowTest.h"
 
 #include "settings/AppSettings.h"
+#include "settings/SaveSteps.h"
 #include "settings/dialogs/findDialog.h"
 #include "settings/dialogs/optionDialog.h"
 #include "settings/dialogs/verupdialog.h"
@@ -43,6 +44,7 @@ private slots:
     void init();
 
     void acceptedOptionsAreShownAndSaved();
+    void optionsThatCannotBeSavedHoldAndAreTold();
     void cancelledOptionsChangeNothing();
     void optionsAreRefusedWhileARunGoesOn();
 
@@ -106,6 +108,16 @@ void MainWindowDialogsTest::acceptedOptionsAreShownAndSaved()
     QVERIFY(saved.contains("tabcolm=7\r\n"));
     QVERIFY(saved.contains("=21\r\n"));
     QVERIFY(saved.contains("=23\r\n"));
+}
+
+void MainWindowDialogsTest::optionsThatCannotBeSavedHoldAndAreTold()
+{
+    SaveSteps::setObserver([](SaveSteps::Step step) { return step != SaveSteps::Step::WriteNew; });
+    changeOptions(QDialogButtonBox::Ok);
+    SaveSteps::setObserver(nullptr);
+    QCOMPARE(m_fixture->resultView()->font().pointSize(), 21);
+    QVERIFY(!QFile::exists(WindowFixture::applicationFile(text("sarvik.ini"))));
+    QCOMPARE(m_fixture->statusText(), text("設定を保存できませんでした"));
 }
 
 void MainWindowDialogsTest::cancelledOptionsChangeNothing()

@@ -1,7 +1,9 @@
 #include "mainwindow/StatusMessages.h"
 #include "settings/SaveSteps.h"
 #include "tests/mainwindow/WindowTest.h"
+#include "tests/support/OrdinaryUser.h"
 
+#include <QFile>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTextBlock>
@@ -35,6 +37,7 @@ private slots:
     void aSavedLogIsToldShortly();
     void aSavedFileIsToldShortly();
     void aFileThatCannotBeSavedBeepsAndStays();
+    void aProgramFolderThatCannotBeWrittenIsToldAtTheStart();
     void aRunIsShownAtEveryTick();
 
 private:
@@ -130,6 +133,28 @@ void MainWindowMessagesTest::aFileThatCannotBeSavedBeepsAndStays()
     QCOMPARE(lastShown(), QVariantList({message, 5000, kBeeps}));
     QCOMPARE(m_fixture->statusText(), message);
     m_fixture->preview()->document()->setModified(false);
+}
+
+void MainWindowMessagesTest::aProgramFolderThatCannotBeWrittenIsToldAtTheStart()
+{
+    QCOMPARE(m_fixture->statusText(), QString());
+    const QString folder = QCoreApplication::applicationDirPath();
+    const QFile::Permissions before = QFile::permissions(folder);
+    QVERIFY(QFile::setPermissions(
+        folder,
+        before & ~(QFile::WriteOwner | QFile::WriteUser | QFile::WriteGroup | QFile::WriteOther)));
+    bool inForce = false;
+    {
+        const OrdinaryUser user;
+        inForce = user.inForce();
+        m_fixture->open();
+    }
+    const QString message = m_fixture->statusText();
+    QVERIFY(QFile::setPermissions(folder, before));
+    if (!inForce)
+        QSKIP("permissions mean nothing here");
+    QCOMPARE(message,
+             text("プログラムのフォルダに書き込めないため、設定・履歴・検索結果は保存されません"));
 }
 
 void MainWindowMessagesTest::aRunIsShownAtEveryTick()

@@ -56,15 +56,18 @@ constexpr int kTimeoutMilliseconds = 30000;
 /// A run that ended before it was watched is over by the time-out.
 void waitUntilSent(const SearchRun &run)
 {
-    auto ended = std::make_shared<QSemaphore>();
-    const auto release = [ended] {
-        ended->release();
+    // What runs on the spool's thread, which goes on already, holds nothing: nobody
+    // would tell the thread sanitizer that it was made before.
+    static QSemaphore ended;
+    ended.acquire(ended.available());
+    const auto release = [] {
+        ended.release();
     };
     QObject::connect(run.spool(), &SignalSpool::finished, run.spool(), release,
                      Qt::DirectConnection);
     QObject::connect(run.spool(), &SignalSpool::lcntFinished, run.spool(), release,
                      Qt::DirectConnection);
-    ended->tryAcquire(1, 10000);
+    ended.tryAcquire(1, 10000);
 }
 
 } // namespace

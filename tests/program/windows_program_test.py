@@ -27,6 +27,19 @@ def windows_path(path):
     return "Z:" + str(path).replace("/", "\\")
 
 
+def contents(folder):
+    return {path.relative_to(folder): path.read_bytes() if path.is_file() else None
+            for path in folder.rglob("*")}
+
+
+def may_write(folder):
+    try:
+        with tempfile.TemporaryFile(dir=folder):
+            return True
+    except OSError:
+        return False
+
+
 class SharedScreen(Screen):
     """The screen is there already; a window manager gives windows the focus."""
 
@@ -180,6 +193,34 @@ class WindowsProgramTest(unittest.TestCase):
         line = wait_for("the editor", self.program.recorded_arguments)
         self.assertTrue(line.endswith(' -l1 -c1 "\\\\sarvikhost\\share\\sub\\sjis.txt"'), line)
         self.assertEqual(self.program.quit(), 0)
+
+    def test_a_program_folder_that_cannot_be_written_loses_nothing(self):
+        editors = self.tree.parent / "editor"
+        editors.mkdir()
+        shutil.copy(RECORDER, editors / "editor.exe")
+        folder = self.program.folder
+        (folder / "sarvik.ini").write_text(
+            f"[editor]\neditor={escaped(windows_path(editors / 'editor.exe'))}\n"
+            f"editor_para={escaped('%f')}\n")
+        self.hand_over("灯台")
+        before = contents(folder)
+        folder.chmod(0o555)
+        self.addCleanup(folder.chmod, 0o755)
+        if may_write(folder):
+            self.skipTest("permissions mean nothing here")
+        self.program.start()
+        self.program.keys("Return")
+        wait_for("the search", lambda: "灯台" in self.program.title())
+        arguments = editors / "arguments"
+
+        def opened():
+            self.program.keys("Down", "Return")
+            time.sleep(1)
+            return arguments.exists()
+        wait_for("the editor", opened)
+        self.assertIn('\\sub\\sjis.txt"', arguments.read_text(encoding="utf-8"))
+        self.assertEqual(self.program.quit(), 0)
+        self.assertEqual(contents(folder), before)
 
     def test_a_selected_word_starts_another_search(self):
         self.hand_over("灯台")

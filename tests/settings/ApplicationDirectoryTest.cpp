@@ -1,6 +1,9 @@
 #include "settings/ApplicationDirectory.h"
 
+#include "tests/support/ScratchFolder.h"
+
 #include <QCoreApplication>
+#include <QDir>
 #include <QFileInfo>
 #include <QTest>
 
@@ -10,6 +13,7 @@ class ApplicationDirectoryTest : public QObject {
 private slots:
     void itHoldsTheExecutableAndEndsInASlash();
     void oneSlashIsEnough();
+    void whetherFilesCanBeMadeIsTriedAndLeavesNone();
 };
 
 void ApplicationDirectoryTest::itHoldsTheExecutableAndEndsInASlash()
@@ -26,6 +30,18 @@ void ApplicationDirectoryTest::oneSlashIsEnough()
     QCOMPARE(ApplicationDirectory::withSlash(QStringLiteral("/opt/x")), QStringLiteral("/opt/x/"));
     QCOMPARE(ApplicationDirectory::withSlash(QStringLiteral("C:/")), QStringLiteral("C:/"));
     QCOMPARE(ApplicationDirectory::withSlash(QStringLiteral("/")), QStringLiteral("/"));
+}
+
+void ApplicationDirectoryTest::whetherFilesCanBeMadeIsTriedAndLeavesNone()
+{
+    const ScratchFolder folder;
+    QVERIFY(ApplicationDirectory::canBeWritten(folder.path()));
+    QCOMPARE(QDir(folder.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
+    QVERIFY(!ApplicationDirectory::canBeWritten(folder.path(QStringLiteral("missing"))));
+#ifdef Q_OS_LINUX
+    // There not even root makes one.
+    QVERIFY(!ApplicationDirectory::canBeWritten(QStringLiteral("/proc")));
+#endif
 }
 
 QTEST_GUILESS_MAIN(ApplicationDirectoryTest)

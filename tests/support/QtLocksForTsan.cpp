@@ -18,11 +18,12 @@ const char *__tsan_default_suppressions();
 }
 
 /// What the toolkit does to memory of its own (reference counts that it
-/// lowers, the conditions of its threads) is left out likewise; accesses from
-/// the program's own functions stay checked, whoever calls them.
+/// lowers, the conditions of its threads, the thread of its file dialog) is left out likewise;
+/// accesses from the program's own functions stay checked, whoever calls them.
 const char *__tsan_default_suppressions()
 {
-    return "called_from_lib:libQt5Core.so\ncalled_from_lib:libQt5Test.so\n";
+    return "called_from_lib:libQt5Core.so\ncalled_from_lib:libQt5Test.so\n"
+           "called_from_lib:libQt5Widgets.so\n";
 }
 
 namespace {
