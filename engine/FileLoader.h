@@ -27,6 +27,7 @@ public:
     /// See FileReader.
     void stopWhen(const std::function<bool()> &stop) { m_reader.stopWhen(stop); }
     bool wasStopped() const { return m_reader.wasStopped(); }
+    bool hasFailed() const { return m_reader.hasFailed(); }
 
     // Of the file that was loaded last; of one that was refused only codeSet(),
     // the negative number that refused it.

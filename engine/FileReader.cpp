@@ -31,6 +31,7 @@ FileReader::Status FileReader::open(const QString &path, qint64 limit, TypeCheck
     m_sizeAtOpen = 0;
     m_atEnd = true;
     m_stopped = false;
+    m_failed = false;
     m_file.emplace(path, check);
     if (!m_file->isOpen())
         return Status::CannotOpen;
@@ -46,7 +47,7 @@ FileReader::Status FileReader::open(const QString &path, qint64 limit, TypeCheck
     fill();
     if (m_atEnd)
         m_file.reset();
-    return Status::Read;
+    return m_failed && m_size == 0 ? Status::CannotOpen : Status::Read;
 }
 
 FileReader::Status FileReader::read(const QString &path, qint64 limit, TypeCheck check)
@@ -66,9 +67,10 @@ void FileReader::fill()
     while (!m_atEnd && m_size < m_room) {
         const qint64 wanted = std::min(m_room - m_size, kLargestRead);
         const qint64 count = m_file->readSome(m_buffer.data() + m_size, wanted);
-        m_size += count;
+        m_failed = count < 0;
+        m_size += std::max<qint64>(count, 0);
         const qint64 total = m_dropped + m_size;
-        m_atEnd = count == 0 || (count < wanted && m_sizeAtOpen > 0 && total >= m_sizeAtOpen)
+        m_atEnd = count <= 0 || (count < wanted && m_sizeAtOpen > 0 && total >= m_sizeAtOpen)
             || total > m_limit;
         if (!m_atEnd && m_stop && m_stop())
             m_atEnd = m_stopped = true;

@@ -18,7 +18,9 @@ class FileReader : public PieceSource {
 public:
     enum class Status {
         Read, ///< content() holds the file
-        CannotOpen, ///< no such file, no permission, or not a regular file
+        /// No such file, no permission, not a regular file, or none of its bytes
+        /// can be read.
+        CannotOpen,
         TooLarge ///< over the limit: nothing was read
     };
 
@@ -32,12 +34,15 @@ public:
     void stopWhen(const std::function<bool()> &stop) { m_stop = stop; }
     bool wasStopped() const { return m_stopped; }
 
+    /// The system could not read on in the middle of the file, which ends there.
+    bool hasFailed() const { return m_failed; }
+
     /// Opens a file and reads its first piece, of kPieceSize or atLeast bytes,
     /// whichever is more.
     ///
     /// limit in bytes, on the size that the file has when it is opened; never
     /// more than kLargestText. The open never blocks. A file that grows meanwhile is read up to the
-    /// limit, one that shrinks or fails in the middle up to there.
+    /// limit, one that shrinks or fails in the middle (see hasFailed()) up to there.
     Status open(const QString &path, qint64 limit, TypeCheck check, qint64 atLeast = 0);
     /// The same, and reads the whole file.
     Status read(const QString &path, qint64 limit, TypeCheck check);
@@ -65,5 +70,6 @@ private:
     qint64 m_limit = 0;
     bool m_atEnd = true;
     bool m_stopped = false;
+    bool m_failed = false;
     std::function<bool()> m_stop;
 };

@@ -37,7 +37,9 @@ void FileWorker::handle(const QString &path)
     const FileLoader::Outcome outcome = counts ? m_loader.load(path) : m_loader.open(path);
     if (m_loader.wasStopped())
         return;
-    if (counts && m_run.options.reportEncodings)
+    if (counts && m_loader.hasFailed())
+        reportFailed(path);
+    else if (counts && m_run.options.reportEncodings)
         reportEncoding(path, outcome);
     else if (outcome == FileLoader::Outcome::Refused)
         reportRefused(path);
@@ -68,6 +70,12 @@ void FileWorker::reportRefused(const QString &path)
     emit m_core.ErrorMsg(TextGrepCore::refusalMessage(m_loader.codeSet(), bigsize, path));
 }
 
+/// What the disk does not give back is told: it may hold what is searched.
+void FileWorker::reportFailed(const QString &path)
+{
+    emit m_core.ErrorMsg(QStringLiteral("Error File read:") + path);
+}
+
 void FileWorker::search(const QString &path)
 {
     emit m_core.progressSrchCount();
@@ -78,6 +86,8 @@ void FileWorker::search(const QString &path)
         return;
     if (!hits.isEmpty() || m_run.condition.fnameflg)
         report(path, hits);
+    if (m_loader.hasFailed())
+        reportFailed(path);
 }
 
 void FileWorker::report(const QString &path, const QStringList &hits)

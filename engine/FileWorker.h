@@ -22,6 +22,7 @@ private:
     void handleLoaded(const QString &path);
     void reportEncoding(const QString &path, FileLoader::Outcome outcome);
     void reportRefused(const QString &path);
+    void reportFailed(const QString &path);
     void search(const QString &path);
     void report(const QString &path, const QStringList &hits);
 

@@ -30,7 +30,7 @@ public:
     qint64 read(char *buffer, qint64 maximum);
 
     /// The same with one call to the system: may return less in the middle of
-    /// the file, but 0 only at its end.
+    /// the file, but 0 only at its end and -1 after an error.
     qint64 readSome(char *buffer, qint64 maximum);
 
     /// The next read begins at the beginning again.

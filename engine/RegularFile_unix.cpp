@@ -3,7 +3,6 @@
 #include "engine/LongPath.h"
 #include "engine/NativePath.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -61,7 +60,7 @@ qint64 RegularFile::readSome(char *buffer, qint64 maximum)
     do {
         got = ::read(int(m_handle), buffer, size_t(maximum));
     } while (got == -1 && errno == EINTR);
-    return std::max<ssize_t>(got, 0);
+    return got;
 }
 
 void RegularFile::rewind()

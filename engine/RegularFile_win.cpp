@@ -54,7 +54,7 @@ qint64 RegularFile::readSome(char *buffer, qint64 maximum)
     constexpr qint64 kLargestRead = 1 << 30; // the call counts in 32 bits
     const DWORD wanted = DWORD(std::min(maximum, kLargestRead));
     DWORD got = 0;
-    return ReadFile(handleOf(m_handle), buffer, wanted, &got, nullptr) == 0 ? 0 : qint64(got);
+    return ReadFile(handleOf(m_handle), buffer, wanted, &got, nullptr) == 0 ? -1 : qint64(got);
 }
 
 void RegularFile::rewind()

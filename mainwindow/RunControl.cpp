@@ -213,6 +213,8 @@ bool RunControl::listLineCountEnd(bool aborted)
     m_timer.reset();
     listPendingCounts();
     m_listing.append(m_lineCount->finish(aborted));
+    if (m_shortOfMemory)
+        m_listing.append({SearchSummary::shortOfMemory()});
     return true;
 }
 

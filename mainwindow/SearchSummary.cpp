@@ -50,10 +50,14 @@ QStringList warningSection(const QStringList &skipped)
     return headed(QStringLiteral("---------- Warning skip foler or file ------------"), skipped);
 }
 
+QString shortOfMemory()
+{
+    return QStringLiteral("メモリが足りなくなったため中止しました。");
+}
+
 QString shortOfMemory(int hitsLeftOut)
 {
-    return QStringLiteral("メモリが足りなくなったため中止しました。見つけて表示していない行 %L1")
-        .arg(hitsLeftOut);
+    return shortOfMemory() + QStringLiteral("見つけて表示していない行 %L1").arg(hitsLeftOut);
 }
 
 QStringList errorSection(const QStringList &unreadable)

@@ -30,8 +30,9 @@ QStringList lines(const Outcome &outcome);
 /// "/////// … ///////", which stands in place of the separator after an abort.
 QString abortBanner();
 
-/// Why a search ended that took too much memory; hitsLeftOut: lines found,
-/// not listed.
+/// Why a run ended that took too much memory.
+QString shortOfMemory();
+/// The same of a search; hitsLeftOut: lines found, not listed.
 QString shortOfMemory(int hitsLeftOut);
 
 /// Seconds with two decimals up to one minute and exactly that, whole minutes

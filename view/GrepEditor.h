@@ -40,8 +40,8 @@ public slots:
     /// The cursor moved, or another text came without a signal: the next F5 or F6
     /// picks one word again.
     void highlightCurrentLine();
-    /// Starts this program once more to search for the selected text; nothing
-    /// without a selection.
+    /// Starts this program once more, with the selected text and where it stands as
+    /// arguments (see OtherGrepCommand); nothing without a selection.
     void othergrep();
 
 public:

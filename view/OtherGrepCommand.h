@@ -4,8 +4,9 @@
 
 #include <QString>
 
-/// The command that starts this program once more, to search for a text that
-/// was selected in this one.
+/// The command that starts this program once more for a text that was selected in
+/// this one. The new window begins with the request of the last search: this version
+/// reads no argument.
 namespace OtherGrepCommand {
 
 /// applicationDirectory has no "/" at its end. The parameters are searchPath

@@ -151,9 +151,8 @@ void fileDialog::setUpFiles()
     list->sortByColumn(kDateColumn, Qt::DescendingOrder);
     list->installEventFilter(this);
     connect(list, &QTreeView::activated, this, &fileDialog::activateEntry);
-    connect(list->selectionModel(),
-            SIGNAL(currentChanged(const QModelIndex &, const QModelIndex &)), this,
-            SLOT(currentChanged(const QModelIndex &, const QModelIndex &)));
+    connect(list->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            &fileDialog::currentChanged);
     currentChanged(QModelIndex(), QModelIndex());
     // The files come, and are sorted, a moment after the folder.
     connect(m_fileModel, &QFileSystemModel::layoutChanged, this, &fileDialog::selectFirstEntry);

@@ -6,7 +6,8 @@
 
 namespace {
 
-const QString kVersion = QStringLiteral("5.00");
+/// Of the log, whoever writes it.
+const QString kFormat = QStringLiteral("5.00");
 
 QString line(const char *label, QString value)
 {
@@ -43,7 +44,7 @@ QString ResultLog::extensionOf(const QString &mask)
 QString ResultLog::header() const
 {
     QString lines;
-    lines += line("version :", kVersion);
+    lines += line("version :", kFormat);
     lines += line("keyword1:", keyword1);
     lines += line("case    :", ignoreCase);
     lines += line("word    :", word);

@@ -11,8 +11,9 @@ namespace {
 bool readText(PreviewFile *file, qint64 largest)
 {
     FileReader reader;
-    if (reader.read(file->path, largest, FileReader::TypeCheck::BeforeOpen)
-        != FileReader::Status::Read)
+    const auto status = reader.read(file->path, largest, FileReader::TypeCheck::BeforeOpen);
+    // Half a text would be shown as the whole one, and saved over it.
+    if (status != FileReader::Status::Read || reader.hasFailed())
         return false;
     const QByteArray bytes = QByteArray::fromRawData(reader.content(), int(reader.size()));
     QString text = PreviewText::decode(bytes, file->codeSet);

@@ -3,6 +3,7 @@
 #include "mainwindow/FreeMemory.h"
 #include "mainwindow/RunControl.h"
 
+#include <QFileInfo>
 #include <QTest>
 
 /// A search that finds more than fits into memory ends and says so.
@@ -13,6 +14,7 @@ private slots:
     void init();
 
     void aSearchThatTakesTheLastMemoryEndsAndSaysSo();
+    void aLineCountThatTakesTheLastMemorySaysSo();
     void aSmallSearchIsNotBlamedForAFullMachine();
     void littleMemoryIsATenthOfItOrHalfAGigabyte_data();
     void littleMemoryIsATenthOfItOrHalfAGigabyte();
@@ -73,6 +75,23 @@ void MainWindowMemoryTest::aSearchThatTakesTheLastMemoryEndsAndSaysSo()
     QVERIFY(m_fixture->search(m_fixture->tree.path(), QStringLiteral("*.none"),
                               QStringLiteral("pear")));
     QVERIFY(!m_fixture->resultText().contains(reason));
+}
+
+void MainWindowMemoryTest::aLineCountThatTakesTheLastMemorySaysSo()
+{
+    const QString tree = QStringLiteral("/usr/");
+    if (!QFileInfo(tree).isDir())
+        QSKIP("no tree that takes so long");
+    m_fixture->fill(tree, QStringLiteral("*"), QString());
+    m_fixture->window().lineCountGrep();
+    QVERIFY(m_fixture->isRunning());
+    m_memory.available = kGigabyte / 4;
+    m_availableOnceListed = m_memory.available;
+    QVERIFY(m_fixture->waitUntilIdle());
+    const QString result = m_fixture->resultText();
+    QVERIFY(result.contains(QStringLiteral("/// 中止しました ///")));
+    QVERIFY(result.contains(QStringLiteral("\nメモリが足りなくなったため中止しました。\n"))
+            || result.endsWith(QStringLiteral("\nメモリが足りなくなったため中止しました。")));
 }
 
 void MainWindowMemoryTest::aSmallSearchIsNotBlamedForAFullMachine()
