@@ -149,7 +149,7 @@ void NativeFileTest::aFileThatIsThereIsNotWrittenOver()
 {
     const ScratchFolder folder;
     QCOMPARE(NativeFile::writeNew(folder.write(kA, "old"), "new", QString()),
-             NativeFile::Written::NotCreated);
+             NativeFile::Written::Taken);
     QCOMPARE(folder.read(kA), QByteArray("old"));
 }
 

@@ -15,6 +15,9 @@
 #include <QTest>
 #include <QThread>
 
+#include <memory>
+#include <vector>
+
 using Result = PreviewSaver::Outcome::Result;
 using SavedFiles::filesIn;
 using SavedFiles::load;
@@ -41,16 +44,28 @@ private slots:
     void aBackupThatCannotBeMadeStopsTheSave();
     void aFailedWriteLeavesTheOldFileAndItsBackup_data();
     void aFailedWriteLeavesTheOldFileAndItsBackup();
-    void aMovedFileIsMovedBack();
-    void aFileThatCannotBeMovedBackIsWholeAsBackup();
+    void aFileWithoutASecondNameIsCopied_data();
+    void aFileWithoutASecondNameIsCopied();
+    void aCopyThatFailsLeavesTheBackup();
+    void aNameThatLeadsNowhereIsPassedOver();
+    void aFileThatChangesDuringTheSaveIsLeft_data();
+    void aFileThatChangesDuringTheSaveIsLeft();
+    void whatTakesAVanishedFilesPlaceIsLeft();
     void aVanishedFolderIsAnError();
     void aSecondSaveHasTheFirstAsBackup();
     void aFailedSaveMayBeTriedAgain();
     void aChangeByAnotherProgramIsFound();
     void theQuestionsAreAnsweredBeforehand();
+    void anEndBetweenTwoStepsLeavesAWholeFile_data();
     void anEndBetweenTwoStepsLeavesAWholeFile();
     void aFullDeviceLeavesTheOldFile();
+    void aKillAtAnyMomentLeavesTheOldOrTheNewFile_data();
     void aKillAtAnyMomentLeavesTheOldOrTheNewFile();
+    void ofProcessesThatSaveAtOnceOneSavesAndTheOthersAreTold_data();
+    void ofProcessesThatSaveAtOnceOneSavesAndTheOthersAreTold();
+    void whoSavesAllTheSameHasWhatHeReplacesAsBackup_data();
+    void whoSavesAllTheSameHasWhatHeReplacesAsBackup();
+    void ofProcessesThatWriteAVanishedFileOneDoes();
     void aFileForWhichMemoryIsMissingIsNotShown();
     void aFolderThatMayNotBeWrittenLeavesTheOldFile();
 };
@@ -79,6 +94,68 @@ QStringList saveCommand(const QString &path)
 {
     return {QStringLiteral(PREVIEW_PROCESS), path, QStringLiteral("new")};
 }
+
+void addLinks()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::newRow("with second names") << QStringList();
+    QTest::newRow("without") << QStringList{QStringLiteral("--no-links")};
+}
+
+void addCrowds()
+{
+    QTest::addColumn<int>("count");
+    QTest::addColumn<QStringList>("options");
+    const QStringList none{QStringLiteral("--no-links")};
+    QTest::newRow("two") << 2 << QStringList();
+    QTest::newRow("three") << 3 << QStringList();
+    QTest::newRow("three without second names") << 3 << none;
+}
+
+QByteArray textOf(int process)
+{
+    return QByteArray(1, char('a' + process)).repeated(20000);
+}
+
+/// Processes that show one file, all of them as it is when the object is made, and then
+/// save it at once, each its own text.
+class Crowd {
+public:
+    Crowd(const QString &path, int count, const QStringList &options)
+    {
+        for (int i = 0; i < count; ++i) {
+            const QString text = QString::fromLatin1(textOf(i).left(1));
+            m_processes.push_back(std::make_unique<QProcess>());
+            m_processes.back()->start(QStringLiteral(PREVIEW_PROCESS),
+                                      QStringList{path, text, QStringLiteral("--wait")} + options);
+        }
+        for (const auto &process : m_processes) {
+            while (!process->canReadLine() && process->waitForReadyRead()) { }
+        }
+    }
+
+    /// How each of them ended.
+    QVector<int> save()
+    {
+        for (const auto &process : m_processes) {
+            process->write("\n");
+            process->waitForBytesWritten();
+        }
+        QVector<int> codes;
+        for (const auto &process : m_processes) {
+            const bool ended = process->waitForFinished(60000);
+            codes.append(
+                ended && process->exitStatus() == QProcess::NormalExit ? process->exitCode() : -1);
+        }
+        return codes;
+    }
+
+private:
+    std::vector<std::unique_ptr<QProcess>> m_processes;
+};
+
+constexpr int kSaved = 0;
+constexpr int kChanged = 4;
 
 } // namespace
 
@@ -297,40 +374,121 @@ void PreviewSaverTest::aFailedWriteLeavesTheOldFileAndItsBackup()
     QVERIFY(filesIn(folder).filter(QStringLiteral("saving")).isEmpty());
 }
 
-void PreviewSaverTest::aMovedFileIsMovedBack()
+void PreviewSaverTest::aFileWithoutASecondNameIsCopied_data()
 {
-    const ScratchFolder folder;
-    PreviewFile file = load(folder.write(kName, "old text\n"));
-    // A name that is taken again at once cannot become a second one.
-    SaveSteps::setObserver([&folder](SaveSteps::Step step) {
-        if (step == SaveSteps::Step::PlaceBackup)
-            folder.write(kBackup, "in the way");
-        if (step == SaveSteps::Step::ReplaceOld)
-            return folder.exists(kName);
-        return true;
-    });
-    QCOMPARE(PreviewSaver::save(&file, kNew).result, Result::WriteFailed);
-    QCOMPARE(folder.read(kName), QByteArray("old text\n"));
-    QCOMPARE(filesIn(folder), QStringList{kName});
+    QTest::addColumn<int>("mode");
+    QTest::newRow("for everybody") << 0666;
+    QTest::newRow("for the owner only") << 0600;
+    QTest::newRow("not to be written") << 0444;
 }
 
-void PreviewSaverTest::aFileThatCannotBeMovedBackIsWholeAsBackup()
+void PreviewSaverTest::aFileWithoutASecondNameIsCopied()
+{
+    QFETCH(int, mode);
+    const ScratchFolder folder;
+    TreeBuilder tree(folder.path().toUtf8());
+    folder.write(kBackup, "older\n");
+    const QString path = folder.write(kName, "old text\n");
+    FileTime::setDayOfChange(path, QDate(2026, 1, 2));
+    if (!tree.setMode("f.txt", unsigned(mode)) || !tree.setMode("f.txt.bak", 0400))
+        QSKIP("permissions mean nothing here");
+    PreviewFile file = load(path);
+    const NativeFile::Stamp old = file.stamp;
+    SaveSteps::setObserver([&](SaveSteps::Step step) {
+        // Nothing has given way when the copy is made, and nothing before the end.
+        if (step == SaveSteps::Step::DropBackup && folder.read(kBackup) != "older\n")
+            qFatal("the backup is gone");
+        if (step == SaveSteps::Step::ReplaceOld && NativeFile::stampOf(path) != old)
+            qFatal("the file is gone");
+        return step != SaveSteps::Step::LinkForBackup;
+    });
+    QCOMPARE(PreviewSaver::save(&file, kNew).result, Result::Saved);
+    QCOMPARE(folder.read(kName), QByteArray("new\n"));
+    QCOMPARE(folder.read(kBackup), QByteArray("old text\n"));
+    QCOMPARE(filesIn(folder), QStringList({kName, kBackup}));
+    for (const QString &name : {kName, kBackup})
+        QCOMPARE(NativeFile::attributesOf(folder.filePath(name)), quint32(mode));
+    QCOMPARE(FileTime::dayOfChange(folder.filePath(kBackup)), QDate(2026, 1, 2));
+    QVERIFY(NativeFile::stampOf(folder.filePath(kBackup)).id != old.id);
+}
+
+void PreviewSaverTest::aCopyThatFailsLeavesTheBackup()
+{
+    const ScratchFolder folder;
+    folder.write(kBackup, "older\n");
+    PreviewFile file = load(folder.write(kName, "old text\n"));
+    SaveSteps::setObserver([](SaveSteps::Step step) {
+        return step != SaveSteps::Step::LinkForBackup && step != SaveSteps::Step::CopyForBackup;
+    });
+    QCOMPARE(PreviewSaver::save(&file, kNew).result, Result::RenameFailed);
+    QCOMPARE(folder.read(kName), QByteArray("old text\n"));
+    QCOMPARE(folder.read(kBackup), QByteArray("older\n"));
+    QCOMPARE(filesIn(folder), QStringList({kName, kBackup}));
+}
+
+// To who asks whether it is there it is not; to who makes a file it is.
+void PreviewSaverTest::aNameThatLeadsNowhereIsPassedOver()
+{
+    const ScratchFolder folder;
+    TreeBuilder tree(folder.path().toUtf8());
+    if (!tree.link("f.txt.saving", "nowhere") || !tree.link("f.txt.bak.saving", "nowhere"))
+        QSKIP("no links here");
+    PreviewFile file = load(folder.write(kName, "old text\n"));
+    QCOMPARE(PreviewSaver::save(&file, kNew).result, Result::Saved);
+    QCOMPARE(folder.read(kName), QByteArray("new\n"));
+    QCOMPARE(folder.read(kBackup), QByteArray("old text\n"));
+    QVERIFY(!folder.exists(QStringLiteral("nowhere")));
+}
+
+void PreviewSaverTest::aFileThatChangesDuringTheSaveIsLeft_data()
+{
+    QTest::addColumn<int>("step");
+    QTest::addColumn<bool>("links");
+    QTest::addColumn<QByteArray>("backup");
+    QTest::newRow("before the new file is written")
+        << int(SaveSteps::Step::WriteNew) << true << QByteArray();
+    QTest::newRow("before it is put in place")
+        << int(SaveSteps::Step::ReplaceOld) << true << QByteArray();
+    QTest::newRow("without a second name")
+        << int(SaveSteps::Step::ReplaceOld) << false << QByteArray("old text\n");
+}
+
+void PreviewSaverTest::aFileThatChangesDuringTheSaveIsLeft()
+{
+    QFETCH(int, step);
+    QFETCH(bool, links);
+    QFETCH(QByteArray, backup);
+    const ScratchFolder folder;
+    folder.write(kBackup, "older\n");
+    const QString path = folder.write(kName, "old text\n");
+    PreviewFile file = load(path);
+    SaveSteps::setObserver([&](SaveSteps::Step taken) {
+        if (int(taken) == step)
+            folder.write(kName, "written by another\n");
+        return links || taken != SaveSteps::Step::LinkForBackup;
+    });
+    const PreviewSaver::Outcome outcome = PreviewSaver::save(&file, kNew);
+    QCOMPARE(outcome.result, Result::Changed);
+    QCOMPARE(outcome.message, QString());
+    QCOMPARE(folder.read(kName), QByteArray("written by another\n"));
+    QCOMPARE(folder.exists(kBackup) ? folder.read(kBackup) : QByteArray(), backup);
+    QVERIFY(filesIn(folder).filter(QStringLiteral("saving")).isEmpty());
+    QVERIFY(PreviewSaver::changedOnDisk(file));
+}
+
+void PreviewSaverTest::whatTakesAVanishedFilesPlaceIsLeft()
 {
     const ScratchFolder folder;
     PreviewFile file = load(folder.write(kName, "old text\n"));
-    SaveSteps::setObserver([&folder](SaveSteps::Step step) {
-        if (step == SaveSteps::Step::PlaceBackup)
-            folder.write(kBackup, "in the way");
-        if (step == SaveSteps::Step::ReplaceOld)
-            folder.write(kName + QStringLiteral("/inside"), "in the way, too");
+    folder.remove(kName);
+    SaveSteps::setObserver([&](SaveSteps::Step taken) {
+        if (taken == SaveSteps::Step::ReplaceOld)
+            folder.write(kName, "written by another\n");
         return true;
     });
-    const PreviewSaver::Outcome outcome = PreviewSaver::save(&file, kNew);
-    QCOMPARE(outcome.result, Result::WriteFailed);
-    QCOMPARE(outcome.message,
-             QStringLiteral("セーブ中にエラーが発生しました\n元のファイル: ")
-                 + folder.filePath(kBackup));
-    QCOMPARE(folder.read(kBackup), QByteArray("old text\n"));
+    QCOMPARE(PreviewSaver::save(&file, kNew).result, Result::Changed);
+    QCOMPARE(folder.read(kName), QByteArray("written by another\n"));
+    QCOMPARE(filesIn(folder), QStringList{kName});
 }
 
 void PreviewSaverTest::aVanishedFolderIsAnError()
@@ -394,8 +552,14 @@ void PreviewSaverTest::theQuestionsAreAnsweredBeforehand()
     QCOMPARE(filesIn(folder), QStringList{kName});
 }
 
+void PreviewSaverTest::anEndBetweenTwoStepsLeavesAWholeFile_data()
+{
+    addLinks();
+}
+
 void PreviewSaverTest::anEndBetweenTwoStepsLeavesAWholeFile()
 {
+    QFETCH(QStringList, options);
     constexpr int kEnded = 77;
     const QByteArray old("old text\n");
     const QByteArray saved = QByteArray("new").repeated(20000);
@@ -404,25 +568,21 @@ void PreviewSaverTest::anEndBetweenTwoStepsLeavesAWholeFile()
         const ScratchFolder folder;
         folder.write(kBackup, "older\n");
         const QString path = folder.write(kName, old);
-        const int code = run(saveCommand(path) + QStringList{QString::number(step)});
+        const int code = run(saveCommand(path) + QStringList{QString::number(step)} + options);
         if (code == 0)
             break;
         QCOMPARE(code, kEnded);
         ++ended;
         const QByteArray content = folder.read(kName);
         QVERIFY(content == old || content == saved);
-        if (folder.exists(kBackup)) {
-            const QByteArray backup = folder.read(kBackup);
-            QVERIFY(content == saved ? backup == old : backup == old || backup == "older\n");
-        } else {
-            QVERIFY(content == old);
-        }
+        const QByteArray backup = folder.read(kBackup);
+        QVERIFY(content == saved ? backup == old : backup == old || backup == "older\n");
         // The next save is not held up.
-        QCOMPARE(run(saveCommand(path)), 0);
+        QCOMPARE(run(saveCommand(path) + options), 0);
         QCOMPARE(folder.read(kName), saved);
         QCOMPARE(folder.read(kBackup), content);
     }
-    QCOMPARE(ended, 5);
+    QCOMPARE(ended, options.isEmpty() ? 6 : 7);
 }
 
 void PreviewSaverTest::aFullDeviceLeavesTheOldFile()
@@ -444,8 +604,14 @@ void PreviewSaverTest::aFullDeviceLeavesTheOldFile()
     QCOMPARE(filesIn(folder), QStringList({kName, kBackup}));
 }
 
+void PreviewSaverTest::aKillAtAnyMomentLeavesTheOldOrTheNewFile_data()
+{
+    addLinks();
+}
+
 void PreviewSaverTest::aKillAtAnyMomentLeavesTheOldOrTheNewFile()
 {
+    QFETCH(QStringList, options);
     const QByteArray old("old text\n");
     QByteArray saved;
     {
@@ -457,7 +623,7 @@ void PreviewSaverTest::aKillAtAnyMomentLeavesTheOldOrTheNewFile()
     int killed = 0;
     for (int i = 0; i < rounds; ++i) {
         const ScratchFolder folder;
-        const QStringList command = saveCommand(folder.write(kName, old));
+        const QStringList command = saveCommand(folder.write(kName, old)) + options;
         QProcess process;
         process.start(command.first(), command.mid(1));
         QVERIFY(process.waitForStarted());
@@ -516,6 +682,64 @@ void PreviewSaverTest::aFolderThatMayNotBeWrittenLeavesTheOldFile()
     QCOMPARE(folder.read(kName), QByteArray("old text\n"));
     QCOMPARE(folder.read(kBackup), QByteArray("older\n"));
     QCOMPARE(filesIn(folder), QStringList({kName, kBackup}));
+}
+
+void PreviewSaverTest::ofProcessesThatSaveAtOnceOneSavesAndTheOthersAreTold_data()
+{
+    addCrowds();
+}
+
+void PreviewSaverTest::ofProcessesThatSaveAtOnceOneSavesAndTheOthersAreTold()
+{
+    QFETCH(int, count);
+    QFETCH(QStringList, options);
+    for (int round = 0; round < TestLength::rounds(20, 200); ++round) {
+        const ScratchFolder folder;
+        Crowd crowd(folder.write(kName, "old text\n"), count, options);
+        const QVector<int> codes = crowd.save();
+        QCOMPARE(codes.count(kSaved), 1);
+        QCOMPARE(codes.count(kChanged), count - 1);
+        QVERIFY(folder.read(kName) == textOf(codes.indexOf(kSaved)));
+        QCOMPARE(folder.read(kBackup), QByteArray("old text\n"));
+        QCOMPARE(filesIn(folder), QStringList({kName, kBackup}));
+    }
+}
+
+void PreviewSaverTest::whoSavesAllTheSameHasWhatHeReplacesAsBackup_data()
+{
+    addCrowds();
+}
+
+void PreviewSaverTest::whoSavesAllTheSameHasWhatHeReplacesAsBackup()
+{
+    QFETCH(int, count);
+    QFETCH(QStringList, options);
+    for (int round = 0; round < TestLength::rounds(20, 200); ++round) {
+        const ScratchFolder folder;
+        Crowd crowd(folder.write(kName, "old text\n"), count,
+                    options + QStringList{QStringLiteral("--insist")});
+        QCOMPARE(crowd.save(), QVector<int>(count, kSaved));
+        QByteArrayList texts;
+        for (int i = 0; i < count; ++i)
+            texts.append(textOf(i));
+        QVERIFY(texts.removeOne(folder.read(kName)));
+        QVERIFY(texts.removeOne(folder.read(kBackup)));
+        QCOMPARE(filesIn(folder), QStringList({kName, kBackup}));
+    }
+}
+
+void PreviewSaverTest::ofProcessesThatWriteAVanishedFileOneDoes()
+{
+    for (int round = 0; round < TestLength::rounds(20, 200); ++round) {
+        const ScratchFolder folder;
+        Crowd crowd(folder.write(kName, "old text\n"), 3, {});
+        folder.remove(kName);
+        const QVector<int> codes = crowd.save();
+        QCOMPARE(codes.count(kSaved), 1);
+        QCOMPARE(codes.count(kChanged), 2);
+        QVERIFY(folder.read(kName) == textOf(codes.indexOf(kSaved)));
+        QCOMPARE(filesIn(folder), QStringList(kName));
+    }
 }
 
 QTEST_GUILESS_MAIN(PreviewSaverTest)
