@@ -16,6 +16,10 @@
 //   PreviewProcess --rescue FOLDER/
 //
 // Rescues a long text again and again, until somebody ends it.
+//
+//   PreviewProcess --rescue-once FOLDER/ TEXT
+//
+// Rescues TEXT, many times over, once; ends with 0, or with 1 when that failed.
 
 #include "mainwindow/preview/PreviewSaver.h"
 #include "mainwindow/preview/RescueFile.h"
@@ -76,6 +80,13 @@ int exitCodeOf(PreviewSaver::Outcome::Result result)
         RescueFile::write(folder, QStringLiteral("a"), text, QDateTime::currentDateTime());
 }
 
+bool rescueOnce(const QString &folder, const QString &text)
+{
+    return !RescueFile::write(folder, QStringLiteral("a"), text.repeated(20000),
+                              QDateTime(QDate(2026, 1, 2), QTime(3, 4, 5)))
+                .isEmpty();
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -89,6 +100,8 @@ int main(int argc, char *argv[])
         return 2;
     if (arguments.at(1) == QLatin1String("--rescue"))
         rescueForEver(arguments.at(2));
+    if (arguments.at(1) == QLatin1String("--rescue-once"))
+        return rescueOnce(arguments.at(2), arguments.value(3)) ? 0 : 1;
     PreviewFile file = PreviewFile::load(arguments.at(1), DetectionSettings(),
                                          [](const QString &, const QString &) {});
     if (!file.readable)
