@@ -156,7 +156,7 @@ void SearchStressTest::verifyCountsOnce(const SpoolRun &run)
 EngineOptions SearchStressTest::otherOptions()
 {
     EngineOptions options;
-    options.limits.bigsize = number(2) == 0 ? -1 : 1 + number(10);
+    options.limits.bigsize = 1 + number(10);
     options.limits.codechksize = 16 << number(10);
     options.limits.detectsize = 16 << number(10);
     options.limits.tabcolm = 1 + number(8);
