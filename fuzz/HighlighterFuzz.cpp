@@ -178,8 +178,8 @@ void run(Highlighter::Mode mode, const QString &text, const QByteArray &edits)
 
     ColouredDocument fresh(Highlighter::Mode::Everything);
     copyText(edited.document(), fresh.document());
-    fresh.highlighter().setFind(find);
     fresh.highlighter().setLanguage(QStringLiteral("x"), FuzzedLanguage::name());
+    fresh.highlighter().setFind(find);
     fresh.finish();
     compare(edited, fresh);
 }
