@@ -1,12 +1,12 @@
 // Saves a log of some size, for tests that take the disk away from it:
 //
-//   HistoryProcess log FILE [STEP]
+//   HistoryProcess log FILE [STEP [MILLIONS]]
 //   HistoryProcess history FOLDER TAG TIMES LENGTH
 //
-// "log" replaces FILE; at the STEPth step of that (from 0) the process ends on the
-// spot, with exit code 77. "history" saves TIMES logs, all of the same moment, whose
-// texts are LENGTH times TAG and a number, into FOLDER. Ends with 0 when all were saved
-// and with 1 otherwise.
+// "log" replaces FILE by one of MILLIONS of characters, or 1; at the STEPth step of that (from 0)
+// the process ends on the spot, with exit code 77. "history" saves TIMES logs, all of the same
+// moment, whose texts are LENGTH times TAG and a number, into FOLDER. Ends with 0 when all were
+// saved and with 1 otherwise.
 
 #include "mainwindow/history/LogHistory.h"
 #include "mainwindow/history/ResultLogFile.h"
@@ -39,7 +39,10 @@ int main(int argc, char *argv[])
     if (arguments.value(1) == QLatin1String("log") && arguments.size() > 2) {
         if (arguments.size() > 3)
             endAtStep(arguments.at(3).toInt());
-        log.text = QString(1'000'000, QLatin1Char('x'));
+        const int millions = arguments.value(4, QStringLiteral("1")).toInt();
+        log.text = QString(millions * 1'000'000, QLatin1Char('x'));
+        for (int i = 0; i < log.text.size(); i += 100)
+            log.text[i] = QLatin1Char('\n');
         return ResultLogFile::write(arguments.at(2), log) ? 0 : 1;
     }
     if (arguments.size() != 6)

@@ -42,6 +42,8 @@ private slots:
     void aFailedStepLeavesTheOldLogWhole_data();
     void aFailedStepLeavesTheOldLogWhole();
     void anEndBetweenTwoStepsLeavesAWholeLog();
+    void aLongTextIsWrittenPieceByPiece();
+    void aLogTakesNoMemoryForASecondText();
     void aFileThatMayNotGrowLeavesTheOldLogWhole();
     void aFullDiskLeavesTheOldLogWhole();
     void aFolderThatMayNotBeWrittenLeavesTheOldLog();
@@ -279,6 +281,35 @@ void ResultLogFileTest::anEndBetweenTwoStepsLeavesAWholeLog()
         QVERIFY(folder.read(kName) == whole.read(kName));
     }
     QCOMPARE(ended, 3);
+}
+
+void ResultLogFileTest::aLongTextIsWrittenPieceByPiece()
+{
+    setLocale("UTF-8");
+    // With a pair, and the byte of a name, wherever a piece may end.
+    const QString line = QStringLiteral("語\U00020BB7") + NativePath::fromNative("\xFF");
+    QString text = QString(line + QLatin1Char('\n')).repeated(300'000) + line.repeated(300'000)
+        + QLatin1Char('\n') + line;
+    const ScratchFolder folder;
+    QVERIFY(ResultLogFile::write(folder.filePath(kName), logOf(text)));
+    QVERIFY(folder.read(kName) == onDisk(headerBytes() + NativePath::toNative(text)));
+    QVERIFY(textRead(folder.filePath(kName)) == text);
+}
+
+void ResultLogFileTest::aLogTakesNoMemoryForASecondText()
+{
+    const ScratchFolder folder;
+    const QString limited = QStringLiteral("ulimit -v 450000 || exit 99; exec \"$@\"");
+    const QStringList prefix{QStringLiteral("sh"), QStringLiteral("-c"), limited,
+                             QStringLiteral("sh")};
+    const QString path = folder.filePath(kName);
+    if (Commands::run(prefix + logCommand(path)) != 0)
+        QSKIP("the memory cannot be limited here");
+    // Its text takes 200 megabytes.
+    const QStringList command =
+        logCommand(path) + QStringList{QStringLiteral("-1"), QStringLiteral("100")};
+    QCOMPARE(Commands::run(prefix + command), 0);
+    QVERIFY(QFileInfo(path).size() > 100'000'000);
 }
 
 void ResultLogFileTest::aFileThatMayNotGrowLeavesTheOldLogWhole()
