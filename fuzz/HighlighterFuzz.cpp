@@ -31,7 +31,7 @@ void startApplication()
 /// A text in its colours, as a view holds it.
 class ColouredDocument {
 public:
-    explicit ColouredDocument(Highlighter::Mode mode)
+    explicit ColouredDocument(Highlighter::Mode mode) : m_mode(mode)
     {
         m_document.setDocumentLayout(new QPlainTextDocumentLayout(&m_document));
         m_highlighter = new Highlighter(&m_document, false, mode);
@@ -43,14 +43,16 @@ public:
     const QTextDocument &document() const { return m_document; }
     Highlighter &highlighter() { return *m_highlighter; }
 
-    /// What is put off until the event loop turns is done, too.
+    /// Every line gets its colours, also those that are put off until the event loop turns.
     void finish()
     {
         QCoreApplication::processEvents();
-        m_highlighter->colourLines(0, m_document.blockCount() - 1);
+        if (m_mode == Highlighter::Mode::OnDemand)
+            m_highlighter->colourLines(0, m_document.blockCount() - 1);
     }
 
 private:
+    const Highlighter::Mode m_mode;
     QTextDocument m_document;
     Highlighter *m_highlighter;
 };
