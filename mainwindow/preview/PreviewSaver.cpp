@@ -49,6 +49,7 @@ public:
         if (outcome.result == Outcome::Result::Saved) {
             mayTake(Step::Finished);
         } else {
+            NativeFile::clearAttributes(m_new);
             NativeFile::remove(m_new);
             dropUselessBackup();
         }
@@ -134,8 +135,9 @@ private:
             return true;
         if (!mayTake(Step::DropBackup))
             return false;
-        const bool isSecondName = former == NativeFile::stampOf(m_target);
         // A second name shares the attributes with the file.
+        const bool isSecondName = former == NativeFile::stampOf(m_target)
+            && NativeFile::attributesOf(backup) == NativeFile::attributesOf(m_target);
         if (!isSecondName || m_backup == Backup::Copy)
             NativeFile::clearAttributes(backup);
         // Of two names of one file none takes the other's place.
