@@ -130,12 +130,15 @@ bool mayMakeDevices()
         == 0;
 }
 
-void verifySearchAndCount(const HostileTree &tree, const QStringList &errors)
+/// uncertain: an error that may be told and need not.
+void verifySearchAndCount(const HostileTree &tree, const QStringList &errors,
+                          const QString &uncertain = QString())
 {
     EngineRun search;
     QVERIFY(search.run(searchFor(HostileTree::keyword(), {tree.path()})));
     const Counts hits = expectedOf(tree.steady(), 1);
     QVERIFY2(hitsOf(search) == hits, difference(hitsOf(search), hits).constData());
+    search.errors.removeAll(uncertain);
     QCOMPARE(search.errors, errors);
     QCOMPARE(search.warnings, QStringList());
     EngineRun count;
@@ -143,6 +146,7 @@ void verifySearchAndCount(const HostileTree &tree, const QStringList &errors)
     const Counts lines = expectedOf(tree.steady(), HostileTree::linesOfContent());
     const Counts counted = linesOf(count, tree.steady());
     QVERIFY2(counted == lines, difference(counted, lines).constData());
+    count.errors.removeAll(uncertain);
     QCOMPARE(count.errors, errors);
     QCOMPARE(count.warnings, QStringList());
 }
@@ -385,7 +389,10 @@ void HostileTreeTest::whatWouldBeWaitedForEndsASearchAndALineCount()
         QSKIP("not there, or not for this user");
     HostileTree tree;
     tree.builder().link("waited for.txt", QFile::encodeName(path));
-    verifySearchAndCount(tree, errorsOf(tree));
+    // Messages that came meanwhile are read, and then the next one is not waited for.
+    verifySearchAndCount(tree, errorsOf(tree),
+                         QStringLiteral("Error File read:") + tree.path()
+                             + QStringLiteral("waited for.txt"));
     EngineRun run;
     const QString folder = QFileInfo(path).path() + QLatin1Char('/');
     SearchCondition condition = searchFor(HostileTree::keyword(), {folder});
