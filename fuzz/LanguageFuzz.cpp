@@ -1,32 +1,16 @@
 #include "fuzz/FuzzInput.h"
-#include "settings/AppSettings.h"
-#include "tests/support/ScratchFolder.h"
+#include "fuzz/FuzzedLanguage.h"
 #include "view/HighlightSyntax.h"
 #include "view/LanguageConfig.h"
 #include "view/LanguagePattern.h"
 
-#include <QDateTime>
-#include <QFile>
 #include <QVector>
 
 #include <tuple>
 
 namespace {
 
-const QString kLanguage = QStringLiteral("fuzzed");
-
 using Match = std::tuple<int, int, int>;
-
-/// Later than the one before, so that it is read anew.
-void putDefinition(const ScratchFolder &folder, const QByteArray &bytes)
-{
-    static qint64 changes = 0;
-    QFile file(folder.write(QStringLiteral("list/fuzzed.lst"), bytes));
-    require(file.open(QIODevice::ReadWrite)
-                && file.setFileTime(QDateTime::fromSecsSinceEpoch(1'000'000'000 + ++changes),
-                                    QFileDevice::FileModificationTime),
-            "the definition is there");
-}
 
 QVector<Match> matchesOf(const HighlightRules &rules, const QString &text)
 {
@@ -78,23 +62,19 @@ void colour(const HighlightSyntax &syntax, const QStringList &lines)
 /// stands between the two.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
-    static const ScratchFolder folder;
     FuzzInput input(data, size);
     const QByteArray all = input.rest();
     const int end = all.indexOf("\n%%\n");
     const QByteArray definitionBytes = all.left(end < 0 ? all.size() : end + 1);
     QByteArray text = end < 0 ? QByteArray("int i = 0; // x") : all.mid(end + 4);
     text.truncate(affordableText(definitionBytes));
-    putDefinition(folder, definitionBytes);
+    FuzzedLanguage::define(definitionBytes);
     const QStringList lines = QString::fromUtf8(text).split(QLatin1Char('\n'));
 
-    AppSettings &settings = AppSettings::instance();
-    static const bool loaded = (settings.load(folder.path()), true);
-    Q_UNUSED(loaded)
     HighlightSyntax syntax(false);
-    syntax.setLanguage(QStringLiteral("x"), kLanguage);
+    syntax.setLanguage(QStringLiteral("x"), FuzzedLanguage::name());
     const LanguageConfig::Definition definition =
-        LanguageConfig::instance().definition(QString(), kLanguage);
+        LanguageConfig::instance().definition(QString(), FuzzedLanguage::name());
     require(definition != nullptr, "any bytes are a definition");
     colour(syntax, lines);
     compareWords(definition->wordKeywords + definition->wordReserve, lines);

@@ -63,8 +63,9 @@ bool HistoryControl::save(const FormState &request, const QStringList &paths, co
     log.mask = request.mask;
     log.keyword3Group = request.keyword3Group;
     log.keyword3 = request.keyword3Group ? request.keyword3 : QString();
-    log.text = DocumentText::take(*m_views.resultView->document())
-        + m_views.resultView->textOfAppended(unlisted);
+    log.text = DocumentText::take(*m_views.resultView->document());
+    // A sum of the two would be a second text of that size.
+    log.text += m_views.resultView->textOfAppended(unlisted);
     bool lastSearch = false;
     bool history = false;
     // A million lines take a second to write.

@@ -225,11 +225,16 @@ bool PreviewControl::save()
         return true;
     }
     const QString text = this->text();
+    const bool isAsked = PreviewSaver::changedOnDisk(m_file);
     if (!mayBeSaved(text))
         return false;
-    const PreviewSaver::Outcome outcome = PreviewSaver::save(&m_file, text);
+    // Who was asked gives up whatever came until the answer.
+    const NativeFile::Stamp agreed = isAsked ? NativeFile::stampOf(m_file.path) : m_file.stamp;
+    const PreviewSaver::Outcome outcome = PreviewSaver::save(&m_file, text, agreed);
     m_file.text.clear();
     switch (outcome.result) {
+    case PreviewSaver::Outcome::Result::Changed:
+        return save();
     case PreviewSaver::Outcome::Result::Saved:
         m_views.preview->document()->setModified(false);
         m_views.messages->confirm(outcome.message);

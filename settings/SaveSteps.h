@@ -11,6 +11,7 @@ enum class Step {
     TakeLock,
     ReadOld,
     WriteNew,
+    LinkForBackup,
     CopyForBackup,
     DateBackup,
     DropBackup, // one that gives way, usually the oldest

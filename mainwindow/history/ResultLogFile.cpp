@@ -70,8 +70,6 @@ QByteArray utf8Of(const QString &text)
 QByteArray encoded(const QString &text)
 {
     const QTextCodec *codec = localeCodec();
-    if (codec->mibEnum() == kUtf8Mib)
-        return utf8Of(text);
     // Asking the codec what it cannot hold is not enough: on some platforms it
     // takes a similar character instead.
     QByteArray bytes = encodedBy(codec, text);
@@ -79,6 +77,31 @@ QByteArray encoded(const QString &text)
         == withoutCarriageReturns(text))
         return bytes;
     return kUtf8Mark + text.toUtf8();
+}
+
+/// Piece by piece, each of some lines: the bytes of all at once would take half as much
+/// memory again as the text, which may be most of what there is.
+bool writeUtf8(QIODevice &file, const QString &text)
+{
+    constexpr int kPiece = 1 << 20;
+    for (int at = 0; at < text.size();) {
+        const int lineEnd =
+            at + kPiece < text.size() ? text.indexOf(QLatin1Char('\n'), at + kPiece) : -1;
+        const int end = lineEnd < 0 ? text.size() : lineEnd + 1;
+        const QByteArray bytes = utf8Of(QString::fromRawData(text.constData() + at, end - at));
+        if (file.write(bytes) != bytes.size())
+            return false;
+        at = end;
+    }
+    return true;
+}
+
+bool writeLog(QIODevice &file, const ResultLog &log)
+{
+    if (localeCodec()->mibEnum() == kUtf8Mib)
+        return writeUtf8(file, log.header()) && writeUtf8(file, log.text);
+    const QByteArray content = encoded(log.write());
+    return file.write(content) == content.size();
 }
 
 QString valueOf(const QStringList &lines, int number)
@@ -109,10 +132,9 @@ bool ResultLogFile::write(const QString &path, const ResultLog &log)
 {
     if (path.isEmpty())
         return false;
-    const QByteArray content = encoded(log.write());
     QSaveFile file(path);
     if (!mayTake(Step::WriteNew) || !file.open(QIODevice::WriteOnly | QIODevice::Text)
-        || file.write(content) != content.size() || !file.flush())
+        || !writeLog(file, log) || !file.flush())
         return false;
     const bool replaced = mayTake(Step::ReplaceOld) && file.commit();
     return mayTake(Step::Finished) && replaced;

@@ -36,15 +36,24 @@ bool setAttributes(const QString &path, quint32 attributes);
 /// Takes away what keeps a file from being deleted.
 void clearAttributes(const QString &path);
 
-enum class Written { Yes, NotCreated, Failed };
+enum class Written { Yes, Taken, NotCreated, Failed };
 
 /// Makes the file path, which only its owner may read, with content, and
 /// returns when it is safe on the disk. The owner is that of the file like,
-/// where there is one and the user's rights allow it. NotCreated when there is
-/// such a file already or none can be made; after Failed none is left.
+/// where there is one and the user's rights allow it. Taken when something has the
+/// name already, NotCreated when no file can be made; after Failed none is left.
 Written writeNew(const QString &path, const QByteArray &content, const QString &like);
 
 bool remove(const QString &path);
+
+/// Makes the file name, which nothing has yet, with the content, the attributes, the time
+/// of the last change and, where the user's rights allow it, the owner of the file path;
+/// it is safe on the disk then. False leaves none. Also false for a file that
+/// another program holds, so that it could not be replaced.
+bool copy(const QString &path, const QString &name);
+
+/// Anything has the name, be it a link that leads nowhere.
+bool isTaken(const QString &path);
 
 /// Gives the file a second name, which nothing has yet. False also where the
 /// file system cannot, or where the two names would share what they must not.

@@ -13,6 +13,7 @@ namespace {
 
 constexpr mode_t kPermissions = 0777;
 constexpr mode_t kOwnerOnly = 0600;
+constexpr mode_t kOwnerPermissions = 0700;
 
 bool statusOf(const QString &path, struct stat *status)
 {
@@ -32,6 +33,38 @@ bool writeAll(int descriptor, const QByteArray &content)
         next += count;
     }
     return true;
+}
+
+bool sync(int descriptor)
+{
+    // Some file systems cannot; that is no reason to refuse.
+    return ::fsync(descriptor) == 0 || errno == EINVAL || errno == ENOSYS;
+}
+
+bool copyAll(int from, int to)
+{
+    QByteArray piece(1 << 16, Qt::Uninitialized);
+    for (;;) {
+        const ssize_t count = ::read(from, piece.data(), size_t(piece.size()));
+        if (count == -1 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            return count == 0;
+        if (!writeAll(to, QByteArray::fromRawData(piece.constData(), int(count))))
+            return false;
+    }
+}
+
+/// What a file system has no place for stays as it is.
+void takeStatus(int descriptor, const struct stat &status)
+{
+    const struct timespec times[] = {status.st_atim, status.st_mtim};
+    if (::fchown(descriptor, status.st_uid, status.st_gid) != 0
+        || ::fchmod(descriptor, status.st_mode & kPermissions) != 0) {
+        // At least not for more people than may read it now.
+        ::fchmod(descriptor, status.st_mode & kOwnerPermissions);
+    }
+    ::futimens(descriptor, times);
 }
 
 void takeOwner(int descriptor, const QString &like)
@@ -82,11 +115,9 @@ NativeFile::Written NativeFile::writeNew(const QString &path, const QByteArray &
     const int descriptor =
         ::open(name.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kOwnerOnly);
     if (descriptor == -1)
-        return Written::NotCreated;
+        return errno == EEXIST ? Written::Taken : Written::NotCreated;
     takeOwner(descriptor, like);
-    // Some file systems cannot sync; that is no reason to refuse.
-    const bool synced = writeAll(descriptor, content)
-        && (::fsync(descriptor) == 0 || errno == EINVAL || errno == ENOSYS);
+    const bool synced = writeAll(descriptor, content) && sync(descriptor);
     const bool closed = ::close(descriptor) == 0;
     if (synced && closed)
         return Written::Yes;
@@ -97,6 +128,36 @@ NativeFile::Written NativeFile::writeNew(const QString &path, const QByteArray &
 bool NativeFile::remove(const QString &path)
 {
     return ::unlink(NativePath::toNative(path).constData()) == 0;
+}
+
+bool NativeFile::isTaken(const QString &path)
+{
+    struct stat status = {};
+    return ::lstat(NativePath::toNative(path).constData(), &status) == 0;
+}
+
+bool NativeFile::copy(const QString &path, const QString &name)
+{
+    const QByteArray to = NativePath::toNative(name);
+    // Not to wait for a FIFO that has taken the file's place.
+    const int source = ::open(NativePath::toNative(path).constData(),
+                              O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    struct stat status = {};
+    const bool isFile = source != -1 && ::fstat(source, &status) == 0 && S_ISREG(status.st_mode);
+    const int target =
+        isFile ? ::open(to.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kOwnerOnly) : -1;
+    bool copied = false;
+    if (target != -1) {
+        copied = copyAll(source, target);
+        takeStatus(target, status);
+        copied = sync(target) && copied;
+        copied = ::close(target) == 0 && copied;
+        if (!copied)
+            ::unlink(to.constData());
+    }
+    if (source != -1)
+        ::close(source);
+    return copied;
 }
 
 bool NativeFile::link(const QString &path, const QString &name)

@@ -75,7 +75,7 @@ NativeFile::Written NativeFile::writeNew(const QString &path, const QByteArray &
     const HANDLE handle = CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                                       FILE_ATTRIBUTE_NORMAL, nullptr);
     if (handle == INVALID_HANDLE_VALUE)
-        return Written::NotCreated;
+        return GetLastError() == ERROR_FILE_EXISTS ? Written::Taken : Written::NotCreated;
     const bool synced = writeAll(handle, content) && FlushFileBuffers(handle) != 0;
     const bool closed = CloseHandle(handle) != 0;
     if (synced && closed)
@@ -87,6 +87,31 @@ NativeFile::Written NativeFile::writeNew(const QString &path, const QByteArray &
 bool NativeFile::remove(const QString &path)
 {
     return DeleteFileW(WindowsName::of(path).c_str()) != 0;
+}
+
+bool NativeFile::isTaken(const QString &path)
+{
+    return GetFileAttributesW(WindowsName::of(path).c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool NativeFile::copy(const QString &path, const QString &name)
+{
+    const std::wstring from = WindowsName::of(path);
+    const std::wstring to = WindowsName::of(name);
+    if (!mayBeReplaced(from) || CopyFileW(from.c_str(), to.c_str(), TRUE) == 0)
+        return false;
+    // A file that may only be read cannot be opened for being flushed.
+    const DWORD attributes = GetFileAttributesW(to.c_str());
+    SetFileAttributesW(to.c_str(), FILE_ATTRIBUTE_NORMAL);
+    const HANDLE handle = CreateFileW(to.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr);
+    const bool flushed = handle != INVALID_HANDLE_VALUE && FlushFileBuffers(handle) != 0;
+    if (handle != INVALID_HANDLE_VALUE)
+        CloseHandle(handle);
+    if (flushed && SetFileAttributesW(to.c_str(), attributes) != 0)
+        return true;
+    DeleteFileW(to.c_str());
+    return false;
 }
 
 bool NativeFile::link(const QString &path, const QString &name)

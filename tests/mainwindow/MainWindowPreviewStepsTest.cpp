@@ -6,6 +6,8 @@
 #include <QTest>
 #include <QTextBlock>
 
+#include <utility>
+
 using SaveSteps::Step;
 
 namespace {
@@ -38,6 +40,8 @@ private slots:
 
     void aBackupThatCannotBeMadeIsTold();
     void aFileThatCannotBeWrittenIsTold();
+    void aFileThatChangesDuringTheSaveIsAskedFor_data();
+    void aFileThatChangesDuringTheSaveIsAskedFor();
 
 private:
     void select(const QString &part) const;
@@ -254,6 +258,36 @@ void MainWindowPreviewStepsTest::aFileThatCannotBeWrittenIsTold()
         SaveSteps::setObserver(nullptr);
         preview()->undo();
     }
+    preview()->document()->setModified(false);
+}
+
+void MainWindowPreviewStepsTest::aFileThatChangesDuringTheSaveIsAskedFor_data()
+{
+    QTest::addColumn<bool>("saved");
+    QTest::newRow("and saved") << true;
+    QTest::newRow("and left") << false;
+}
+
+void MainWindowPreviewStepsTest::aFileThatChangesDuringTheSaveIsAskedFor()
+{
+    QFETCH(bool, saved);
+    select(text("one apple"));
+    QTest::keyClicks(preview(), text("new "));
+    preview()->setFocus();
+    bool done = false;
+    SaveSteps::setObserver([&](Step step) {
+        if (step == Step::ReplaceOld && !std::exchange(done, true))
+            m_fixture->tree.write(text("a.txt"), "another's\n");
+        return true;
+    });
+    m_fixture->prompt.buttons = {saved ? QMessageBox::Yes : QMessageBox::No};
+    QTest::keyClick(preview(), Qt::Key_S, Qt::ControlModifier);
+    QCOMPARE(m_fixture->prompt.messages.size(), 1);
+    QVERIFY(m_fixture->prompt.messages.first().text.contains(text("他のプログラムで変更")));
+    QCOMPARE(content("a.txt"), saved ? "new " + kContent : QByteArray("another's\n"));
+    if (saved)
+        QCOMPARE(content("a.txt.bak"), QByteArray("another's\n"));
+    QCOMPARE(preview()->document()->isModified(), !saved);
     preview()->document()->setModified(false);
 }
 

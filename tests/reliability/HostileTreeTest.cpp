@@ -11,8 +11,11 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QScopeGuard>
 #include <QTest>
 
+#include <array>
+#include <cstdlib>
 #include <fcntl.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
@@ -24,6 +27,7 @@ class HostileTreeTest : public QObject {
     Q_OBJECT
 
 private slots:
+    void whatIsNoFileIsInTheTree();
     void everyLineIsFoundOnce();
     void everyFileIsCountedOnce();
     void theHugeFileIsTheOnlyError();
@@ -35,6 +39,8 @@ private slots:
     void aTreeMountedIntoItselfIsSearchedOnce();
     void virtualFilesEndASearchAndALineCount_data();
     void virtualFilesEndASearchAndALineCount();
+    void whatWouldBeWaitedForEndsASearchAndALineCount_data();
+    void whatWouldBeWaitedForEndsASearchAndALineCount();
 };
 
 namespace {
@@ -114,7 +120,57 @@ private:
     const bool m_mounted;
 };
 
+/// Not every super-user may: a container's may be refused.
+bool mayMakeDevices()
+{
+    const ScratchFolder folder;
+    return QProcess::execute(QStringLiteral("mknod"),
+                             {folder.filePath(QStringLiteral("zero")), QStringLiteral("c"),
+                              QStringLiteral("1"), QStringLiteral("5")})
+        == 0;
+}
+
+/// uncertain: an error that may be told and need not.
+void verifySearchAndCount(const HostileTree &tree, const QStringList &errors,
+                          const QString &uncertain = QString())
+{
+    EngineRun search;
+    QVERIFY(search.run(searchFor(HostileTree::keyword(), {tree.path()})));
+    const Counts hits = expectedOf(tree.steady(), 1);
+    QVERIFY2(hitsOf(search) == hits, difference(hitsOf(search), hits).constData());
+    search.errors.removeAll(uncertain);
+    QCOMPARE(search.errors, errors);
+    QCOMPARE(search.warnings, QStringList());
+    EngineRun count;
+    QVERIFY(count.run(countLinesIn({tree.path()})));
+    const Counts lines = expectedOf(tree.steady(), HostileTree::linesOfContent());
+    const Counts counted = linesOf(count, tree.steady());
+    QVERIFY2(counted == lines, difference(counted, lines).constData());
+    count.errors.removeAll(uncertain);
+    QCOMPARE(count.errors, errors);
+    QCOMPARE(count.warnings, QStringList());
+}
+
+/// What every tree tells.
+QStringList errorsOf(const HostileTree &tree)
+{
+    if (tree.hugeFile().isEmpty())
+        return {};
+    return {QStringLiteral("Error File size over 1 MByte:")
+            + NativePath::fromNative(tree.hugeFile())};
+}
+
 } // namespace
+
+/// Without it the other tests would show little.
+void HostileTreeTest::whatIsNoFileIsInTheTree()
+{
+    const HostileTree tree;
+    QByteArrayList expected{"a FIFO", "a socket"};
+    if (mayMakeDevices())
+        expected.append("a device");
+    QCOMPARE(tree.specialFiles(), expected);
+}
 
 void HostileTreeTest::everyLineIsFoundOnce()
 {
@@ -198,11 +254,14 @@ void HostileTreeTest::aPathLongerThanTheSystemTakesIsSearched()
         searchFor(HostileTree::keyword(),
                   {NativePath::fromNative(files.first()), NativePath::fromNative(files.last())}));
     const Counts hitsOfNamed = hitsOf(run);
+    const bool counted = run.run(countLinesIn({tree.path()}));
+    const Counts lines = linesOf(run, files);
     // The folder's own removal would fail.
     QCOMPARE(QProcess::execute(QStringLiteral("rm"),
                                {QStringLiteral("-rf"), tree.path() + QString::fromLatin1(level)}),
              0);
-    QVERIFY(searched && fromBelow && named);
+    QVERIFY(searched && fromBelow && named && counted);
+    QCOMPARE(lines, expectedOf(files, HostileTree::linesOfContent()));
     QCOMPARE(hits, expectedOf(files, 1));
     QCOMPARE(hitsFromBelow, expectedOf(files, 1));
     QCOMPARE(hitsOfNamed, expectedOf(files, 1));
@@ -241,14 +300,11 @@ void HostileTreeTest::whatMayNotBeReadIsLeftOutAndNothingElse()
     // What is inside can be opened by who knows the name; a search does not.
     builder.file("entered only/plain.txt", HostileTree::content());
     builder.setMode("entered only", 0111);
-    const Counts expected = expectedOf(tree.steady(), 1);
     {
         const OrdinaryUser user;
         if (!user.inForce())
             QSKIP("no user without privileges to search as");
-        EngineRun run;
-        QVERIFY(run.run(searchFor(HostileTree::keyword(), {tree.path()})));
-        QVERIFY2(hitsOf(run) == expected, difference(hitsOf(run), expected).constData());
+        verifySearchAndCount(tree, errorsOf(tree));
     }
     for (const char *name : {"secret", "listed only", "entered only"})
         builder.setMode(name, 0755);
@@ -263,10 +319,7 @@ void HostileTreeTest::aMountInTheTreeIsSearched()
         QSKIP("this user may mount nothing");
     tree.steadyFile("mount/plain.txt");
     tree.steadyFile("mount/deeper/plain.txt");
-    EngineRun run;
-    QVERIFY(run.run(searchFor(HostileTree::keyword(), {tree.path()})));
-    const Counts expected = expectedOf(tree.steady(), 1);
-    QVERIFY2(hitsOf(run) == expected, difference(hitsOf(run), expected).constData());
+    verifySearchAndCount(tree, errorsOf(tree));
 }
 
 void HostileTreeTest::aTreeMountedIntoItselfIsSearchedOnce()
@@ -276,10 +329,7 @@ void HostileTreeTest::aTreeMountedIntoItselfIsSearchedOnce()
     const Mount mount = Mount::of(QFile::encodeName(tree.path()), tree.builder().path("again"));
     if (!mount.isThere())
         QSKIP("this user may mount nothing");
-    EngineRun run;
-    QVERIFY(run.run(searchFor(HostileTree::keyword(), {tree.path()})));
-    const Counts expected = expectedOf(tree.steady(), 1);
-    QVERIFY2(hitsOf(run) == expected, difference(hitsOf(run), expected).constData());
+    verifySearchAndCount(tree, errorsOf(tree));
 }
 
 void HostileTreeTest::virtualFilesEndASearchAndALineCount_data()
@@ -307,6 +357,53 @@ void HostileTreeTest::virtualFilesEndASearchAndALineCount()
     QVERIFY(run.run(condition, 300000));
     QCOMPARE(run.finishedFlags, QVector<bool>{false});
     QVERIFY(run.run(countLinesIn({folder}), 300000));
+    QCOMPARE(run.lcntFinishedFlags, QVector<bool>{false});
+}
+
+void HostileTreeTest::whatWouldBeWaitedForEndsASearchAndALineCount_data()
+{
+    QTest::addColumn<QString>("kind");
+    // Reading this one waits for the kernel's next message, when all are read.
+    QTest::newRow("the kernel's messages") << QStringLiteral("/proc/kmsg");
+    // Behind these names stand an empty pipe's end and a terminal's.
+    QTest::newRow("a pipe") << QStringLiteral("pipe");
+    QTest::newRow("a terminal") << QStringLiteral("terminal");
+}
+
+void HostileTreeTest::whatWouldBeWaitedForEndsASearchAndALineCount()
+{
+    QFETCH(QString, kind);
+    std::array<int, 2> ends{-1, -1};
+    QString path = kind;
+    if (kind == QLatin1String("pipe"))
+        QVERIFY(::pipe2(ends.data(), O_CLOEXEC) == 0);
+    else if (kind == QLatin1String("terminal"))
+        ends[0] = ::posix_openpt(O_RDWR | O_NOCTTY);
+    const auto close = qScopeGuard([&ends] {
+        for (const int end : ends)
+            ::close(end);
+    });
+    if (ends[0] != -1)
+        path = QStringLiteral("/proc/self/fd/%1").arg(ends[0]);
+    if (!QFileInfo(path).isReadable())
+        QSKIP("not there, or not for this user");
+    HostileTree tree;
+    tree.builder().link("waited for.txt", QFile::encodeName(path));
+    // Messages that came meanwhile are read, and then the next one is not waited for.
+    verifySearchAndCount(tree, errorsOf(tree),
+                         QStringLiteral("Error File read:") + tree.path()
+                             + QStringLiteral("waited for.txt"));
+    EngineRun run;
+    const QString folder = QFileInfo(path).path() + QLatin1Char('/');
+    SearchCondition condition = searchFor(HostileTree::keyword(), {folder});
+    condition.mask = QFileInfo(path).fileName();
+    condition.subdir = false;
+    QVERIFY(run.run(condition));
+    QCOMPARE(run.finishedFlags, QVector<bool>{false});
+    condition = countLinesIn({folder});
+    condition.mask = QFileInfo(path).fileName();
+    condition.subdir = false;
+    QVERIFY(run.run(condition));
     QCOMPARE(run.lcntFinishedFlags, QVector<bool>{false});
 }
 

@@ -1,7 +1,9 @@
 #include "settings/IniDocument.h"
 
+#include "tests/support/Commands.h"
 #include "tests/support/FileTime.h"
 #include "tests/support/ScratchFolder.h"
+#include "tests/support/SmallDisk.h"
 #include "tests/support/TestLength.h"
 
 #include <QDate>
@@ -11,6 +13,10 @@
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QTest>
+
+#include <algorithm>
+#include <memory>
+#include <vector>
 
 // Real processes that are stopped half-way, that disturb each other, or that
 // have no disk left: what is on the disk afterwards must be whole files.
@@ -22,8 +28,8 @@ private slots:
     void anEndBetweenTwoStepsLeavesAWholeFile();
     void aKillAtAnyMomentLeavesAWholeFile_data();
     void aKillAtAnyMomentLeavesAWholeFile();
-    void twoProcessesThatSaveAtOnceLeaveAWholeFile_data();
-    void twoProcessesThatSaveAtOnceLeaveAWholeFile();
+    void processesThatSaveAtOnceLeaveAWholeFile_data();
+    void processesThatSaveAtOnceLeaveAWholeFile();
     void aFullDiskLeavesEveryFileAsItWas_data();
     void aFullDiskLeavesEveryFileAsItWas();
     void roomForTheNewFileOnlyMovesNoBackup();
@@ -35,13 +41,17 @@ private slots:
     void aFileThatMayNotBeReadIsNotReplaced();
 };
 
+using Commands::asOrdinaryUser;
+using Commands::run;
+
 namespace {
 
 const QString kOld = QStringLiteral("旧");
 const QString kNew = QStringLiteral("新");
 const QString kOther = QStringLiteral("別");
+const QString kThird = QStringLiteral("三");
 
-const char *const kKinds[] = {"settings", "keywords", "parameters", "paths"};
+const char *const kKinds[] = {"settings", "keywords", "parameters", "paths", "chooser", "note"};
 
 using Files = QMap<QString, QByteArray>;
 
@@ -54,21 +64,14 @@ void addKinds()
 
 QString fileOf(const QString &kind)
 {
-    if (kind == QLatin1String("settings"))
-        return QStringLiteral("sarvik.ini");
-    if (kind == QLatin1String("paths"))
-        return QStringLiteral("inputSearchPath.ini");
-    return kind == QLatin1String("keywords") ? QStringLiteral("keywordhistory.ini")
-                                             : QStringLiteral("sarvikpara.ini");
-}
-
-/// The exit code, or -1 when there is none.
-int run(const QStringList &command)
-{
-    QProcess process;
-    process.start(command.first(), command.mid(1));
-    const bool ended = process.waitForFinished(120000);
-    return ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    static const QMap<QString, QString> files{
+        {QStringLiteral("settings"), QStringLiteral("sarvik.ini")},
+        {QStringLiteral("keywords"), QStringLiteral("keywordhistory.ini")},
+        {QStringLiteral("parameters"), QStringLiteral("sarvikpara.ini")},
+        {QStringLiteral("paths"), QStringLiteral("inputSearchPath.ini")},
+        {QStringLiteral("chooser"), QStringLiteral("fileDialog.ini")},
+        {QStringLiteral("note"), QStringLiteral("note.ini")}};
+    return files.value(kind);
 }
 
 QStringList saveCommand(const QString &kind, const QString &folder, const QString &tag,
@@ -108,6 +111,18 @@ QString tagIn(const QString &kind, const QByteArray &content)
         tags = file.list(QStringLiteral("history/list"));
         if (tags.size() != 2000)
             tags.append(QString());
+    } else if (kind == QLatin1String("chooser")) {
+        const IniDocument file(content, IniDocument::Form::Escaped);
+        for (const char *key : {"splitterV", "splitterH"}) {
+            const QString bytes = QString::fromUtf8(file.value(QLatin1String(key)).toByteArray());
+            tags.append(bytes == bytes.left(1).repeated(2000) ? bytes.left(1) : QString());
+        }
+    } else if (kind == QLatin1String("note")) {
+        const IniDocument file(content, IniDocument::Form::Utf8);
+        for (const QString &number : file.list(QStringLiteral("note/window")))
+            tags.append(QString(QChar(number.toInt())));
+        if (content.count("text of the note") != 2000)
+            tags.append(QString());
     } else {
         const IniDocument file(content, IniDocument::Form::Escaped);
         tags = file.list(QStringLiteral("pathlist"));
@@ -140,6 +155,12 @@ QString tagWhileReplaced(const QString &kind, const QString &folder)
 /// daily backup, and three earlier generations of the settings.
 void prepare(const QString &folder)
 {
+    QFile note(folder + fileOf(QStringLiteral("note")));
+    QVERIFY(note.open(QIODevice::WriteOnly));
+    QVERIFY(note.write("[note]\n") > 0);
+    for (int i = 1000; i < 3000; ++i)
+        QVERIFY(note.write("l" + QByteArray::number(i) + "=text of the note\n") > 0);
+    note.close();
     const QDate yesterday = QDate::currentDate().addDays(-1);
     for (const char *name : kKinds) {
         const QString kind = QString::fromLatin1(name);
@@ -164,62 +185,6 @@ void verifyBackupsMovedOnce(const QString &folder)
     QCOMPARE(files.value(QStringLiteral("sarvik.ini.bak2")), QByteArray("generation 1"));
     QCOMPARE(files.value(QStringLiteral("sarvik.ini.bak3")), QByteArray("generation 2"));
     QVERIFY(!files.contains(QStringLiteral("sarvik.ini.bak4")));
-}
-
-/// A small disk that is there as long as the object, if this user may have one.
-class SmallDisk {
-public:
-    SmallDisk()
-        : m_mounted(run({QStringLiteral("mount"), QStringLiteral("-t"), QStringLiteral("tmpfs"),
-                         QStringLiteral("-o"), QStringLiteral("size=512k"), QStringLiteral("tmpfs"),
-                         m_folder.path()})
-                    == 0)
-    {
-    }
-    ~SmallDisk()
-    {
-        if (m_mounted)
-            run({QStringLiteral("umount"), m_folder.path()});
-    }
-    SmallDisk(const SmallDisk &) = delete;
-    SmallDisk &operator=(const SmallDisk &) = delete;
-
-    bool isMounted() const { return m_mounted; }
-    QString path() const { return m_folder.path(); }
-
-    /// Fills it but for so many blocks of 4096 bytes.
-    void fill(int blocksLeft)
-    {
-        const QByteArray block(4096, 'x');
-        QFile filler(path() + QStringLiteral("filler"));
-        if (!filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
-            qFatal("cannot fill the disk");
-        while (filler.write(block) == block.size()) { }
-        if (blocksLeft > 0 && !filler.resize(filler.size() - blocksLeft * block.size()))
-            qFatal("cannot make room");
-    }
-    void makeRoom() { QFile::remove(path() + QStringLiteral("filler")); }
-
-private:
-    ScratchFolder m_folder;
-    bool m_mounted;
-};
-
-/// Changes command so that somebody without the super-user's rights runs it;
-/// false when that is not possible.
-bool asOrdinaryUser(QStringList &command)
-{
-    const int superUser =
-        run({QStringLiteral("sh"), QStringLiteral("-c"), QStringLiteral("test $(id -u) = 0")});
-    if (superUser != 0)
-        return superUser == 1;
-    const QStringList prefix{QStringLiteral("setpriv"), QStringLiteral("--reuid=65534"),
-                             QStringLiteral("--regid=65534"), QStringLiteral("--clear-groups")};
-    command = prefix + command;
-    return run(prefix
-               + QStringList{QStringLiteral("test"), QStringLiteral("-x"),
-                             QStringLiteral(SAVING_PROCESS)})
-        == 0;
 }
 
 } // namespace
@@ -282,31 +247,41 @@ void InterruptedSaveTest::aKillAtAnyMomentLeavesAWholeFile()
     QCOMPARE(tagOf(kind, folder.path()), kNew);
 }
 
-void InterruptedSaveTest::twoProcessesThatSaveAtOnceLeaveAWholeFile_data()
+void InterruptedSaveTest::processesThatSaveAtOnceLeaveAWholeFile_data()
 {
-    addKinds();
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QStringList>("tags");
+    for (const char *kind : kKinds) {
+        QTest::addRow("two: %s", kind) << QString::fromLatin1(kind) << QStringList{kNew, kOther};
+        QTest::addRow("three: %s", kind)
+            << QString::fromLatin1(kind) << QStringList{kNew, kOther, kThird};
+    }
 }
 
-void InterruptedSaveTest::twoProcessesThatSaveAtOnceLeaveAWholeFile()
+void InterruptedSaveTest::processesThatSaveAtOnceLeaveAWholeFile()
 {
     QFETCH(QString, kind);
+    QFETCH(QStringList, tags);
     const ScratchFolder folder;
     prepare(folder.path());
-    QProcess one;
-    QProcess two;
-    const QStringList first = saveCommand(kind, folder.path(), kNew, 20);
-    const QStringList second = saveCommand(kind, folder.path(), kOther, 20);
-    one.start(first.first(), first.mid(1));
-    two.start(second.first(), second.mid(1));
-    while (one.state() != QProcess::NotRunning || two.state() != QProcess::NotRunning) {
+    std::vector<std::unique_ptr<QProcess>> processes;
+    for (const QString &tag : tags) {
+        const QStringList command = saveCommand(kind, folder.path(), tag, 20);
+        processes.push_back(std::make_unique<QProcess>());
+        processes.back()->start(command.first(), command.mid(1));
+    }
+    const auto isRunning = [](const auto &process) {
+        return process->state() != QProcess::NotRunning;
+    };
+    while (std::any_of(processes.begin(), processes.end(), isRunning)) {
         const QString tag = tagWhileReplaced(kind, folder.path());
-        QVERIFY2(tag == kOld || tag == kNew || tag == kOther, qPrintable(tag));
+        QVERIFY2(tag == kOld || tags.contains(tag), qPrintable(tag));
         QTest::qWait(1);
     }
-    QCOMPARE(one.exitCode(), 0);
-    QCOMPARE(two.exitCode(), 0);
+    for (const auto &process : processes)
+        QCOMPARE(process->exitCode(), 0);
     const QString tag = tagWhileReplaced(kind, folder.path());
-    QVERIFY2(tag == kNew || tag == kOther, qPrintable(tag));
+    QVERIFY2(tags.contains(tag), qPrintable(tag));
     if (kind == QLatin1String("settings"))
         verifyBackupsMovedOnce(folder.path());
     QCOMPARE(filesIn(folder.path()).keys().filter(QStringLiteral(".lock")), QStringList());
@@ -365,12 +340,7 @@ void InterruptedSaveTest::aFileThatMayNotGrowLeavesEveryFileAsItWas()
     const ScratchFolder folder;
     prepare(folder.path());
     const Files before = filesIn(folder.path());
-    // A write beyond the limit fails in the middle of the file, as on a disk
-    // that fills up.
-    const QString limited = QStringLiteral("trap '' XFSZ; ulimit -f 2 || exit 99; exec \"$@\"");
-    const int code =
-        run(QStringList{QStringLiteral("sh"), QStringLiteral("-c"), limited, QStringLiteral("sh")}
-            + saveCommand(kind, folder.path(), kNew));
+    const int code = run(Commands::withLimitedFiles(1, saveCommand(kind, folder.path(), kNew)));
     if (code == -1 || code == 99)
         QSKIP("no shell that limits the size of files");
     QCOMPARE(code, 1);

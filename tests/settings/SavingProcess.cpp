@@ -1,9 +1,10 @@
 // Saves one kind of file again and again, for tests that stop it half-way, let
 // two of it run at a time, or take the disk away from it:
 //
-//   SavingProcess settings|keywords|parameters|paths FOLDER TAG [TIMES [STEP]]
+//   SavingProcess KIND FOLDER TAG [TIMES [STEP]]
 //
-// Everything that it saves carries TAG, so that a mixture shows. At the STEPth
+// KIND: settings, keywords, parameters, paths, chooser, note or starter.
+// Everything that it saves carries TAG, one character, so that a mixture shows. At the STEPth
 // step of saving (from 0) it ends on the spot, with exit code 77. Otherwise it
 // ends with 0 when the last save succeeded and with 1 when it failed.
 
@@ -11,9 +12,13 @@
 #include "settings/KeywordHistory.h"
 #include "settings/ParameterFile.h"
 #include "settings/SaveSteps.h"
+#include "settings/StarterSettings.h"
 #include "settings/dialogs/InputHistoryFile.h"
+#include "view/AssistFile.h"
+#include "view/LogChooserFile.h"
 
 #include <QCoreApplication>
+#include <QFile>
 
 #include <cstdlib>
 
@@ -58,6 +63,25 @@ bool saveParameters(const QString &folder, const QString &tag)
     return ParameterFile(folder).write({paths, tag, tag});
 }
 
+bool saveChooser(const QString &folder, const QString &tag)
+{
+    const QByteArray bytes = tag.toUtf8().repeated(2000);
+    return LogChooserFile(folder).save({QPoint(), QSize(), bytes, bytes});
+}
+
+bool saveNote(const QString &folder, const QString &tag)
+{
+    const int number = tag.at(0).unicode();
+    return AssistFile::writeGeometry(folder + QStringLiteral("note.ini"), QStringLiteral("note"),
+                                     QRect(number, number, number, number));
+}
+
+bool startFirst(const QString &folder)
+{
+    StarterSettings::provide(folder);
+    return QFile::exists(folder + QStringLiteral("sarvik.ini"));
+}
+
 bool save(const QString &kind, const QString &folder, const QString &tag)
 {
     if (kind == QLatin1String("settings"))
@@ -66,6 +90,12 @@ bool save(const QString &kind, const QString &folder, const QString &tag)
         return saveKeywords(folder, tag);
     if (kind == QLatin1String("paths"))
         return savePaths(folder, tag);
+    if (kind == QLatin1String("chooser"))
+        return saveChooser(folder, tag);
+    if (kind == QLatin1String("note"))
+        return saveNote(folder, tag);
+    if (kind == QLatin1String("starter"))
+        return startFirst(folder);
     return saveParameters(folder, tag);
 }
 

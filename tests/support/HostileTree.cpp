@@ -35,9 +35,10 @@ void HostileTree::steadyFile(const QByteArray &name)
 void HostileTree::addSpecialFiles()
 {
     constexpr qint64 kHundredGigabytes = Q_INT64_C(100) << 30;
-    m_builder.fifo("special/fifo.txt");
-    m_builder.socket("special/socket.txt");
-    m_builder.device("special/device.txt");
+    m_specialFiles.append(m_builder.fifo("special/fifo.txt") ? "a FIFO" : "");
+    m_specialFiles.append(m_builder.socket("special/socket.txt") ? "a socket" : "");
+    m_specialFiles.append(m_builder.device("special/device.txt") ? "a device" : "");
+    m_specialFiles.removeAll("");
     m_builder.file("special/empty.txt", QByteArray());
     if (m_builder.sparseFile("special/huge.txt", kHundredGigabytes))
         m_hugeFile = m_builder.path("special/huge.txt");

@@ -27,6 +27,8 @@ public:
 
     /// The whole paths of what has to be found, as the platform holds them.
     const QByteArrayList &steady() const { return m_steady; }
+    /// "a FIFO", "a socket", "a device": those that could be made.
+    const QByteArrayList &specialFiles() const { return m_specialFiles; }
     /// The whole path of a file that is larger than any disk; empty where there
     /// can be none.
     QByteArray hugeFile() const { return m_hugeFile; }
@@ -41,5 +43,6 @@ private:
     ScratchFolder m_folder;
     TreeBuilder m_builder;
     QByteArrayList m_steady;
+    QByteArrayList m_specialFiles;
     QByteArray m_hugeFile;
 };

@@ -3,16 +3,24 @@
 #include "mainwindow/history/LogRestore.h"
 #include "mainwindow/history/ResultLogFile.h"
 #include "settings/SaveSteps.h"
+#include "tests/support/Commands.h"
 #include "tests/support/FileTime.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/ScratchFolder.h"
+#include "tests/support/SmallDisk.h"
+#include "tests/support/TestLength.h"
 #include "tests/support/TreeBuilder.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QProcess>
+#include <QRandomGenerator>
 #include <QSet>
 #include <QTest>
+#include <QThread>
+
+#include <memory>
+#include <vector>
 
 class LogHistoryTest : public QObject {
     Q_OBJECT
@@ -22,7 +30,11 @@ private slots:
     void aLogIsNamedByItsMoment();
     void theFolderIsMadeForTheFirstLog();
     void twoLogsOfOneSecondAreBothKept();
-    void twoProcessesThatSaveInOneSecondLoseNothing();
+    void processesThatSaveInOneSecondLoseNothing_data();
+    void processesThatSaveInOneSecondLoseNothing();
+    void aKillAtAnyMomentLeavesWholeLogs();
+    void aFullDiskLeavesTheLogsThatAreThere();
+    void aFolderThatMayNotBeWrittenTakesNoLog();
     void aFailedSaveLeavesNothing();
     void aFolderThatCannotBeMadeFails();
     void theFileChangedLastIsFirst();
@@ -79,6 +91,19 @@ QStringList filesIn(const QString &folder)
     return QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
 }
 
+QStringList saveCommand(const QString &folder, const QString &tag, int times, int length)
+{
+    return {QStringLiteral(HISTORY_PROCESS), QStringLiteral("history"), folder, tag,
+            QString::number(times),          QString::number(length)};
+}
+
+QString textOf(const ScratchFolder &folder, const QString &name)
+{
+    return LogRestore::fromContent(*ResultLogFile::read(folder.filePath(name)), name,
+                                   LogRestore::Extent::HeaderOnly)
+        .text;
+}
+
 QStringList words(const char *text)
 {
     return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
@@ -127,27 +152,102 @@ void LogHistoryTest::twoLogsOfOneSecondAreBothKept()
     QCOMPARE(*ResultLogFile::read(secondPath), second.write());
 }
 
-void LogHistoryTest::twoProcessesThatSaveInOneSecondLoseNothing()
+void LogHistoryTest::processesThatSaveInOneSecondLoseNothing_data()
 {
+    QTest::addColumn<QStringList>("tags");
+    QTest::newRow("two") << words("one two");
+    QTest::newRow("three") << words("one two three");
+}
+
+void LogHistoryTest::processesThatSaveInOneSecondLoseNothing()
+{
+    QFETCH(QStringList, tags);
     constexpr int kTimes = 30;
     const ScratchFolder folder;
-    QProcess one;
-    QProcess two;
-    const QString times = QString::number(kTimes);
-    const QString program = QStringLiteral(HISTORY_PROCESS);
-    one.start(program, {QStringLiteral("history"), folder.path(), QStringLiteral("one"), times});
-    two.start(program, {QStringLiteral("history"), folder.path(), QStringLiteral("two"), times});
-    QVERIFY(one.waitForFinished(60000));
-    QVERIFY(two.waitForFinished(60000));
-    QCOMPARE(one.exitCode(), 0);
-    QCOMPARE(two.exitCode(), 0);
+    std::vector<std::unique_ptr<QProcess>> processes;
+    for (const QString &tag : tags) {
+        const QStringList command = saveCommand(folder.path(), tag, kTimes, 1);
+        processes.push_back(std::make_unique<QProcess>());
+        processes.back()->start(command.first(), command.mid(1));
+    }
+    for (const auto &process : processes) {
+        QVERIFY(process->waitForFinished(60000));
+        QCOMPARE(process->exitCode(), 0);
+    }
     QSet<QString> texts;
     for (const QString &name : filesIn(folder.path()))
-        texts.insert(LogRestore::fromContent(*ResultLogFile::read(folder.filePath(name)), name,
-                                             LogRestore::Extent::HeaderOnly)
-                         .text);
-    QCOMPARE(filesIn(folder.path()).size(), 2 * kTimes);
-    QCOMPARE(texts.size(), 2 * kTimes);
+        texts.insert(textOf(folder, name));
+    QCOMPARE(filesIn(folder.path()).size(), tags.size() * kTimes);
+    QCOMPARE(texts.size(), tags.size() * kTimes);
+}
+
+void LogHistoryTest::aKillAtAnyMomentLeavesWholeLogs()
+{
+    constexpr int kLength = 50000;
+    const int rounds = TestLength::rounds(50, 500);
+    int killed = 0;
+    int logs = 0;
+    for (int i = 0; i < rounds; ++i) {
+        const ScratchFolder folder;
+        const QStringList command = saveCommand(folder.path(), QStringLiteral("-"), 99, kLength);
+        QProcess process;
+        process.start(command.first(), command.mid(1));
+        QVERIFY(process.waitForStarted());
+        QThread::usleep(QRandomGenerator::global()->bounded(60000u));
+        process.kill();
+        QVERIFY(process.waitForFinished());
+        killed += process.exitStatus() == QProcess::CrashExit ? 1 : 0;
+        LogHistory history(folder.path());
+        history.rebuild(1000);
+        // What was being written is no log.
+        for (const LogHistory::Entry &entry : history.entries()) {
+            const QString text = textOf(folder, entry.name);
+            const QString part = text.left(text.size() / kLength);
+            QVERIFY2(!part.isEmpty() && text == part.repeated(kLength), qPrintable(entry.name));
+            ++logs;
+        }
+    }
+    // Pauses that are too long would stop nothing, and too short ones see nothing.
+    QVERIFY2(killed > rounds / 10, qPrintable(QString::number(killed)));
+    QVERIFY2(logs > 0, qPrintable(QString::number(logs)));
+}
+
+void LogHistoryTest::aFullDiskLeavesTheLogsThatAreThere()
+{
+    SmallDisk disk;
+    if (!disk.isMounted())
+        QSKIP("this user may not mount a small disk");
+    QCOMPARE(Commands::run(saveCommand(disk.path(), QStringLiteral("old"), 1, 100)), 0);
+    const QStringList before = filesIn(disk.path());
+    QCOMPARE(before, QStringList{QStringLiteral("20260102-030405.log")});
+    const QStringList command = saveCommand(disk.path(), QStringLiteral("new"), 1, 20000);
+    for (const int blocksLeft : {0, 1, 10}) {
+        disk.fill(blocksLeft);
+        QCOMPARE(Commands::run(command), 1);
+        disk.makeRoom();
+        QCOMPARE(filesIn(disk.path()), before);
+        QVERIFY(ResultLogFile::read(disk.path() + before.first())
+                    ->endsWith(QStringLiteral("old0").repeated(100)));
+    }
+    QCOMPARE(Commands::run(command), 0);
+}
+
+void LogHistoryTest::aFolderThatMayNotBeWrittenTakesNoLog()
+{
+    const ScratchFolder folder;
+    folder.write(QStringLiteral("old.log"), "old");
+    TreeBuilder tree(folder.path().toUtf8());
+    if (!tree.setMode(".", 0555))
+        QSKIP("permissions mean nothing here");
+    QStringList command = saveCommand(folder.path(), QStringLiteral("new"), 1, 1);
+    const bool possible = Commands::asOrdinaryUser(command);
+    const int code = possible ? Commands::run(command) : 0;
+    tree.setMode(".", 0755);
+    if (!possible)
+        QSKIP("nobody without rights to run the test as");
+    QCOMPARE(code, 1);
+    QCOMPARE(filesIn(folder.path()), QStringList{QStringLiteral("old.log")});
+    QCOMPARE(folder.read(QStringLiteral("old.log")), QByteArray("old"));
 }
 
 void LogHistoryTest::aFailedSaveLeavesNothing()

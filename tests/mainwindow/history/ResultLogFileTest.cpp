@@ -3,8 +3,10 @@
 #include "engine/NativePath.h"
 #include "mainwindow/history/LogRestore.h"
 #include "settings/SaveSteps.h"
+#include "tests/support/Commands.h"
 #include "tests/support/EncodedTextGenerator.h"
 #include "tests/support/ScratchFolder.h"
+#include "tests/support/SmallDisk.h"
 #include "tests/support/TestLength.h"
 #include "tests/support/TreeBuilder.h"
 
@@ -39,7 +41,12 @@ private slots:
     void aMissingFolderFailsAndIsNotMade();
     void aFailedStepLeavesTheOldLogWhole_data();
     void aFailedStepLeavesTheOldLogWhole();
-    void aFullDeviceLeavesTheOldLogWhole();
+    void anEndBetweenTwoStepsLeavesAWholeLog();
+    void aLongTextIsWrittenPieceByPiece();
+    void aLogTakesNoMemoryForASecondText();
+    void aFileThatMayNotGrowLeavesTheOldLogWhole();
+    void aFullDiskLeavesTheOldLogWhole();
+    void aFolderThatMayNotBeWrittenLeavesTheOldLog();
     void aKillAtAnyMomentLeavesAWholeLog();
     void aFolderInTheWayFails();
     void whatIsNoFileIsNotRead_data();
@@ -84,6 +91,11 @@ QString textRead(const QString &path)
     const std::optional<QString> content = ResultLogFile::read(path);
     return content ? LogRestore::fromContent(*content, path, LogRestore::Extent::Everything).text
                    : QStringLiteral("not read");
+}
+
+QStringList logCommand(const QString &path)
+{
+    return {QStringLiteral(HISTORY_PROCESS), QStringLiteral("log"), path};
 }
 
 void setLocale(const char *codec)
@@ -250,18 +262,98 @@ void ResultLogFileTest::aFailedStepLeavesTheOldLogWhole()
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{kName});
 }
 
-void ResultLogFileTest::aFullDeviceLeavesTheOldLogWhole()
+void ResultLogFileTest::anEndBetweenTwoStepsLeavesAWholeLog()
 {
-    const QString script = QStringLiteral("trap '' XFSZ; ulimit -f 8 || exit 99; exec \"$@\"");
+    constexpr int kEnded = 77;
+    const ScratchFolder whole;
+    QCOMPARE(Commands::run(logCommand(whole.filePath(kName))), 0);
+    int ended = 0;
+    for (int step = 0;; ++step) {
+        const ScratchFolder folder;
+        const QString path = folder.write(kName, "old");
+        const int code = Commands::run(logCommand(path) + QStringList{QString::number(step)});
+        if (code == 0)
+            break;
+        QCOMPARE(code, kEnded);
+        ++ended;
+        QVERIFY(folder.read(kName) == "old" || folder.read(kName) == whole.read(kName));
+        QCOMPARE(Commands::run(logCommand(path)), 0);
+        QVERIFY(folder.read(kName) == whole.read(kName));
+    }
+    QCOMPARE(ended, 3);
+}
+
+void ResultLogFileTest::aLongTextIsWrittenPieceByPiece()
+{
+    setLocale("UTF-8");
+    // With a pair, and the byte of a name, wherever a piece may end.
+    const QString line = QStringLiteral("語\U00020BB7") + NativePath::fromNative("\xFF");
+    QString text = QString(line + QLatin1Char('\n')).repeated(300'000) + line.repeated(300'000)
+        + QLatin1Char('\n') + line;
+    const ScratchFolder folder;
+    QVERIFY(ResultLogFile::write(folder.filePath(kName), logOf(text)));
+    QVERIFY(folder.read(kName) == onDisk(headerBytes() + NativePath::toNative(text)));
+    QVERIFY(textRead(folder.filePath(kName)) == text);
+}
+
+void ResultLogFileTest::aLogTakesNoMemoryForASecondText()
+{
+    const ScratchFolder folder;
+    const QString limited = QStringLiteral("ulimit -v 450000 || exit 99; exec \"$@\"");
+    const QStringList prefix{QStringLiteral("sh"), QStringLiteral("-c"), limited,
+                             QStringLiteral("sh")};
+    const QString path = folder.filePath(kName);
+    if (Commands::run(prefix + logCommand(path)) != 0)
+        QSKIP("the memory cannot be limited here");
+    // Its text takes 200 megabytes.
+    const QStringList command =
+        logCommand(path) + QStringList{QStringLiteral("-1"), QStringLiteral("100")};
+    QCOMPARE(Commands::run(prefix + command), 0);
+    QVERIFY(QFileInfo(path).size() > 100'000'000);
+}
+
+void ResultLogFileTest::aFileThatMayNotGrowLeavesTheOldLogWhole()
+{
     const ScratchFolder folder;
     const QString path = folder.write(kName, "old");
-    QProcess process;
-    process.start(QStringLiteral("sh"),
-                  {QStringLiteral("-c"), script, QStringLiteral("sh"),
-                   QStringLiteral(HISTORY_PROCESS), QStringLiteral("log"), path});
-    if (!process.waitForFinished(60000) || process.exitCode() == 99)
+    const int code = Commands::run(Commands::withLimitedFiles(4, logCommand(path)));
+    if (code == -1 || code == 99)
         QSKIP("no shell that limits the size of files");
-    QCOMPARE(process.exitCode(), 1);
+    QCOMPARE(code, 1);
+    QCOMPARE(folder.read(kName), QByteArray("old"));
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{kName});
+}
+
+void ResultLogFileTest::aFullDiskLeavesTheOldLogWhole()
+{
+    SmallDisk disk;
+    if (!disk.isMounted())
+        QSKIP("this user may not mount a small disk");
+    const QString path = disk.path() + kName;
+    QVERIFY(ResultLogFile::write(path, logOf(QStringLiteral("old"))));
+    for (const int blocksLeft : {0, 1, 10}) {
+        disk.fill(blocksLeft);
+        QCOMPARE(Commands::run(logCommand(path)), 1);
+        disk.makeRoom();
+        QCOMPARE(textRead(path), QStringLiteral("old"));
+        QCOMPARE(QDir(disk.path()).entryList(QDir::Files | QDir::Hidden), QStringList{kName});
+    }
+}
+
+void ResultLogFileTest::aFolderThatMayNotBeWrittenLeavesTheOldLog()
+{
+    const ScratchFolder folder;
+    TreeBuilder tree(folder.path().toUtf8());
+    const QString path = folder.write(kName, "old");
+    if (!tree.setMode("a.log", 0666) || !tree.setMode(".", 0555))
+        QSKIP("permissions mean nothing here");
+    QStringList command = logCommand(path);
+    const bool possible = Commands::asOrdinaryUser(command);
+    const int code = possible ? Commands::run(command) : 0;
+    tree.setMode(".", 0755);
+    if (!possible)
+        QSKIP("nobody without rights to run the test as");
+    QCOMPARE(code, 1);
     QCOMPARE(folder.read(kName), QByteArray("old"));
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{kName});
 }

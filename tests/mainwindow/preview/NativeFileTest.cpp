@@ -25,6 +25,10 @@ private slots:
     void aRenamedFileReplacesAnother();
     void aSecondNameIsTheSameFile();
     void aSecondNameReplacesNothing();
+    void aCopyIsAFileOfItsOwn();
+    void aCopyReplacesNothing();
+    void whatIsNoFileIsNotCopied();
+    void aNameIsTakenAlsoByALinkThatLeadsNowhere();
     void theTargetOfALinkIsTheFile();
 };
 
@@ -149,7 +153,7 @@ void NativeFileTest::aFileThatIsThereIsNotWrittenOver()
 {
     const ScratchFolder folder;
     QCOMPARE(NativeFile::writeNew(folder.write(kA, "old"), "new", QString()),
-             NativeFile::Written::NotCreated);
+             NativeFile::Written::Taken);
     QCOMPARE(folder.read(kA), QByteArray("old"));
 }
 
@@ -189,6 +193,56 @@ void NativeFileTest::aSecondNameReplacesNothing()
     const QString a = folder.write(kA, "a");
     QVERIFY(!NativeFile::link(a, folder.write(kB, "b")));
     QCOMPARE(folder.read(kB), QByteArray("b"));
+}
+
+void NativeFileTest::aCopyIsAFileOfItsOwn()
+{
+    const ScratchFolder folder;
+    const QByteArray content = QByteArray(3'000'000, 'x') + QByteArray("\0y", 2);
+    const QString a = folder.write(kA, content);
+    const QString b = folder.filePath(kB);
+    FileTime::setDayOfChange(a, QDate(2026, 2, 3));
+    QVERIFY(QFile::setPermissions(a, QFileDevice::ReadOwner));
+    const quint32 attributes = NativeFile::attributesOf(a);
+    QVERIFY(NativeFile::copy(a, b));
+    QVERIFY(folder.read(kB) == content);
+    QCOMPARE(NativeFile::attributesOf(b), attributes);
+    QCOMPARE(NativeFile::stampOf(b).changed, NativeFile::stampOf(a).changed);
+    NativeFile::clearAttributes(a);
+    QVERIFY(NativeFile::remove(a));
+    QVERIFY(folder.read(kB) == content);
+    QVERIFY(QFile::setPermissions(b, QFileDevice::ReadOwner | QFileDevice::WriteOwner));
+}
+
+void NativeFileTest::aCopyReplacesNothing()
+{
+    const ScratchFolder folder;
+    const QString a = folder.write(kA, "a");
+    QVERIFY(!NativeFile::copy(a, folder.write(kB, "b")));
+    QCOMPARE(folder.read(kB), QByteArray("b"));
+}
+
+void NativeFileTest::whatIsNoFileIsNotCopied()
+{
+    const ScratchFolder folder;
+    TreeBuilder tree(folder.path().toUtf8());
+    tree.folder("folder");
+    QVERIFY(!NativeFile::copy(folder.filePath(QStringLiteral("folder")), folder.filePath(kB)));
+    QVERIFY(!NativeFile::copy(folder.filePath(QStringLiteral("missing")), folder.filePath(kB)));
+    if (tree.fifo("fifo"))
+        QVERIFY(!NativeFile::copy(folder.filePath(QStringLiteral("fifo")), folder.filePath(kB)));
+    QVERIFY(!NativeFile::isTaken(folder.filePath(kB)));
+}
+
+void NativeFileTest::aNameIsTakenAlsoByALinkThatLeadsNowhere()
+{
+    const ScratchFolder folder;
+    TreeBuilder tree(folder.path().toUtf8());
+    QVERIFY(!NativeFile::isTaken(folder.filePath(kA)));
+    QVERIFY(NativeFile::isTaken(folder.write(kA, "a")));
+    if (!tree.link("b", "nowhere"))
+        QSKIP("no links here");
+    QVERIFY(NativeFile::isTaken(folder.filePath(kB)));
 }
 
 void NativeFileTest::theTargetOfALinkIsTheFile()

@@ -1,6 +1,9 @@
 #include "mainwindow/preview/RescueFile.h"
 
+#include "tests/support/Commands.h"
 #include "tests/support/ScratchFolder.h"
+#include "tests/support/SmallDisk.h"
+#include "tests/support/TestLength.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -8,6 +11,10 @@
 #include <QRandomGenerator>
 #include <QThread>
 #include <QtTest>
+
+#include <algorithm>
+#include <memory>
+#include <vector>
 
 class RescueFileTest : public QObject {
     Q_OBJECT
@@ -22,6 +29,10 @@ private slots:
     void aNameTooLongIsCut();
     void whatCannotBeWrittenIsSaid();
     void aKillAtAnyMomentLeavesWholeTexts();
+    void processesThatRescueAtOnceLoseNothing_data();
+    void processesThatRescueAtOnceLoseNothing();
+    void aFullDiskIsSaidAndLeavesNothing();
+    void aFolderThatMayNotBeWrittenIsSaid();
 
 private:
     QString write(const QString &fileName, const QString &text) const;
@@ -30,6 +41,15 @@ private:
     const QDateTime m_time{QDate(2024, 2, 3), QTime(4, 5, 6)};
     std::unique_ptr<ScratchFolder> m_folder;
 };
+
+namespace {
+
+QStringList rescueCommand(const QString &folder, const QString &text)
+{
+    return {QStringLiteral(PREVIEW_PROCESS), QStringLiteral("--rescue-once"), folder, text};
+}
+
+} // namespace
 
 void RescueFileTest::init()
 {
@@ -104,7 +124,7 @@ void RescueFileTest::aKillAtAnyMomentLeavesWholeTexts()
 {
     constexpr int kWhole = 200000 * 7;
     int whole = 0;
-    for (int round = 0; round < 20; ++round) {
+    for (int round = 0; round < TestLength::rounds(20, 200); ++round) {
         m_folder = std::make_unique<ScratchFolder>();
         QProcess process;
         process.start(QStringLiteral(PREVIEW_PROCESS), {QStringLiteral("--rescue"), folder()});
@@ -120,6 +140,71 @@ void RescueFileTest::aKillAtAnyMomentLeavesWholeTexts()
         }
     }
     QVERIFY(whole > 0);
+}
+
+void RescueFileTest::processesThatRescueAtOnceLoseNothing_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::newRow("two") << 2;
+    QTest::newRow("three") << 3;
+}
+
+void RescueFileTest::processesThatRescueAtOnceLoseNothing()
+{
+    QFETCH(int, count);
+    for (int round = 0; round < TestLength::rounds(20, 200); ++round) {
+        m_folder = std::make_unique<ScratchFolder>();
+        std::vector<std::unique_ptr<QProcess>> processes;
+        QByteArrayList expected;
+        for (int i = 0; i < count; ++i) {
+            const QStringList command = rescueCommand(folder(), QString::number(i));
+            expected.append(QByteArray::number(i).repeated(20000));
+            processes.push_back(std::make_unique<QProcess>());
+            processes.back()->start(command.first(), command.mid(1));
+        }
+        for (const auto &process : processes) {
+            QVERIFY(process->waitForFinished());
+            QCOMPARE(process->exitCode(), 0);
+        }
+        QByteArrayList texts;
+        for (const QString &name : QDir(folder()).entryList(QDir::Files | QDir::Hidden))
+            texts.append(m_folder->read(QStringLiteral("kept/") + name));
+        std::sort(texts.begin(), texts.end());
+        QVERIFY(texts == expected);
+    }
+}
+
+void RescueFileTest::aFullDiskIsSaidAndLeavesNothing()
+{
+    SmallDisk disk;
+    if (!disk.isMounted())
+        QSKIP("this user may not mount a small disk");
+    const QStringList command = rescueCommand(disk.path(), QStringLiteral("text"));
+    const QDir files(disk.path(), QStringLiteral("*.txt*"));
+    for (const int blocksLeft : {0, 1, 10}) {
+        disk.fill(blocksLeft);
+        QCOMPARE(Commands::run(command), 1);
+        QCOMPARE(files.entryList(QDir::Files | QDir::Hidden), QStringList());
+    }
+    disk.makeRoom();
+    QCOMPARE(Commands::run(command), 0);
+    QCOMPARE(QFileInfo(disk.path() + files.entryList(QDir::Files).value(0)).size(),
+             qint64(20000 * 4));
+}
+
+void RescueFileTest::aFolderThatMayNotBeWrittenIsSaid()
+{
+    const QString shut = m_folder->makeFolder(QStringLiteral("shut"));
+    const auto readable = QFileDevice::ReadOwner | QFileDevice::ExeOwner | QFileDevice::ReadOther
+        | QFileDevice::ExeOther;
+    QVERIFY(QFile::setPermissions(m_folder->path(), readable | QFileDevice::WriteOwner));
+    QVERIFY(QFile::setPermissions(shut, readable));
+    QStringList command = rescueCommand(shut, QStringLiteral("text"));
+    if (!Commands::asOrdinaryUser(command))
+        QSKIP("nobody without rights to run the test as");
+    QCOMPARE(Commands::run(command), 1);
+    QCOMPARE(QDir(shut).entryList(QDir::Files | QDir::Hidden), QStringList());
+    QVERIFY(QFile::setPermissions(shut, readable | QFileDevice::WriteOwner));
 }
 
 QTEST_GUILESS_MAIN(RescueFileTest)

@@ -1,0 +1,38 @@
+#include "tests/support/Commands.h"
+
+#include <QProcess>
+
+namespace {
+
+const QString kShell = QStringLiteral("sh");
+const QString kCommand = QStringLiteral("-c");
+
+} // namespace
+
+int Commands::run(const QStringList &command)
+{
+    QProcess process;
+    process.start(command.first(), command.mid(1));
+    const bool ended = process.waitForFinished(120000);
+    return ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+}
+
+bool Commands::asOrdinaryUser(QStringList &command)
+{
+    const int superUser = run({kShell, kCommand, QStringLiteral("test $(id -u) = 0")});
+    if (superUser != 0)
+        return superUser == 1;
+    const QStringList prefix{QStringLiteral("setpriv"), QStringLiteral("--reuid=65534"),
+                             QStringLiteral("--regid=65534"), QStringLiteral("--clear-groups")};
+    const QString program = command.first();
+    command = prefix + command;
+    return run(prefix + QStringList{QStringLiteral("test"), QStringLiteral("-x"), program}) == 0;
+}
+
+QStringList Commands::withLimitedFiles(int kilobytes, const QStringList &command)
+{
+    // The shell counts in blocks of 512 bytes.
+    const QString script =
+        QStringLiteral("trap '' XFSZ; ulimit -f %1 || exit 99; exec \"$@\"").arg(2 * kilobytes);
+    return QStringList{kShell, kCommand, script, kShell} + command;
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+/// Other programs, run to their end by tests of what is left on the disk.
+namespace Commands {
+
+/// The exit code, or -1 when there is none.
+int run(const QStringList &command);
+
+/// Changes command so that somebody without the super-user's rights runs it; false
+/// when that is not possible.
+bool asOrdinaryUser(QStringList &command);
+
+/// The command, but that no file which it writes may become longer than so many
+/// kilobytes: a write fails in the middle of the file, as on a disk that fills up. run()
+/// then gives 99 or -1 where there is no such limit.
+QStringList withLimitedFiles(int kilobytes, const QStringList &command);
+
+} // namespace Commands
