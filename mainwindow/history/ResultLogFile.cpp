@@ -143,8 +143,8 @@ bool ResultLogFile::write(const QString &path, const ResultLog &log)
 std::optional<QString> ResultLogFile::read(const QString &path)
 {
     FileReader reader;
-    if (reader.read(path, kLargestText, FileReader::TypeCheck::BeforeOpen)
-        != FileReader::Status::Read)
+    const auto status = reader.read(path, kLargestText, FileReader::TypeCheck::BeforeOpen);
+    if (status != FileReader::Status::Read || reader.hasFailed())
         return std::nullopt;
     return decoded(reader.content(), reader.size());
 }

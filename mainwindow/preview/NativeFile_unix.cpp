@@ -55,24 +55,24 @@ bool copyAll(int from, int to)
     }
 }
 
+/// Only the super-user may give files away, but the members of a group share them. True
+/// when the file has that group.
+bool takeOwner(int descriptor, const struct stat &status)
+{
+    return ::fchown(descriptor, status.st_uid, status.st_gid) == 0
+        || ::fchown(descriptor, uid_t(-1), status.st_gid) == 0;
+}
+
 /// What a file system has no place for stays as it is.
 void takeStatus(int descriptor, const struct stat &status)
 {
     const struct timespec times[] = {status.st_atim, status.st_mtim};
-    if (::fchown(descriptor, status.st_uid, status.st_gid) != 0
+    if (!takeOwner(descriptor, status)
         || ::fchmod(descriptor, status.st_mode & kPermissions) != 0) {
         // At least not for more people than may read it now.
         ::fchmod(descriptor, status.st_mode & kOwnerPermissions);
     }
     ::futimens(descriptor, times);
-}
-
-void takeOwner(int descriptor, const QString &like)
-{
-    struct stat status = {};
-    // Only the super-user may give files away; for others it stays their own.
-    if (statusOf(like, &status) && ::fchown(descriptor, status.st_uid, status.st_gid) != 0)
-        return;
 }
 
 } // namespace
@@ -116,7 +116,9 @@ NativeFile::Written NativeFile::writeNew(const QString &path, const QByteArray &
         ::open(name.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kOwnerOnly);
     if (descriptor == -1)
         return errno == EEXIST ? Written::Taken : Written::NotCreated;
-    takeOwner(descriptor, like);
+    struct stat status = {};
+    if (statusOf(like, &status))
+        takeOwner(descriptor, status);
     const bool synced = writeAll(descriptor, content) && sync(descriptor);
     const bool closed = ::close(descriptor) == 0;
     if (synced && closed)
