@@ -80,21 +80,20 @@ GrepEditor::GrepEditor(bool isResultView, QWidget *parent)
 
 GrepEditor::~GrepEditor() = default;
 
-void GrepEditor::setViewFont(const QFont &font, bool remember)
+// By value: the caller's may be the very font that is set.
+void GrepEditor::setViewFont(QFont font, bool remember)
 {
     AppSettings &settings = AppSettings::instance();
-    // A copy: font may be the very member that is written.
-    const QFont kept = font;
     if (remember)
-        m_defaultFont = kept;
-    const QFont shown = ShownFont::bounded(kept);
+        m_defaultFont = font;
+    const QFont shown = ShownFont::bounded(font);
     setFont(shown);
     viewport()->setFont(shown);
     // The view's font change reached the document already unless the view had
     // this font before; each setting lays the whole document out anew.
     if (document()->defaultFont() != this->font())
         document()->setDefaultFont(shown);
-    (m_isResultView ? settings.grepFont : settings.textFont) = kept;
+    (m_isResultView ? settings.grepFont : settings.textFont) = font;
     const qreal blank = QFontMetricsF(shown, this).horizontalAdvance(QLatin1Char(' '));
     setTabStopDistance(blank * std::max(settings.tabcolm, 1));
 }

@@ -63,7 +63,7 @@ public:
     /// Shows the text in font, see ShownFont, and keeps font in AppSettings as this view's
     /// (grepFont or textFont). A font to remember is the one that resetting
     /// the zoom returns to.
-    void setViewFont(const QFont &font, bool remember);
+    void setViewFont(QFont font, bool remember);
     /// Takes the colours over from AppSettings.
     void applyColours();
 
