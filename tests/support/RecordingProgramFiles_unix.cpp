@@ -8,7 +8,8 @@ QString RecordingProgramFiles::make(const ScratchFolder &folder)
     // it is whole, so that a half of it is never read.
     const QByteArray script = "#!/bin/sh\ncd \"$(dirname \"$0\")\"\n"
                               "while [ -e hold ]; do sleep 0.01; done\n"
-                              "printf '%s\\0' \"$@\" > half && mv half arguments\n";
+                              "for argument; do printf '%s\\0' \"$argument\"; done > half\n"
+                              "mv half arguments\n";
     const QString path = folder.write(QStringLiteral("my editor.sh"), script);
     QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     return path;
