@@ -4,6 +4,7 @@
 #include "engine/FileReader.h"
 #include "engine/NativePath.h"
 #include "engine/TextDecoder.h"
+#include "settings/Retry.h"
 #include "settings/SaveSteps.h"
 
 #include <QSaveFile>
@@ -103,6 +104,18 @@ QByteArray readStart(const QString &path)
     return start;
 }
 
+enum class Replacement { Done, NotWritten, NotReplaced };
+
+Replacement replace(const QString &path, const QByteArray &content)
+{
+    QSaveFile file(path);
+    if (!mayTake(Step::WriteNew) || !file.open(QIODevice::WriteOnly | QIODevice::Text)
+        || file.write(content) != content.size() || !file.flush())
+        return Replacement::NotWritten;
+    const bool replaced = mayTake(Step::ReplaceOld) && file.commit();
+    return replaced ? Replacement::Done : Replacement::NotReplaced;
+}
+
 } // namespace
 
 bool ResultLogFile::write(const QString &path, const ResultLog &log)
@@ -110,12 +123,13 @@ bool ResultLogFile::write(const QString &path, const ResultLog &log)
     if (path.isEmpty())
         return false;
     const QByteArray content = encoded(log.write());
-    QSaveFile file(path);
-    if (!mayTake(Step::WriteNew) || !file.open(QIODevice::WriteOnly | QIODevice::Text)
-        || file.write(content) != content.size() || !file.flush())
-        return false;
-    const bool replaced = mayTake(Step::ReplaceOld) && file.commit();
-    return mayTake(Step::Finished) && replaced;
+    Replacement replacement = Replacement::NotWritten;
+    // What cannot even be written to the folder will not be a moment later.
+    Retry::whileHeld([&] {
+        replacement = replace(path, content);
+        return replacement != Replacement::NotReplaced;
+    });
+    return mayTake(Step::Finished) && replacement == Replacement::Done;
 }
 
 std::optional<QString> ResultLogFile::read(const QString &path)
