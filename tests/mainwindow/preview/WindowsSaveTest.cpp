@@ -47,6 +47,11 @@ bool setAttributes(const QString &path, quint32 attributes)
     return SetFileAttributesW(WindowsName::of(path).c_str(), attributes) != 0;
 }
 
+quint32 attributesOf(const QString &path)
+{
+    return GetFileAttributesW(WindowsName::of(path).c_str());
+}
+
 } // namespace
 
 void WindowsSaveTest::theAttributesAreKept_data()
@@ -63,14 +68,16 @@ void WindowsSaveTest::theAttributesAreKept()
     const ScratchFolder folder;
     const QString path = folder.write(kName, "old text\n");
     QVERIFY(setAttributes(path, attributes));
+    const quint32 asked = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN;
+    if ((attributesOf(path) & asked) != attributes)
+        QSKIP("Wine hides no file that this user may only read");
     PreviewFile file = load(path);
     const PreviewSaver::Outcome outcome = PreviewSaver::save(&file, kNew);
     QCOMPARE(outcome.message, QStringLiteral("セーブしました"));
     QCOMPARE(folder.read(kName), QByteArray("new\n"));
     QCOMPARE(folder.read(kBackup), QByteArray("old text\n"));
     QCOMPARE(filesIn(folder), QStringList({kName, kBackup}));
-    const quint32 asked = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN;
-    QCOMPARE(quint32(GetFileAttributesW(WindowsName::of(path).c_str())) & asked, attributes);
+    QCOMPARE(attributesOf(path) & asked, attributes);
     for (const QString &name : {kName, kBackup})
         QVERIFY(setAttributes(folder.filePath(name), FILE_ATTRIBUTE_NORMAL));
 }
