@@ -69,6 +69,7 @@ int main(int argc, char *argv[])
     const auto start = std::chrono::steady_clock::now();
     const double cpu = cpuSeconds();
     std::vector<std::thread> threads;
+    threads.reserve(kThreads);
     for (int i = 0; i < kThreads; ++i)
         threads.emplace_back([&files] { readFiles(files); });
     for (std::thread &thread : threads)

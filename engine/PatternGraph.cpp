@@ -274,8 +274,19 @@ PatternGraph::Part PatternGraph::single(int from, bool high)
     if (m_failed)
         return nothing();
     Symbols symbols = asciiOf(m_pattern.mid(from, m_at - from));
-    symbols.set(size_t(kHigh), high);
+    symbols.set(size_t(kHigh), high || mayMatchHigh(symbols));
     return oneOf(symbols);
+}
+
+/// Whether one of them may stand for a character beyond ASCII: a range of a class
+/// names few of its members.
+bool PatternGraph::mayMatchHigh(const Symbols &symbols) const
+{
+    for (ushort unit = 0; unit < kHigh; ++unit) {
+        if (symbols.test(unit) && mayMatchHigh(unit))
+            return true;
+    }
+    return false;
 }
 
 PatternGraph::Part PatternGraph::joined(const Part &first, const Part &second)

@@ -79,6 +79,7 @@ private:
     void connect(int from, int to) { m_states[size_t(from)].free.push_back(to); }
     Symbols asciiOf(const QString &text);
     bool mayMatchHigh(ushort character) const;
+    bool mayMatchHigh(const Symbols &symbols) const;
 
     QString m_pattern;
     Qt::CaseSensitivity m_sensitivity;

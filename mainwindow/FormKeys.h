@@ -48,13 +48,15 @@ public:
     /// While a search or a line count runs.
     void setBusy(bool busy) { m_busy = busy; }
 
+    /// What Ctrl+K does in from.
+    void moveFocus(QWidget *from);
+
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     bool handleKey(QWidget *widget, const QKeyEvent &event);
     bool handleReturn(QWidget *field, const QKeyEvent &event);
     bool handleEscape(const QWidget *widget, const QKeyEvent &event);
-    void moveFocus(QWidget *from);
     QWidget *fieldOf(QWidget *widget) const;
     bool isInputField(QWidget *widget) const;
 

@@ -53,12 +53,11 @@ void KeywordControl::reload()
         m_form->setKeyword1(typed);
 }
 
-void KeywordControl::remember(const SearchCondition &condition)
+void KeywordControl::remember(const SearchCondition &condition, const FormState &form)
 {
     AppSettings &settings = AppSettings::instance();
     if (!condition.keyword1.isEmpty()) {
-        settings.keywordHistory->add(condition.keyword1, settings.caseinsensitive, settings.word,
-                                     settings.regexp);
+        settings.keywordHistory->add(condition.keyword1, form.ignoreCase, form.word, form.regexp);
         fillKeywords1();
     }
     if (!condition.keyword2.isEmpty()) {

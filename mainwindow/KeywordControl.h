@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/SearchCondition.h"
+#include "mainwindow/FormState.h"
 
 #include <QObject>
 
@@ -27,8 +28,8 @@ public:
     void fillAll();
     /// Another program has changed the keyword history; what is typed stays.
     void reload();
-    /// For a search that starts.
-    void remember(const SearchCondition &condition);
+    /// For a search that starts with condition, and with the switches of form.
+    void remember(const SearchCondition &condition, const FormState &form);
     /// For a search that has ended.
     void rememberMask(const QString &mask);
     /// A past keyword comes back with the switches it was searched with.

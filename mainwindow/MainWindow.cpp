@@ -237,14 +237,13 @@ void MainWindow::refuseFile(const QString &path)
     m_messages->refuse(QStringLiteral("%1 を開けません").arg(QDir::cleanPath(path)));
 }
 
-/// Then says so, and leads to the field that is empty.
+/// Then says so.
 bool MainWindow::isIncomplete(FormRequest::Mode mode, const FormState &form)
 {
     const FormRequest::Field missing = FormRequest::missing(mode, form);
     if (missing == FormRequest::Field::None)
         return false;
     m_messages->refuse(FormRequest::refusal(missing));
-    m_ui->searchForm->focusOn(missing);
     return true;
 }
 
@@ -288,7 +287,7 @@ void MainWindow::start(FormRequest::Mode mode, const FormState &form)
     const SearchCondition condition = FormRequest::condition(mode, form);
     m_pathlist = condition.pathlist;
     ParameterFile(m_applicationDirectory).write({m_pathlist, form.mask, form.keyword1});
-    m_keywords->remember(condition);
+    m_keywords->remember(condition, form);
     showHighlightWords();
     setRunning(true);
     m_run->start(condition);
@@ -297,7 +296,10 @@ void MainWindow::start(FormRequest::Mode mode, const FormState &form)
 /// Tells which search is shown.
 void MainWindow::showTitle(const QString &keyword1)
 {
-    setWindowTitle(keyword1 + QStringLiteral(" -- ") + programName());
+    // "[*]" is where the toolkit marks what was changed; twice, it stands for itself.
+    QString keyword = keyword1;
+    keyword.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
+    setWindowTitle(keyword + QStringLiteral(" -- ") + programName());
 }
 
 /// What the result view marks: the keywords of the form that are in use.
@@ -467,8 +469,7 @@ void MainWindow::openLogfile(QAction *action)
         return;
     if (m_run->isRunning())
         return m_messages->refuse(runningText());
-    if (m_history->loadEntry(index))
-        m_resultView->setFocus();
+    m_history->loadEntry(index);
 }
 
 /// For the menu that is about to show. One without an entry is nothing to see, and
@@ -493,35 +494,20 @@ void MainWindow::historyBackMenuPopup()
     menu->popup(mapToGlobal(QPoint(free.width() / 2, free.height() / 2)));
 }
 
-/// Whoever pages with the mouse keeps the focus where it is.
-bool MainWindow::goBack()
-{
-    if (!m_run->isRunning())
-        return m_history->goBack();
-    m_messages->refuse(runningText());
-    return false;
-}
-
-bool MainWindow::goForward()
-{
-    // The view may be emptied.
-    m_find->stop();
-    if (!m_run->isRunning())
-        return m_history->goForward();
-    m_messages->refuse(runningText());
-    return false;
-}
-
 void MainWindow::arrowBack()
 {
-    if (goBack())
-        m_resultView->setFocus();
+    if (m_run->isRunning())
+        return m_messages->refuse(runningText());
+    m_history->goBack();
 }
 
 void MainWindow::arrowForward()
 {
-    if (goForward())
-        m_resultView->setFocus();
+    // The view may be emptied.
+    m_find->stop();
+    if (m_run->isRunning())
+        return m_messages->refuse(runningText());
+    m_history->goForward();
 }
 
 void MainWindow::openFile()
@@ -533,8 +519,8 @@ void MainWindow::openFile()
     QString path;
     if (!fileDialog::choose(m_history->logDirectory(), path, this))
         return;
-    if (!path.isEmpty() && m_history->load(path))
-        m_resultView->setFocus();
+    if (!path.isEmpty())
+        m_history->load(path);
 }
 
 // Preview

@@ -109,8 +109,6 @@ private:
 
     void refuseFile(const QString &path);
     bool isIncomplete(FormRequest::Mode mode, const FormState &form);
-    bool goBack();
-    bool goForward();
     bool isLoading(const GrepEditor &view) const;
     void start(FormRequest::Mode mode, const FormState &form);
     void abortRun();

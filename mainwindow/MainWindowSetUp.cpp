@@ -7,6 +7,7 @@
 #include "mainwindow/FormKeys.h"
 #include "mainwindow/HistoryControl.h"
 #include "mainwindow/KeywordControl.h"
+#include "mainwindow/KeywordEdit.h"
 #include "mainwindow/PathDrops.h"
 #include "mainwindow/PathEdit.h"
 #include "mainwindow/PreviewControl.h"
@@ -15,7 +16,6 @@
 #include "settings/AppSettings.h"
 #include "settings/CodecEnvironment.h"
 #include "settings/SearchPaths.h"
-#include "settings/dialogs/LineEdit.h"
 #include "view/GrepEditor.h"
 
 #include "ui_MainWindow.h"
@@ -63,8 +63,8 @@ void MainWindow::buildViews()
     m_find = new FindControl({m_resultView, m_preview, statusBar(), isLoading}, this);
     m_ui->viewSplitter->addWidget(m_resultView);
     m_ui->viewSplitter->addWidget(m_preview);
-    connect(m_resultView, &GrepEditor::BackButton, this, &MainWindow::goBack);
-    connect(m_resultView, &GrepEditor::ForwardButton, this, &MainWindow::goForward);
+    connect(m_resultView, &GrepEditor::BackButton, this, &MainWindow::arrowBack);
+    connect(m_resultView, &GrepEditor::ForwardButton, this, &MainWindow::arrowForward);
 }
 
 void MainWindow::buildPreview()
@@ -150,6 +150,8 @@ void MainWindow::connectKeys()
     connect(m_formKeys, &FormKeys::searchRequested, this, &MainWindow::GrepDummy);
     connect(m_formKeys, &FormKeys::abortRequested, this, &MainWindow::abortRun);
     connect(m_formKeys, &FormKeys::quitRequested, this, &MainWindow::confirmQuit);
+    connect(form->keyword1Edit(), &KeywordEdit::leaveRequested, m_formKeys,
+            [this, form] { m_formKeys->moveFocus(form->keyword1Combo()); });
     const auto onKey = [this](const char *key, void (MainWindow::*slot)()) {
         const auto *shortcut = new QShortcut(QKeySequence(QLatin1String(key)), this);
         connect(shortcut, &QShortcut::activated, this, slot);

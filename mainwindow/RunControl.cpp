@@ -67,11 +67,20 @@ void RunControl::start(const SearchCondition &condition)
     m_timer->start(kTickMilliseconds);
 }
 
+/// A button that is disabled hands the focus to the widget behind it, which the next
+/// key would then press.
+void RunControl::disableButton()
+{
+    if (m_views.form->isButtonFocused())
+        m_views.resultView->setFocus();
+    m_views.form->setButtonEnabled(false);
+}
+
 void RunControl::abort()
 {
     if (!m_running || !m_timer)
         return;
-    m_views.form->setButtonEnabled(false);
+    disableButton();
     m_stopping = true;
     m_run.abort();
     m_views.resultView->stop();
@@ -147,7 +156,7 @@ std::optional<QStringList> RunControl::listSearchEnd(bool aborted)
     m_timer.reset();
     m_views.form->setButton(SearchForm::Button::Displaying);
     // The engine has ended; there is nothing left to abort.
-    m_views.form->setButtonEnabled(false);
+    disableButton();
     QStringList unlisted = m_listing.drain(*m_run.spool(), [this] {
         lookAtMemory();
         return m_abandoned || m_shortOfMemory;

@@ -94,6 +94,7 @@ public:
     void end();
 
 private:
+    void disableButton();
     QStringList summaryLines(bool aborted);
     void lookAtMemory();
     void listPendingCounts();

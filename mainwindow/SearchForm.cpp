@@ -1,11 +1,11 @@
 #include "mainwindow/SearchForm.h"
 
 #include "mainwindow/FlowLayout.h"
+#include "mainwindow/KeywordEdit.h"
 #include "mainwindow/KeywordValidity.h"
 #include "settings/AppSettings.h"
 #include "settings/KeywordHistory.h"
 #include "settings/ShownFont.h"
-#include "settings/dialogs/LineEdit.h"
 
 #include "ui_SearchForm.h"
 
@@ -83,7 +83,7 @@ SearchForm::~SearchForm() = default;
 
 void SearchForm::buildKeywordFields()
 {
-    m_keyword1 = new LineEdit(m_ui->keyword1Combo);
+    m_keyword1 = new KeywordEdit(m_ui->keyword1Combo);
     // A new widget stands last in the chain of the focus: Shift+Tab would come here
     // from the first field and go round the upper half of the form for ever. Done before
     // the combo box becomes its proxy, which would be moved in its place.
@@ -94,6 +94,10 @@ void SearchForm::buildKeywordFields()
         combo->setCompleter(nullptr);
         connect(combo, &QComboBox::editTextChanged, this, &SearchForm::showValidity);
     }
+    // It would put a past keyword in the place of one that differs in case only.
+    disconnect(m_keyword1, &QLineEdit::editingFinished, m_ui->keyword1Combo, nullptr);
+    disconnect(m_keyword1, &QLineEdit::returnPressed, m_ui->keyword1Combo, nullptr);
+    connect(m_keyword1, &KeywordEdit::completionChosen, this, &SearchForm::pastKeywordChosen);
     connect(m_ui->keyword1Combo, QOverload<int>::of(&QComboBox::activated), this,
             [this](int index) { emit pastKeywordChosen(m_ui->keyword1Combo->itemText(index)); });
     m_ui->keyword3Group->setEnabled(true);
@@ -339,6 +343,11 @@ void SearchForm::setButton(Button button)
     }
 }
 
+bool SearchForm::isButtonFocused() const
+{
+    return m_ui->pushButton->hasFocus();
+}
+
 void SearchForm::setButtonEnabled(bool enabled)
 {
     m_ui->pushButton->setEnabled(enabled);
@@ -348,20 +357,6 @@ void SearchForm::selectKeyword1()
 {
     m_keyword1->selectAll();
     m_keyword1->setFocus();
-}
-
-void SearchForm::focusOn(FormRequest::Field field)
-{
-    switch (field) {
-    case FormRequest::Field::Keyword1:
-        return m_keyword1->setFocus();
-    case FormRequest::Field::Paths:
-        return m_ui->pathEdit->setFocus();
-    case FormRequest::Field::Mask:
-        return m_ui->maskCombo->setFocus();
-    case FormRequest::Field::None:
-        break;
-    }
 }
 
 QList<QWidget *> SearchForm::inputFields() const

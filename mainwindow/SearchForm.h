@@ -1,6 +1,5 @@
 #pragma once
 
-#include "mainwindow/FormRequest.h"
 #include "mainwindow/FormState.h"
 
 #include <QList>
@@ -8,7 +7,7 @@
 
 #include <memory>
 
-class LineEdit;
+class KeywordEdit;
 class PathEdit;
 
 QT_BEGIN_NAMESPACE
@@ -27,7 +26,8 @@ class SearchForm : public QWidget {
     Q_OBJECT
 
 signals:
-    /// A past keyword was chosen from the drop-down of keyword 1.
+    /// A past keyword was chosen from the drop-down of keyword 1 or from its
+    /// completions.
     void pastKeywordChosen(const QString &keyword);
 
 public:
@@ -66,16 +66,16 @@ public:
     /// Shows or hides the extra conditions.
     void showExtraConditions(bool shown);
     void setButton(Button button);
+    bool isButtonFocused() const;
     void setButtonEnabled(bool enabled);
     /// Puts the focus there, with all of the text selected.
     void selectKeyword1();
-    void focusOn(FormRequest::Field field);
 
     /// The five input fields, top to bottom: the widgets that have the focus
     /// when one types there.
     QList<QWidget *> inputFields() const;
     QComboBox *keyword1Combo() const;
-    LineEdit *keyword1Edit() const { return m_keyword1; }
+    KeywordEdit *keyword1Edit() const { return m_keyword1; }
     PathEdit *pathEdit() const;
     QAbstractButton *caseButton() const;
     QAbstractButton *wordButton() const;
@@ -96,5 +96,5 @@ private:
     QList<QComboBox *> combos() const;
 
     std::unique_ptr<Ui::SearchForm> m_ui;
-    LineEdit *m_keyword1 = nullptr;
+    KeywordEdit *m_keyword1 = nullptr;
 };

@@ -1,5 +1,6 @@
 #include "view/EditorCommand.h"
 
+#include <QFileInfo>
 #include <QProcess>
 
 #include <algorithm>
@@ -145,14 +146,6 @@ bool canBeOneArgument(const QString &path, const QString &program, PathStyle sty
     return !(isBatchFile(program) && path.contains(QLatin1Char('%')));
 }
 
-QString programOf(const EditorCommand::Request &request, PathStyle style)
-{
-    const QString companion = QStringLiteral("sarvedit.exe");
-    if (request.editor != companion)
-        return unquoted(request.editor);
-    return request.applicationDirectory + kSlash + LaunchRules::suiteProgram(companion, style);
-}
-
 /// An earlier launch may have changed the current directory, and a name that
 /// begins with "-" would be an option to the editor: hand over the whole path.
 QString wholePath(const QString &fileName, const QString &startDirectory, PathStyle style)
@@ -162,6 +155,21 @@ QString wholePath(const QString &fileName, const QString &startDirectory, PathSt
     if (startDirectory.endsWith(kSlash))
         return startDirectory + fileName;
     return startDirectory + kSlash + fileName;
+}
+
+QString programOf(const EditorCommand::Request &request, PathStyle style)
+{
+    const QString companion = QStringLiteral("sarvedit.exe");
+    if (request.editor == companion) {
+        const QString folder = request.applicationDirectory + kSlash;
+        return QFileInfo::exists(folder + companion)
+            ? folder + companion
+            : folder + LaunchRules::suiteProgram(companion, style);
+    }
+    const QString program = unquoted(request.editor);
+    // The folder is entered before the editor is started. Bare names are looked for.
+    const bool hasFolder = !LaunchRules::directoryPart(program, style).isEmpty();
+    return hasFolder ? wholePath(program, request.startDirectory, style) : program;
 }
 
 } // namespace

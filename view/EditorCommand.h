@@ -45,7 +45,8 @@ QStringList arguments(const QString &parameterTemplate, const QString &path, int
 
 /// What is to be started; nothing without an editor or a file name, or when the
 /// name cannot be handed over as one argument. The editor "sarvedit.exe", and
-/// this name only, is the companion in the application directory.
+/// this name only, is the companion in the application directory; on Unix it may be
+/// called "sarvedit". Another one with a folder is meant from startDirectory.
 std::optional<LaunchCommand> build(const Request &request, PathStyle style);
 
 } // namespace EditorCommand

@@ -61,21 +61,35 @@ void HighlightSyntax::setLanguage(const QString &suffix, const QString &language
                     HighlightColour::FileLine);
         addValueRule();
     }
-    if (suffix.isEmpty() && languageName.isEmpty())
+    const bool hadBlockComments = m_multiLine;
+    if (suffix.isEmpty() && languageName.isEmpty()) {
+        forgetComments();
         return;
+    }
     const LanguageConfig::Definition definition =
         LanguageConfig::instance().definition(suffix, languageName);
-    if (definition)
+    if (definition) {
         addWords(*definition);
-    else
+    } else {
         qDebug() << suffix << languageName << "LanguageOption Readfile error";
+        forgetComments();
+    }
     addValueRule();
-    if (!m_multiLine) // still that of the language before
+    if (!hadBlockComments)
         takeBuiltInComment(builtInComment(suffix));
     if (definition) {
         takeSingleLine(definition->singleLine);
         takeBlockComments(definition->multiLineStart, definition->multiLineEnd);
     }
+    m_comments = CommentScanner(m_markers, m_literals);
+}
+
+/// A file of no language looks the same behind any other.
+void HighlightSyntax::forgetComments()
+{
+    m_markers = CommentMarkers();
+    m_multiLine = false;
+    m_literals.setSingleQuotes(true);
     m_comments = CommentScanner(m_markers, m_literals);
 }
 

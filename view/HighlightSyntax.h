@@ -76,6 +76,7 @@ public:
     TextSpan visitColours(const Line &line, const HighlightRules::Visitor &visitor) const;
 
 private:
+    void forgetComments();
     void addValueRule();
     void addWords(const LanguageDefinition &definition);
     void takeBuiltInComment(const QString &pattern);

@@ -77,7 +77,7 @@ LanguageConfig::Definition LanguageConfig::definition(const QString &suffix,
             return cached;
         drop(known);
     }
-    const Definition fresh = readDefinition(info);
+    Definition fresh = readDefinition(info);
     if (fresh) {
         m_names.append(name);
         m_definitions.push_back(fresh);

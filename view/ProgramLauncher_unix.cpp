@@ -12,8 +12,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-extern char **environ;
-
 namespace {
 
 /// A session of its own, so that a signal to this program's terminal does not
@@ -65,9 +63,11 @@ bool UnixLauncher::startDetached(const LaunchCommand &command)
         qDebug("no such directory: %s", directory.constData());
 
     std::vector<QByteArray> texts{NativePath::toNative(command.program)};
+    texts.reserve(static_cast<std::size_t>(command.arguments.size()) + 1);
     for (const QString &argument : command.arguments)
         texts.push_back(NativePath::toNative(argument));
     std::vector<char *> pointers;
+    pointers.reserve(texts.size() + 1);
     for (QByteArray &text : texts)
         pointers.push_back(text.data());
     pointers.push_back(nullptr);

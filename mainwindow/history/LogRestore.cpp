@@ -90,7 +90,6 @@ void restoreConditions(const Header &header, LogRestore *restore)
     if (distance)
         restore->lineDistance = distance->toInt();
     restore->checksKeyword3Group = header.flag(Keyword3Group).value_or(false);
-    restore->keyword3 = header.value(Keyword3);
 }
 
 } // namespace
@@ -101,6 +100,8 @@ LogRestore LogRestore::fromContent(QString content, const QString &path, Extent 
     const Header header(takeHeader(&content));
     restore.text = std::move(content);
     restore.keyword1 = header.value(Keyword1);
+    // Its group stays as it is, so that it takes part in nothing by itself.
+    restore.keyword3 = header.value(Keyword3);
     if (extent == Extent::HeaderOnly)
         return restore;
     restoreConditions(header, &restore);

@@ -15,7 +15,7 @@
 struct LogRestore {
     enum class Extent {
         Everything,
-        /// At the program's start: keyword 1 and the text.
+        /// At the program's start: keywords 1 and 3, and the text.
         HeaderOnly
     };
 

@@ -57,6 +57,9 @@ void addMatches()
     add("a word boundary", "\\bfoo\\b", "a foo b");
     add("a back-reference", "(a|b)x\\1y", "axay");
     add("a negated class", "[^a]b", "漢b");
+    add("a range and the long s", "[A-Z]", "ſ", Qt::CaseInsensitive);
+    add("a range and the dotless i", "[H-J]x", "ıx", Qt::CaseInsensitive);
+    add("a range and the Kelvin sign", "[a-z]oo", "\u212Aoo", Qt::CaseInsensitive);
     add("a class that begins with a bracket", "[]x]+y", "]y");
     add("an escape by number", "\\x0041\\0102", "AB");
     add("least and most", "a{2,3}b", "aab");
@@ -206,12 +209,13 @@ void LineAutomatonTest::brokenBytesMayBeAnyCharacters()
 
 void LineAutomatonTest::noLineThatMatchesIsPassedOver()
 {
-    static const char *const parts[] = {"a",     "b",     "[ab]", "[^a]", ".",     "\\w", "\\d",
-                                        "(a|c)", "(?:b)", "あ",   "ｋ",   "k",     "\\s", "[あ-ん]",
-                                        "\\bx",  "x\\B",  "(ab)", "\\1",  "(?!a)", "^",   "$"};
+    static const char *const parts[] = {
+        "a",     "b",  "[ab]", "[^a]",  ".",       "\\w",      "\\d",   "(a|c)", "(?:b)",
+        "あ",    "ｋ", "k",    "\\s",   "[あ-ん]", "\\bx",     "x\\B",  "(ab)",  "\\1",
+        "(?!a)", "^",  "$",    "[a-z]", "[A-Z]",   "[0-9A-F]", "[j-s]", "[^a-y]"};
     static const char *const counts[] = {"", "", "", "", "*", "+", "?", "{2}", "{1,3}", "{0,1}"};
-    static const char *const texts[] = {"a",  "b", "c", "x",  "k",  "K", "\u212A", "あ",
-                                        "漢", "1", " ", "ｋ", "Ａ", "9", "_",      "𠮷"};
+    static const char *const texts[] = {"a", "b",  "c",  "x", "k", "K",  "\u212A", "あ", "漢", "1",
+                                        " ", "ｋ", "Ａ", "9", "_", "𠮷", "ſ",      "ı",  "İ"};
     QRandomGenerator random(20240601);
     const auto pick = [&random](const auto &list) {
         return QString::fromUtf8(list[random.bounded(int(std::size(list)))]);

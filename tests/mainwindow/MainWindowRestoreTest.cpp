@@ -121,8 +121,8 @@ private slots:
     void aCancelledChooserChangesNothing();
     void theChooserClosesWithEscape();
     void theMenuThatOpensListsLogsOfOtherWindows();
-    void theResultViewGetsTheFocusAfterALoad_data();
-    void theResultViewGetsTheFocusAfterALoad();
+    void theFocusStaysWhenALogIsLoaded_data();
+    void theFocusStaysWhenALogIsLoaded();
     void pagingWithTheMouseLeavesTheFocus();
 
 private:
@@ -344,14 +344,14 @@ void MainWindowRestoreTest::theMenuThatOpensListsLogsOfOtherWindows()
     backMenu()->close();
 }
 
-void MainWindowRestoreTest::theResultViewGetsTheFocusAfterALoad_data()
+void MainWindowRestoreTest::theFocusStaysWhenALogIsLoaded_data()
 {
     QTest::addColumn<QString>("way");
     for (const char *way : {"menu", "back", "forward", "chooser"})
         QTest::newRow(way) << text(way);
 }
 
-void MainWindowRestoreTest::theResultViewGetsTheFocusAfterALoad()
+void MainWindowRestoreTest::theFocusStaysWhenALogIsLoaded()
 {
     QFETCH(QString, way);
     writeLog(text("newer.log"), logOf(fullForm(), text(kPathList), text("newer")), 1);
@@ -368,7 +368,7 @@ void MainWindowRestoreTest::theResultViewGetsTheFocusAfterALoad()
         m_fixture->child<QToolButton>("arrowForwardBtn")->click();
     else
         QVERIFY(m_fixture->chooseLog(text("older.log")));
-    QCOMPARE(m_fixture->window().focusWidget(), m_fixture->resultView());
+    QCOMPARE(m_fixture->window().focusWidget(), m_fixture->keyword1());
 }
 
 void MainWindowRestoreTest::pagingWithTheMouseLeavesTheFocus()

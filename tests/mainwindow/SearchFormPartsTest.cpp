@@ -1,7 +1,7 @@
 #include "mainwindow/SearchForm.h"
 
 #include "icon/Icons.h"
-#include "settings/dialogs/LineEdit.h"
+#include "mainwindow/KeywordEdit.h"
 #include "tests/mainwindow/SearchFormFixture.h"
 
 #include <QFile>

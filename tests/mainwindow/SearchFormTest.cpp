@@ -1,8 +1,8 @@
 #include "mainwindow/SearchForm.h"
 
 #include "icon/Icons.h"
+#include "mainwindow/KeywordEdit.h"
 #include "settings/KeywordHistory.h"
-#include "settings/dialogs/LineEdit.h"
 #include "tests/mainwindow/SearchFormFixture.h"
 
 #include <QCheckBox>

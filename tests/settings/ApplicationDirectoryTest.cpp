@@ -37,7 +37,7 @@ void ApplicationDirectoryTest::whetherFilesCanBeMadeIsTriedAndLeavesNone()
     const ScratchFolder folder;
     QVERIFY(ApplicationDirectory::canBeWritten(folder.path()));
     QCOMPARE(QDir(folder.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
-    QVERIFY(!ApplicationDirectory::canBeWritten(folder.filePath(QStringLiteral("missing"))));
+    QVERIFY(!ApplicationDirectory::canBeWritten(folder.path() + QStringLiteral("missing")));
 #ifdef Q_OS_LINUX
     // There not even root makes one.
     QVERIFY(!ApplicationDirectory::canBeWritten(QStringLiteral("/proc")));

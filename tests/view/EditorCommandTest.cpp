@@ -1,5 +1,7 @@
 #include "view/EditorCommand.h"
 
+#include "tests/support/ScratchFolder.h"
+
 #include <QtTest>
 
 Q_DECLARE_METATYPE(PathStyle)
@@ -22,6 +24,8 @@ private slots:
     void noFileNameBecomesTwoArguments();
     void theCompanionEditorLiesBesideTheProgram();
     void onlyTheBareNameMeansTheCompanion();
+    void theCompanionMayHaveItsWholeNameOnUnix();
+    void aRelativeEditorIsMadeWhole();
     void anotherEditorKeepsItsName();
     void anEditorWithABlankIsQuotedOnTheCommandLine();
     void theEditorsFolderIsEntered();
@@ -202,10 +206,35 @@ void EditorCommandTest::theCompanionEditorLiesBesideTheProgram()
 
 void EditorCommandTest::onlyTheBareNameMeansTheCompanion()
 {
-    for (const char *editor : {"Sarvedit.exe", "sarvedit", "./sarvedit.exe", " sarvedit.exe"}) {
+    for (const char *editor : {"Sarvedit.exe", "sarvedit", " sarvedit.exe"}) {
         const auto command = EditorCommand::build(request(text(editor), text("C:/a")), unixStyle);
         QCOMPARE(command->program, text(editor));
     }
+}
+
+void EditorCommandTest::theCompanionMayHaveItsWholeNameOnUnix()
+{
+    const ScratchFolder folder;
+    folder.write(text("sarvedit.exe"), "#!/bin/sh\n");
+    EditorCommand::Request companion = request(text("sarvedit.exe"), text("/a"));
+    companion.applicationDirectory = folder.path().chopped(1);
+    QCOMPARE(EditorCommand::build(companion, unixStyle)->program,
+             folder.path() + text("sarvedit.exe"));
+}
+
+/// The folder of an editor becomes the current one before it is started.
+void EditorCommandTest::aRelativeEditorIsMadeWhole()
+{
+    const auto build = [](const char *editor, const char *start, PathStyle style) {
+        EditorCommand::Request relative = request(text(editor), text("C:/a"));
+        relative.startDirectory = text(start);
+        return *EditorCommand::build(relative, style);
+    };
+    QCOMPARE(build("tools/ed.sh", "/home/me", unixStyle).program, text("/home/me/tools/ed.sh"));
+    QCOMPARE(build("tools/ed.sh", "/home/me", unixStyle).directory, text("/home/me/tools"));
+    QCOMPARE(build("./ed.sh", "/", unixStyle).program, text("/./ed.sh"));
+    QCOMPARE(build("tools\\ed.exe", "C:/me", windowsStyle).program, text("C:/me/tools\\ed.exe"));
+    QCOMPARE(build("ed", "/home/me", unixStyle).program, text("ed"));
 }
 
 void EditorCommandTest::anotherEditorKeepsItsName()

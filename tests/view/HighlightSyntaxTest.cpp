@@ -35,8 +35,8 @@ private slots:
     void blockCommentsNeedBothMarkers();
     void aDefinitionReplacesTheComments();
     void behindBlockCommentsThereIsNoBuiltInComment();
-    void anUnknownSuffixKeepsTheBlockComments_data();
-    void anUnknownSuffixKeepsTheBlockComments();
+    void aFileOfNoLanguageHasNoCommentsOfAnother_data();
+    void aFileOfNoLanguageHasNoCommentsOfAnother();
     void onlyASingleLineCommentDecidesAboutQuotes();
     void theBuiltInCommentDoesNotDecideAboutQuotes();
     void aLanguageDropsWhatWasFound();
@@ -332,22 +332,22 @@ void HighlightSyntaxTest::behindBlockCommentsThereIsNoBuiltInComment()
     QCOMPARE(coloured(syntax, "a=1 ;b"), text("..v.cc"));
 }
 
-void HighlightSyntaxTest::anUnknownSuffixKeepsTheBlockComments_data()
+void HighlightSyntaxTest::aFileOfNoLanguageHasNoCommentsOfAnother_data()
 {
     QTest::addColumn<QString>("suffix");
     QTest::newRow("none") << QString();
     QTest::newRow("without a definition") << text("txt");
 }
 
-void HighlightSyntaxTest::anUnknownSuffixKeepsTheBlockComments()
+void HighlightSyntaxTest::aFileOfNoLanguageHasNoCommentsOfAnother()
 {
     QFETCH(QString, suffix);
     HighlightSyntax syntax = preview("c");
     if (!suffix.isEmpty())
         expectLogLine("txt");
     syntax.setLanguage(suffix, QString());
-    QVERIFY(syntax.hasBlockComments());
-    QCOMPARE(coloured(syntax, "if /*a\n*/ int //b"), text("...bbb\nbb.....ccc"));
+    QVERIFY(!syntax.hasBlockComments());
+    QCOMPARE(coloured(syntax, "if /*a\n*/ int //b"), text("......\n.........."));
 }
 
 void HighlightSyntaxTest::onlyASingleLineCommentDecidesAboutQuotes()
@@ -355,11 +355,14 @@ void HighlightSyntaxTest::onlyASingleLineCommentDecidesAboutQuotes()
     write("lang-x", "[comment]\nsingleLine='\nmultiLineEnd=\n\n\n");
     HighlightSyntax syntax = preview("x");
     QVERIFY(syntax.quoteIsComment());
-    syntax.setLanguage(QString(), QString());
-    QVERIFY(syntax.quoteIsComment());
     expectLogLine("txt");
     syntax.setLanguage(text("txt"), QString());
+    QVERIFY(!syntax.quoteIsComment());
+    syntax.setLanguage(text("x"), QString());
     QVERIFY(syntax.quoteIsComment());
+    syntax.setLanguage(QString(), QString());
+    QVERIFY(!syntax.quoteIsComment());
+    syntax.setLanguage(text("x"), QString());
     write("lang-x", "[comment]\nsingleLine=\nmultiLineEnd=\n\n\n");
     syntax.setLanguage(text("x"), QString());
     QVERIFY(syntax.quoteIsComment());
@@ -378,7 +381,7 @@ void HighlightSyntaxTest::theBuiltInCommentDoesNotDecideAboutQuotes()
     expectLogLine("ini");
     syntax.setLanguage(text("ini"), QString());
     QVERIFY(syntax.rules().names().contains(text("Comment")));
-    QVERIFY(syntax.quoteIsComment());
+    QVERIFY(!syntax.quoteIsComment());
 }
 
 void HighlightSyntaxTest::aLanguageDropsWhatWasFound()

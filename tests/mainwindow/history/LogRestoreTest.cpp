@@ -10,7 +10,7 @@ class LogRestoreTest : public QObject {
 
 private slots:
     void aWrittenLogRestoresTheRequestAndTheText();
-    void atTheStartOnlyKeyword1AndTheTextAreRestored();
+    void atTheStartTheTextAndKeywords1And3AreRestored();
     void aZeroLeavesAGroupAsItIs_data();
     void aZeroLeavesAGroupAsItIs();
     void aFlagIsTheCharacterAtPositionNine_data();
@@ -80,7 +80,7 @@ void LogRestoreTest::aWrittenLogRestoresTheRequestAndTheText()
     QCOMPARE(restore.text, fullLog().text);
 }
 
-void LogRestoreTest::atTheStartOnlyKeyword1AndTheTextAreRestored()
+void LogRestoreTest::atTheStartTheTextAndKeywords1And3AreRestored()
 {
     const LogRestore restore = LogRestore::fromContent(
         fullLog().write(), QStringLiteral("/app/sarvik.log"), LogRestore::Extent::HeaderOnly);
@@ -88,7 +88,10 @@ void LogRestoreTest::atTheStartOnlyKeyword1AndTheTextAreRestored()
     QCOMPARE(restore.text, fullLog().text);
     QVERIFY(!restore.ignoreCase && !restore.word && !restore.regexp && !restore.subdir);
     QVERIFY(!restore.checksExtraGroup && !restore.checksKeyword3Group);
-    QVERIFY(!restore.keyword2 && !restore.keyword3 && !restore.lineDistance);
+    QVERIFY(!restore.keyword2 && !restore.lineDistance);
+    QCOMPARE(*restore.keyword3,
+             *LogRestore::fromContent(fullLog().write(), QString(), LogRestore::Extent::Everything)
+                  .keyword3);
     QVERIFY(!restore.pathLines && !restore.mask && !restore.extension);
 }
 

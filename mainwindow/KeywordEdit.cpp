@@ -1,0 +1,39 @@
+#include "mainwindow/KeywordEdit.h"
+
+#include <QAbstractItemView>
+#include <QCompleter>
+#include <QKeyEvent>
+
+QAbstractItemView *KeywordEdit::completions() const
+{
+    QAbstractItemView *list = completer() ? completer()->popup() : nullptr;
+    return list && list->isVisible() ? list : nullptr;
+}
+
+void KeywordEdit::takeCompletion()
+{
+    const QAbstractItemView *list = completions();
+    const QModelIndex entry = list ? list->currentIndex() : QModelIndex();
+    if (entry.isValid())
+        emit completionChosen(entry.data().toString());
+}
+
+void KeywordEdit::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        takeCompletion();
+    if (event->key() != Qt::Key_K || event->modifiers() != Qt::ControlModifier)
+        return LineEdit::keyPressEvent(event);
+    if (QAbstractItemView *list = completions())
+        list->hide();
+    emit leaveRequested();
+    event->accept();
+}
+
+/// The list goes after the focus.
+void KeywordEdit::focusOutEvent(QFocusEvent *event)
+{
+    if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason)
+        takeCompletion();
+    LineEdit::focusOutEvent(event);
+}
