@@ -47,8 +47,8 @@ QStringList takenApart(const QString &parameters, const QString &path)
 }
 
 /// The same for an editor that takes a command line apart itself, by the rule that is
-/// documented for it. Where two quotes follow each other, as in "%f%f", some programs
-/// take them for one that is meant, which is why no name has a quote of its own.
+/// documented for it. What two quotes in a row mean (a template of "%f%f" makes some)
+/// is not: of the programs that take them for a quote nothing is said here.
 void checkOnWindows(const QString &parameters, const QString &name)
 {
     const QString known = QStringLiteral("C:\\\uE000known\uE001");
