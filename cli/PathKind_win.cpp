@@ -1,5 +1,7 @@
 #include "cli/PathKind.h"
 
+#include "engine/WindowsIdentity.h"
+
 #include <QFileInfo>
 
 PathKind pathKind(const QString &path)
@@ -16,5 +18,16 @@ PathKind pathKind(const QString &path)
 
 QString canonicalPath(const QString &path)
 {
-    return QFileInfo(path).canonicalFilePath().toLower();
+    const QFileInfo info(path);
+    const QString canonical = info.canonicalFilePath();
+    if (canonical.isEmpty())
+        return canonical;
+    const FolderIdentity identity = WindowsIdentity::at(
+        canonical, info.isDir() ? WindowsIdentity::Of::Folder : WindowsIdentity::Of::File);
+    // A folder may hold names that differ in their case only; then their identities do.
+    // These alone would make one entry of two names of a file.
+    return QStringLiteral("%1 %2 %3")
+        .arg(identity.device)
+        .arg(identity.file)
+        .arg(canonical.toLower());
 }

@@ -1,29 +1,16 @@
 #include "engine/FolderLister.h"
 
 #include "engine/WindowsAttributes.h"
+#include "engine/WindowsIdentity.h"
 #include "engine/WindowsName.h"
 
 #include <qt_windows.h>
 
 namespace {
 
-/// Unknown when there is no folder at path or it cannot be asked.
 FolderIdentity identityOf(const QString &path)
 {
-    const std::wstring name = WindowsName::of(path);
-    const HANDLE handle =
-        ::CreateFileW(name.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                      nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-    if (handle == INVALID_HANDLE_VALUE)
-        return {};
-    BY_HANDLE_FILE_INFORMATION information;
-    const bool known = ::GetFileInformationByHandle(handle, &information)
-        && (information.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-    ::CloseHandle(handle);
-    if (!known)
-        return {};
-    return {information.dwVolumeSerialNumber,
-            (static_cast<quint64>(information.nFileIndexHigh) << 32) | information.nFileIndexLow};
+    return WindowsIdentity::at(path, WindowsIdentity::Of::Folder);
 }
 
 FolderEntry::Kind kindOf(const WIN32_FIND_DATAW &data)

@@ -1,5 +1,7 @@
 #include "engine/NativePath.h"
 
+#include <cstring>
+
 namespace {
 
 // Bytes of a half of a surrogate pair that has lost the other, as UTF-8 would
@@ -26,6 +28,15 @@ QByteArray bytesOf(QChar half)
     return QByteArray(bytes, kHalfSize);
 }
 
+QString textOf(const char *bytes, int size)
+{
+    // The toolkit leaves out a byte order mark at the front; in a name it is a
+    // character like any other.
+    const bool marked = size >= 3 && std::memcmp(bytes, "\xEF\xBB\xBF", 3) == 0;
+    const QString text = QString::fromUtf8(bytes, size);
+    return marked ? QChar(QChar::ByteOrderMark) + text : text;
+}
+
 } // namespace
 
 QString NativePath::fromNative(const char *name, int size)
@@ -35,12 +46,12 @@ QString NativePath::fromNative(const char *name, int size)
     for (int at = 0; at < size; ++at) {
         if (!isHalf(name + at, size - at))
             continue;
-        path += QString::fromUtf8(name + from, at - from);
+        path += textOf(name + from, at - from);
         path += halfOf(name + at);
         from = at + kHalfSize;
         at = from - 1;
     }
-    return path + QString::fromUtf8(name + from, size - from);
+    return path + textOf(name + from, size - from);
 }
 
 QString NativePath::fromNative(const QByteArray &name)

@@ -1,14 +1,13 @@
 #include "settings/IniFile.h"
 
 #include "settings/DailyBackup.h"
+#include "settings/Retry.h"
 #include "settings/SaveSteps.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QLockFile>
-#include <QOperatingSystemVersion>
 #include <QSaveFile>
-#include <QThread>
 
 #include <optional>
 
@@ -48,23 +47,6 @@ std::optional<QByteArray> contentOf(const QString &path)
     return content;
 }
 
-/// What fails because somebody else has the file open at this instant (another
-/// instance, a virus scanner) succeeds a moment later. Windows keeps a file from
-/// being replaced for that, and a scanner takes its time.
-template <typename Attempt> auto repeated(const Attempt &attempt)
-{
-    constexpr unsigned long kPauseMilliseconds = 30;
-    const bool onWindows =
-        QOperatingSystemVersion::currentType() == QOperatingSystemVersion::Windows;
-    const int attempts = onWindows ? 20 : 3;
-    auto result = attempt();
-    for (int i = 1; i < attempts && !result; ++i) {
-        QThread::msleep(kPauseMilliseconds);
-        result = attempt();
-    }
-    return result;
-}
-
 } // namespace
 
 IniFile::IniFile(const QString &path, IniDocument::Form form) : m_path(path), m_form(form)
@@ -73,7 +55,7 @@ IniFile::IniFile(const QString &path, IniDocument::Form form) : m_path(path), m_
 
 std::optional<IniDocument> IniFile::tryRead() const
 {
-    const auto content = repeated([this] { return contentOf(m_path); });
+    const auto content = Retry::whileHeld([this] { return contentOf(m_path); });
     return content ? std::make_optional<IniDocument>(*content, m_form) : std::nullopt;
 }
 
@@ -93,7 +75,7 @@ bool IniFile::update(const Edit &edit, Backup backup) const
     const bool locked = mayTake(Step::TakeLock) && lock.tryLock(kLongestWaitMilliseconds);
 
     const std::optional<QByteArray> old =
-        mayTake(Step::ReadOld) ? repeated([&] { return contentOf(target); }) : std::nullopt;
+        mayTake(Step::ReadOld) ? Retry::whileHeld([&] { return contentOf(target); }) : std::nullopt;
     if (!old)
         return false;
     IniDocument document(*old, m_form);
@@ -102,7 +84,7 @@ bool IniFile::update(const Edit &edit, Backup backup) const
     const bool withBackup = locked && backup == Backup::Daily;
     Replacement replacement = Replacement::NotWritten;
     // What cannot even be written to the folder will not be a moment later.
-    repeated([&] {
+    Retry::whileHeld([&] {
         replacement = replace(target, content, withBackup);
         return replacement != Replacement::NotReplaced;
     });

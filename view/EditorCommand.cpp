@@ -8,28 +8,115 @@
 namespace {
 
 const QLatin1Char kSlash('/');
+const QLatin1Char kBackslash('\\');
 const QLatin1Char kQuote('"');
 
-/// Replaces the macros of text in one walk, so that a "%l" in a file name stays.
-QString expand(const QString &text, const QString &file, int line, int column)
+/// Hands sink the text with its macros taken out, in one walk, so that a "%l" in a
+/// file name stays.
+template <typename Sink> void expand(const QString &text, int line, int column, Sink *sink)
 {
-    QString expanded;
     for (int i = 0; i < text.size(); ++i) {
         const bool macro = text.at(i) == QLatin1Char('%') && i + 1 < text.size();
         const ushort name = macro ? text.at(i + 1).unicode() : 0;
         if (name == 'f')
-            expanded += file;
+            sink->addFile();
         else if (name == 'l')
-            expanded += QString::number(line);
+            sink->addNumber(line);
         else if (name == 'b' || name == 'c')
-            expanded += QString::number(column);
+            sink->addNumber(column);
         else {
-            expanded += text.at(i);
+            sink->addCharacter(text.at(i));
             continue;
         }
         ++i;
     }
-    return expanded;
+}
+
+/// An entry of a list of arguments: the file stands in it as it is.
+class ListEntry {
+public:
+    explicit ListEntry(const QString &file) : m_file(file) { }
+
+    void addFile() { text += m_file; }
+    void addNumber(int number) { text += QString::number(number); }
+    void addCharacter(QChar c) { text += c; }
+
+    QString text;
+
+private:
+    const QString m_file;
+};
+
+/// A line that a Windows program takes apart itself. Where the template has put the
+/// file between quotes of its own, further ones around it would let it out of them.
+class WindowsLine {
+public:
+    explicit WindowsLine(const QString &file) : m_file(file) { }
+
+    void addFile();
+    void addNumber(int number);
+    void addCharacter(QChar c);
+
+    QString text;
+
+private:
+    void addFileBetweenQuotes();
+    void addQuote();
+
+    const QString m_file;
+    bool m_quoted = false;
+    /// Backslashes at the end of text: those that end the file or stand before it,
+    /// which must not escape a quote, and then those of the template, which may.
+    int m_ofFile = 0;
+    int m_ofTemplate = 0;
+};
+
+void WindowsLine::addFile()
+{
+    if (m_quoted) {
+        addFileBetweenQuotes();
+        return;
+    }
+    text += QString(m_ofFile + m_ofTemplate, kBackslash) + LaunchRules::windowsArgument(m_file);
+    m_ofFile = m_ofTemplate = 0;
+}
+
+void WindowsLine::addFileBetweenQuotes()
+{
+    text += m_file;
+    int backslashes = 0;
+    while (backslashes < m_file.size() && m_file.at(m_file.size() - 1 - backslashes) == kBackslash)
+        ++backslashes;
+    const bool nothingElse = backslashes == m_file.size();
+    m_ofFile = backslashes + (nothingElse ? m_ofFile + m_ofTemplate : 0);
+    m_ofTemplate = 0;
+}
+
+void WindowsLine::addNumber(int number)
+{
+    text += QString::number(number);
+    m_ofFile = m_ofTemplate = 0;
+}
+
+void WindowsLine::addCharacter(QChar c)
+{
+    if (c == kQuote) {
+        addQuote();
+        return;
+    }
+    text += c;
+    if (c == kBackslash)
+        ++m_ofTemplate;
+    else
+        m_ofFile = m_ofTemplate = 0;
+}
+
+void WindowsLine::addQuote()
+{
+    text += QString(m_ofFile, kBackslash) + kQuote;
+    if (m_ofTemplate % 2 == 0)
+        m_quoted = !m_quoted;
+    m_ofFile = m_ofTemplate = 0;
 }
 
 QString unquoted(const QString &program)
@@ -91,7 +178,9 @@ QString EditorCommand::parameters(const QString &parameterTemplate, const QStrin
                                   int column, PathStyle style)
 {
     const QString file = LaunchRules::withNativeSeparators(path, style);
-    return expand(parameterTemplate, LaunchRules::windowsArgument(file), line, column);
+    WindowsLine parameters(file);
+    expand(parameterTemplate, line, column, &parameters);
+    return parameters.text;
 }
 
 QStringList EditorCommand::arguments(const QString &parameterTemplate, const QString &path,
@@ -99,8 +188,11 @@ QStringList EditorCommand::arguments(const QString &parameterTemplate, const QSt
 {
     const QString file = LaunchRules::withNativeSeparators(path, style);
     QStringList arguments = QProcess::splitCommand(parameterTemplate);
-    for (QString &argument : arguments)
-        argument = expand(argument, file, line, column);
+    for (QString &argument : arguments) {
+        ListEntry entry(file);
+        expand(argument, line, column, &entry);
+        argument = entry.text;
+    }
     return arguments;
 }
 

@@ -31,9 +31,9 @@ struct Request {
 };
 
 /// The template as text: "%f" is the path with native separators between
-/// double quote characters, "%l" the line, "%b" and "%c" the column. Macros
-/// are case-sensitive and looked for in the template only, never in what
-/// replaces one.
+/// double quote characters (the template's own where it has put some around it),
+/// "%l" the line, "%b" and "%c" the column. Macros are case-sensitive and looked
+/// for in the template only, never in what replaces one.
 QString parameters(const QString &parameterTemplate, const QString &path, int line, int column,
                    PathStyle style);
 

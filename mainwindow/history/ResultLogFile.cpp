@@ -4,6 +4,7 @@
 #include "engine/FileReader.h"
 #include "engine/NativePath.h"
 #include "engine/TextDecoder.h"
+#include "settings/Retry.h"
 #include "settings/SaveSteps.h"
 
 #include <QSaveFile>
@@ -126,18 +127,31 @@ QByteArray readStart(const QString &path)
     return start;
 }
 
+enum class Replacement { Done, NotWritten, NotReplaced };
+
+Replacement replace(const QString &path, const ResultLog &log)
+{
+    QSaveFile file(path);
+    if (!mayTake(Step::WriteNew) || !file.open(QIODevice::WriteOnly | QIODevice::Text)
+        || !writeLog(file, log) || !file.flush())
+        return Replacement::NotWritten;
+    const bool replaced = mayTake(Step::ReplaceOld) && file.commit();
+    return replaced ? Replacement::Done : Replacement::NotReplaced;
+}
+
 } // namespace
 
 bool ResultLogFile::write(const QString &path, const ResultLog &log)
 {
     if (path.isEmpty())
         return false;
-    QSaveFile file(path);
-    if (!mayTake(Step::WriteNew) || !file.open(QIODevice::WriteOnly | QIODevice::Text)
-        || !writeLog(file, log) || !file.flush())
-        return false;
-    const bool replaced = mayTake(Step::ReplaceOld) && file.commit();
-    return mayTake(Step::Finished) && replaced;
+    Replacement replacement = Replacement::NotWritten;
+    // What cannot even be written to the folder will not be a moment later.
+    Retry::whileHeld([&] {
+        replacement = replace(path, log);
+        return replacement != Replacement::NotReplaced;
+    });
+    return mayTake(Step::Finished) && replacement == Replacement::Done;
 }
 
 std::optional<QString> ResultLogFile::read(const QString &path)

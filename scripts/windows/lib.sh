@@ -5,7 +5,21 @@
 # shellcheck source=scripts/lib.sh
 source "$(dirname "${BASH_SOURCE[0]}")/../lib.sh"
 
-windows_cache=${SARVIK_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/sarvik}/windows
+# cache_folder: absolute, since scripts change folders and Wine knows no other prefix.
+cache_folder() {
+    local folder=${SARVIK_CACHE:-}
+    if [ -z "$folder" ]; then
+        [ -n "${XDG_CACHE_HOME:-}${HOME:-}" ] \
+            || die "neither HOME nor SARVIK_CACHE is set: no folder for the toolkit"
+        folder=${XDG_CACHE_HOME:-$HOME/.cache}/sarvik
+    fi
+    case $folder in
+        /*) printf '%s' "$folder" ;;
+        *) printf '%s/%s' "$PWD" "$folder" ;;
+    esac
+}
+
+windows_cache=$(cache_folder)/windows
 # Read by the preset "windows".
 export SARVIK_WINDOWS_QT_FOLDER=$windows_cache/qt
 export WINEPREFIX=$windows_cache/wine
@@ -16,6 +30,17 @@ export WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='
 
 windows_bin=$top/build/windows/bin
 compiler=x86_64-w64-mingw32-g++-posix
+
+# own_cache: of scripts that change the cache or run Wine in it, one at a time, until
+# this script ends: what may outlive it is started with 9>&-.
+own_cache() {
+    mkdir -p "$windows_cache"
+    exec 9>"$windows_cache/lock"
+    if ! flock --nonblock 9; then
+        say "waiting for another run that uses $windows_cache"
+        flock 9
+    fi
+}
 
 have_windows_toolkit() {
     [ -f "$SARVIK_WINDOWS_QT_FOLDER/bin/Qt5Core.dll" ]

@@ -1,6 +1,8 @@
 #include "engine/FolderLister.h"
 #include "engine/RegularFile.h"
 #include "engine/WindowsName.h"
+#include "tests/engine_support/EngineRun.h"
+#include "tests/engine_support/SearchRequests.h"
 #include "tests/support/ScratchFolder.h"
 #include "tests/support/WindowsLock.h"
 
@@ -16,23 +18,25 @@ private slots:
     void everyAttributeIsListedAndRead();
     void namesThatOtherProgramsCannotOpenAreListedAndRead_data();
     void namesThatOtherProgramsCannotOpenAreListedAndRead();
+    void aFileBeyondTwoHundredAndSixtyUnitsIsListedReadAndSearched();
     void aFileThatAnotherWritesIsRead();
     void aFileThatNobodyElseMayOpenIsNotOpen();
     void aNameInOtherLettersIsTheSameFile();
 
 private:
-    QStringList listed() const;
+    QStringList listed() const { return listed(m_folder.path()); }
+    static QStringList listed(const QString &folder);
     /// By the name as it stands, which may be none for the toolkit.
     void make(const QString &name) const;
 
     const ScratchFolder m_folder;
 };
 
-QStringList WindowsFilesTest::listed() const
+QStringList WindowsFilesTest::listed(const QString &folder)
 {
     QStringList names;
     const QVector<FolderEntry> entries = NativeFolderLister().list(
-        m_folder.path(), [](const FolderIdentity &) { return true; }, [] { return true; });
+        folder, [](const FolderIdentity &) { return true; }, [] { return true; });
     for (const FolderEntry &entry : entries) {
         if (entry.kind == FolderEntry::File)
             names.append(entry.name);
@@ -78,7 +82,7 @@ void WindowsFilesTest::namesThatOtherProgramsCannotOpenAreListedAndRead_data()
     QTest::newRow("a dot at the end") << QStringLiteral("dot.");
     QTest::newRow("a blank at the end") << QStringLiteral("blank ");
     QTest::newRow("a device") << QStringLiteral("aux.txt");
-    QTest::newRow("long") << QString(80, QChar(0x3042));
+    QTest::newRow("eighty characters") << QString(80, QChar(0x3042));
 }
 
 void WindowsFilesTest::namesThatOtherProgramsCannotOpenAreListedAndRead()
@@ -88,6 +92,28 @@ void WindowsFilesTest::namesThatOtherProgramsCannotOpenAreListedAndRead()
     QVERIFY(listed().contains(name));
     QCOMPARE(RegularFile(m_folder.filePath(name)).size(), qint64(3));
     QVERIFY(DeleteFileW(WindowsName::of(m_folder.filePath(name)).c_str()) != 0);
+}
+
+void WindowsFilesTest::aFileBeyondTwoHundredAndSixtyUnitsIsListedReadAndSearched()
+{
+    const ScratchFolder tree;
+    QString folder = tree.path();
+    for (int i = 0; i < 8; ++i)
+        folder += QString(40, QChar(0x3042 + i)) + QLatin1Char('/');
+    const QString relative = folder.mid(tree.path().size());
+    tree.write(relative + QStringLiteral("a.txt"), "some key\n");
+    tree.write(relative + QStringLiteral("b.txt"), "nothing\n");
+    const QString path = folder + QStringLiteral("a.txt");
+    QVERIFY(path.size() > 260);
+    QStringList names = listed(folder);
+    names.sort();
+    QCOMPARE(names, QStringList({QStringLiteral("a.txt"), QStringLiteral("b.txt")}));
+    QCOMPARE(RegularFile(path).size(), qint64(9));
+    EngineRun run;
+    QVERIFY(run.run(searchFor(QStringLiteral("key"), {tree.path()})));
+    QCOMPARE(run.pathsWithHits(), QStringList(path));
+    QCOMPARE(run.searched, 2);
+    QVERIFY(run.errors.isEmpty());
 }
 
 void WindowsFilesTest::aFileThatAnotherWritesIsRead()

@@ -2,13 +2,16 @@
 
 #include <windows.h>
 
-// The editor's stand-in: keeps its command line, in UTF-8, in the file
-// "arguments" beside itself.
+// The editor's stand-in: keeps its command line, in UTF-8, in the file "arguments"
+// beside itself, once there is no file "hold" there.
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
 {
     wchar_t own[MAX_PATH];
     const std::wstring folder(own, GetModuleFileNameW(nullptr, own, MAX_PATH));
-    const std::wstring file = folder.substr(0, folder.rfind(L'\\')) + L"\\arguments";
+    const std::wstring beside = folder.substr(0, folder.rfind(L'\\') + 1);
+    while (GetFileAttributesW((beside + L"hold").c_str()) != INVALID_FILE_ATTRIBUTES)
+        Sleep(10);
+    const std::wstring file = beside + L"arguments";
     const wchar_t *const line = GetCommandLineW();
     char bytes[0x8000];
     const int size =

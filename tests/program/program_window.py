@@ -160,6 +160,25 @@ class Program:
         return self.screen.tool("search", "--all", "--onlyvisible", "--pid", self.process.pid,
                                 "--name", name).splitlines()
 
+    def main_windows(self):
+        """Those of every instance on the screen."""
+        return self.screen.tool("search", "--onlyvisible", "--name",
+                                "^sarvik64$|-- sarvik$").splitlines()
+
+    def other_window(self):
+        others = [window for window in self.main_windows() if window != self.window]
+        return others[0] if others else None
+
+    def second_instance(self):
+        """The one that this one has started; it has the keys."""
+        second = type(self)(self.screen, self.folder)
+        second.window = wait_for("the second window", self.other_window)
+        wait_for("its focus", second.has_focus)
+        # What the screen holds for focused needs a moment to reach the program, and
+        # logs are told apart by their seconds.
+        time.sleep(1.1)
+        return second
+
     def find_window(self):
         if self.process.poll() is not None:
             raise AssertionError(f"the program ended with {self.process.returncode}")

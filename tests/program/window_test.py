@@ -135,6 +135,25 @@ class WindowTest(ProgramTestCase):
         self.assertEqual(program.log().splitlines()[1], "keyword1:灯台")
         self.assertEqual(program.quit(), 0)
 
+    def test_a_selected_word_starts_another_search(self):
+        program = self.program
+        program.hand_over(str(self.tree) + "/", "*.txt", "灯台")
+        program.start()
+        program.search()
+        program.keys("Down", "End", "shift+Left", "alt+g")
+        second = program.second_instance()
+        self.assertEqual(second.title(), "sarvik64")
+        (program.folder / "sarvik.log").unlink()
+        # The last request is what a start finds.
+        self.assertIn("該当行数 4\n", second.search())
+        head = second.log().splitlines()
+        self.assertIn("keyword1:灯台", head)
+        self.assertIn(f"pathlist:{self.tree}/", head)
+        second.keys("ctrl+q")
+        wait_for("its end", lambda: not program.other_window())
+        wait_for("the first one's focus", program.has_focus)
+        self.assertEqual(program.quit(), 0)
+
     def test_a_count_leaves_the_window_well(self):
         program = self.program
         program.hand_over(str(self.tree) + "/", "*.txt", "灯台")

@@ -22,6 +22,19 @@ def headers(program):
                           text=True, errors="replace").stdout
 
 
+def windows_path(path):
+    return "Z:" + str(path).replace("/", "\\")
+
+
+def search(folder, *arguments):
+    """The lines that the console program of the folder writes, sorted by their paths."""
+    with tempfile.NamedTemporaryFile() as output:
+        subprocess.run(["wine", folder / "sarvik-cli.exe", "-F", "--format", "grep", "--sort",
+                        *arguments], check=True, stdin=subprocess.DEVNULL, stdout=output,
+                       stderr=subprocess.DEVNULL)
+        return pathlib.Path(output.name).read_text(encoding="utf-8").splitlines()
+
+
 class WindowsPackageTest(unittest.TestCase):
     def test_the_window_has_no_console_behind_it(self):
         self.assertIn("(Windows GUI)", headers("sarvik.exe"))
@@ -58,16 +71,67 @@ class WindowsPackageTest(unittest.TestCase):
             shutil.copytree(FOLDER, folder)
             for name in ("a.txt", "b.txt"):
                 (folder / name).write_bytes("灯台守\r\n".encode("cp932"))
-            output = pathlib.Path(scratch) / "output"
-            with output.open("wb") as target:
-                status = subprocess.run(
-                    ["wine", folder / "sarvik-cli.exe", "-F", "--format", "grep", "--sort",
-                     "--mask", "?.txt", "灯台", "Z:" + str(folder)], check=False,
-                    stdin=subprocess.DEVNULL, stdout=target, stderr=subprocess.DEVNULL).returncode
-            self.assertEqual(status, 0)
-            lines = output.read_text(encoding="utf-8").splitlines()
-            self.assertEqual([line.rpartition("/")[2] for line in lines],
-                             ["a.txt:1:1:灯台守", "b.txt:1:1:灯台守"])
+            self.assertEqual(search(folder, "--mask", "?.txt", "灯台", windows_path(folder)),
+                             [windows_path(folder / name).replace("\\", "/") + ":1:1:灯台守"
+                              for name in ("a.txt", "b.txt")])
+
+
+class WindowsTreeTest(unittest.TestCase):
+    """What only the other side of Wine can make: its files have cases, and links."""
+
+    def setUp(self):
+        scratch = tempfile.TemporaryDirectory()
+        self.addCleanup(scratch.cleanup)
+        self.root = pathlib.Path(scratch.name)
+        self.tree = self.root / "tree"
+        self.tree.mkdir()
+
+    def write(self, name):
+        path = self.root / name
+        path.parent.mkdir(exist_ok=True)
+        path.write_text(f"keyword {name}\n")
+
+    def found(self, *paths):
+        """The names of the files with hits, which their lines hold."""
+        lines = search(FOLDER, "--mask", "*.*", "keyword", *map(windows_path, paths))
+        return sorted(line.rpartition(" ")[2] for line in lines)
+
+    def test_links_and_loops_of_links_give_each_file_once(self):
+        for name in ("tree/a.txt", "tree/real/b.txt", "outside/c.txt"):
+            self.write(name)
+        for name, target in (("tree/loop", self.tree), ("tree/real/up", ".."),
+                             ("tree/again", "real"), ("tree/out", self.root / "outside"),
+                             ("outside/back", self.tree), ("tree/self", "self")):
+            (self.root / name).symlink_to(target)
+        self.assertEqual(self.found(self.tree), ["outside/c.txt", "tree/a.txt", "tree/real/b.txt"])
+
+    def test_a_folder_by_two_paths_is_searched_once(self):
+        for name in ("tree/a.txt", "tree/real/b.txt"):
+            self.write(name)
+        (self.root / "link").symlink_to(self.tree)
+        self.assertEqual(self.found(self.tree, self.root / "link", self.tree / "real"),
+                         ["tree/a.txt", "tree/real/b.txt"])
+
+    def test_names_that_differ_in_their_case_only_are_two_files(self):
+        for name in ("tree/a.txt", "tree/A.txt", "tree/Sub/b.txt", "tree/sub/b.txt"):
+            self.write(name)
+        names = ["tree/A.txt", "tree/Sub/b.txt", "tree/a.txt", "tree/sub/b.txt"]
+        self.assertEqual(self.found(self.tree), names)
+        self.assertEqual(self.found(*(self.root / name for name in names)), names)
+        self.assertEqual(self.found(self.tree / "Sub", self.tree / "sub"),
+                         ["tree/Sub/b.txt", "tree/sub/b.txt"])
+
+    def test_one_file_in_other_letters_is_one(self):
+        for name in ("tree/a.txt", "tree/b.txt"):
+            self.write(name)
+        self.assertEqual(self.found(self.tree / "a.txt", self.tree / "A.TXT", self.tree / "b.txt"),
+                         ["tree/a.txt", "tree/b.txt"])
+
+    def test_two_names_of_one_file_are_two_files(self):
+        self.write("tree/a.txt")
+        (self.tree / "b.txt").hardlink_to(self.tree / "a.txt")
+        self.assertEqual(self.found(self.tree / "a.txt", self.tree / "b.txt"),
+                         ["tree/a.txt", "tree/a.txt"])
 
 
 if __name__ == "__main__":

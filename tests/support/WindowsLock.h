@@ -1,25 +1,23 @@
 #pragma once
 
-#include "engine/WindowsName.h"
-
+#include <QProcess>
 #include <QString>
 
 #include <qt_windows.h>
 
-/// Holds a file open as another program does, so that others may do with it only
+/// A program of its own that holds a file open, so that others may do with it only
 /// what shared (FILE_SHARE_...) allows. Windows only.
 class WindowsLock {
 public:
-    WindowsLock(const QString &path, DWORD shared)
-        : m_handle(CreateFileW(WindowsName::of(path).c_str(), GENERIC_READ | GENERIC_WRITE, shared,
-                               nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr))
-    {
-    }
-    ~WindowsLock() { CloseHandle(m_handle); }
+    /// Until the object's end, or, with milliseconds, for so long; waits until the
+    /// file is held.
+    WindowsLock(const QString &path, DWORD shared, int milliseconds = 0);
+    ~WindowsLock();
     Q_DISABLE_COPY(WindowsLock)
 
-    bool isHeld() const { return m_handle != INVALID_HANDLE_VALUE; }
+    bool isHeld() const { return m_held; }
 
 private:
-    const HANDLE m_handle;
+    QProcess m_holder;
+    bool m_held = false;
 };

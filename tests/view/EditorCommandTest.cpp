@@ -14,6 +14,8 @@ private slots:
     void everyMacroIsReplaced();
     void macrosAreCaseSensitive();
     void everyOccurrenceIsReplaced();
+    void aFileThatTheTemplateQuotesGetsNoFurtherQuotes_data();
+    void aFileThatTheTemplateQuotesGetsNoFurtherQuotes();
     void otherPercentSignsStay();
     void macrosInAFileNameStay();
     void theTemplateIsTakenApartAtItsBlanks_data();
@@ -91,6 +93,39 @@ void EditorCommandTest::everyOccurrenceIsReplaced()
 {
     QCOMPARE(EditorCommand::parameters(text("%l%l %f%f"), text("C:/a"), 3, 5, windowsStyle),
              text("33 \"C:\\a\"\"C:\\a\""));
+}
+
+void EditorCommandTest::aFileThatTheTemplateQuotesGetsNoFurtherQuotes_data()
+{
+    QTest::addColumn<QString>("parameterTemplate");
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("parameters");
+    const auto row = [](const char *name, const char *parameterTemplate, const char *path,
+                        const char *parameters) {
+        QTest::newRow(name) << text(parameterTemplate) << text(path) << text(parameters);
+    };
+    const char *const file = "C:/my dir/a -x b.txt";
+    row("quoted", R"(-l%l "%f")", file, R"(-l3 "C:\my dir\a -x b.txt")");
+    row("in a quoted option", R"("--file=%f:%l" %f)", file,
+        R"("--file=C:\my dir\a -x b.txt:3" "C:\my dir\a -x b.txt")");
+    row("after quotes that are closed", R"("a b" %f)", file, R"("a b" "C:\my dir\a -x b.txt")");
+    row("after an escaped quote", R"(\" %f)", file, R"(\" "C:\my dir\a -x b.txt")");
+    row("after an escaped backslash", R"(\\"%f")", file, R"(\\"C:\my dir\a -x b.txt")");
+    row("an escaped quote between quotes", R"("\"%f")", file, R"("\"C:\my dir\a -x b.txt")");
+    row("quotes that are never closed", R"("%f)", file, R"("C:\my dir\a -x b.txt)");
+    row("a folder", R"("%f")", "C:/my dir/", R"("C:\my dir\\")");
+    row("a folder and a number", R"("%f%l")", "C:/my dir/", R"("C:\my dir\3")");
+    row("a folder before an escaped quote", R"("%f\" -x")", "C:/", R"("C:\\\" -x")");
+    row("a root twice", R"("%f%f")", "/", R"("\\\\")");
+    row("a backslash before the file", R"(\%f)", file, R"(\\"C:\my dir\a -x b.txt")");
+    row("a backslash before a root", R"("\%f")", "/", R"("\\\\")");
+}
+
+void EditorCommandTest::aFileThatTheTemplateQuotesGetsNoFurtherQuotes()
+{
+    QFETCH(QString, parameterTemplate);
+    QFETCH(QString, path);
+    QTEST(EditorCommand::parameters(parameterTemplate, path, 3, 5, windowsStyle), "parameters");
 }
 
 void EditorCommandTest::otherPercentSignsStay()

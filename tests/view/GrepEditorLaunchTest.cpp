@@ -6,7 +6,7 @@
 #include "settings/AppSettings.h"
 #include "tests/support/RecordingHost.h"
 #include "tests/support/RecordingLauncher.h"
-#include "tests/support/ScratchFolder.h"
+#include "tests/support/RecordingProgram.h"
 
 #include <QTextBlock>
 #include <QtTest>
@@ -505,41 +505,44 @@ void GrepEditorLaunchTest::theEditorGetsThisOneFileWhateverItsName_data()
     };
     row("plain", "plain.txt");
     row("blanks", "blanks  and 　.txt");
-    row("quotes", "quotes \" ' \"\"\" x.txt");
-    row("commands", "commands;touch hole;$(touch hole)`touch hole`&touch hole|.txt");
+    row("commands", "commands;touch hole;$(touch hole)`touch hole`&touch hole.txt");
     row("macros", "macros %f %l %b %c %%f.txt");
-    row("shell signs", "$HOME ~ * ? [a] {b} > hole < x.txt");
+    row("variables", "$HOME %PATH% !PATH! ^ ~ [a] {b}.txt");
     row("option", "-c!touch hole");
-    row("line feeds", "line feeds\n::/etc/passwd\r\n.txt");
+    row("options behind blanks", "a -multiInst /x b.txt");
     row("separators", "separators \xe2\x80\xa8 \xe2\x80\xa9 \xef\xb7\x90.txt");
     row("Japanese", "表示能力ソ.txt");
+    if (ProgramLauncher::native().pathStyle() != PathStyle::Unix)
+        return; // names have no such characters
+    row("quotes", "quotes \" ' \"\"\" x.txt");
+    row("shell signs", "* ? > hole < x | touch hole.txt");
+    row("line feeds", "line feeds\n::/etc/passwd\r\n.txt");
     row("bytes that are no text", "\x82\xa0\xff\xfe.txt");
 }
 
 void GrepEditorLaunchTest::theEditorGetsThisOneFileWhateverItsName()
 {
-    if (ProgramLauncher::native().pathStyle() != PathStyle::Unix)
-        QSKIP("the recording program is a shell script");
     QFETCH(QByteArray, name);
-    ScratchFolder folder;
-    const QString start = QDir::currentPath();
-    const QByteArray script = "#!/bin/sh\ncd \"$(dirname \"$0\")\"\n"
-                              "printf '%s\\0' \"$@\" > half && mv half record\n";
-    AppSettings &settings = AppSettings::instance();
-    settings.editor = folder.write(text("my editor.sh"), script);
-    settings.editor_para = text("+%l %f");
-    QFile::setPermissions(settings.editor, QFile::ReadOwner | QFile::ExeOwner);
+    const PathStyle style = ProgramLauncher::native().pathStyle();
+    for (const char *parameters : {"+%l %f", "+%l \"%f\""}) {
+        const ScratchFolder folder;
+        const RecordingProgram editor(folder);
+        AppSettings &settings = AppSettings::instance();
+        settings.editor = editor.path();
+        settings.editor_para = text(parameters);
 
-    const QByteArray path = QFile::encodeName(folder.path()) + name;
-    GrepEditor view(true);
-    view.appendLines(
-        {text("::") + NativePath::fromNative(path), HitString::format(42, 1, text("x"))});
-    place(view, 1, 0);
-    QTest::keyClick(&view, Qt::Key_Return);
-    QTRY_VERIFY(folder.exists(text("record")));
-    QDir::setCurrent(start);
-    QCOMPARE(folder.read(text("record")), QByteArray("+42\0", 4) + path + '\0');
-    QVERIFY(!folder.exists(text("hole")));
+        const QString path = folder.path() + NativePath::fromNative(name);
+        const QString start = QDir::currentPath();
+        GrepEditor view(true);
+        view.appendLines({text("::") + path, HitString::format(42, 1, text("x"))});
+        place(view, 1, 0);
+        QTest::keyClick(&view, Qt::Key_Return);
+        const QByteArrayList arguments = editor.arguments();
+        QDir::setCurrent(start);
+        const QString native = LaunchRules::withNativeSeparators(path, style);
+        QCOMPARE(arguments, QByteArrayList({"+42", NativePath::toNative(native)}));
+        QVERIFY(!folder.exists(text("hole")));
+    }
 }
 
 QTEST_MAIN(GrepEditorLaunchTest)

@@ -1,12 +1,11 @@
 #include "view/ProgramLauncher.h"
 
 #include "engine/NativePath.h"
-#include "tests/support/ScratchFolder.h"
+#include "tests/support/RecordingProgram.h"
 
 #include <QtTest>
 
-/// The platform's own launcher, with a script that writes down what it was
-/// given: NUL after each argument, because nothing else is impossible in one.
+/// The platform's own launcher, with a program that keeps what it was given.
 class ProgramLauncherTest : public QObject {
     Q_OBJECT
 
@@ -24,44 +23,37 @@ private slots:
     void openStartsTheProgramToo();
 
 private:
-    LaunchCommand recorder(const QStringList &arguments);
-    QByteArray recorded();
+    LaunchCommand recorder(const QStringList &arguments) const;
 
     std::unique_ptr<ScratchFolder> m_folder;
+    std::unique_ptr<RecordingProgram> m_program;
     QString m_startDirectory;
 };
 
 void ProgramLauncherTest::init()
 {
-    if (ProgramLauncher::native().pathStyle() != PathStyle::Unix)
-        QSKIP("the recording program is a shell script");
     m_folder = std::make_unique<ScratchFolder>();
+    m_program = std::make_unique<RecordingProgram>(*m_folder);
     m_startDirectory = QDir::currentPath();
 }
 
 void ProgramLauncherTest::cleanup()
 {
     QDir::setCurrent(m_startDirectory);
+    m_program.reset();
     m_folder.reset();
 }
 
-LaunchCommand ProgramLauncherTest::recorder(const QStringList &arguments)
+LaunchCommand ProgramLauncherTest::recorder(const QStringList &arguments) const
 {
-    // Renamed when it is whole, so that a half of it is never read.
-    const QByteArray script = "#!/bin/sh\ncd \"$(dirname \"$0\")\"\n"
-                              "printf '%s\\0' \"$@\" > half && mv half record\n";
     LaunchCommand command;
-    command.program = m_folder->write(QStringLiteral("my editor.sh"), script);
-    QFile::setPermissions(command.program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    command.program = m_program->path();
     command.arguments = arguments;
+    QStringList quoted;
+    for (const QString &argument : arguments)
+        quoted.append(LaunchRules::windowsArgument(argument));
+    command.parameters = quoted.join(QLatin1Char(' '));
     return command;
-}
-
-QByteArray ProgramLauncherTest::recorded()
-{
-    const QString name = QStringLiteral("record");
-    return QTest::qWaitFor([&] { return m_folder->exists(name); }) ? m_folder->read(name)
-                                                                   : QByteArray("nothing");
 }
 
 void ProgramLauncherTest::theProgramGetsEachArgumentAsItStands_data()
@@ -71,8 +63,10 @@ void ProgramLauncherTest::theProgramGetsEachArgumentAsItStands_data()
     QTest::newRow("empty") << QStringLiteral("");
     QTest::newRow("quotes") << QStringLiteral("a\" 'b' \"\"\"c");
     QTest::newRow("shell") << QStringLiteral("$(touch hole);touch hole&`touch hole`|$HOME > hole");
+    QTest::newRow("command interpreter") << QStringLiteral("& echo x>hole ^& %PATH% !PATH! ^");
     QTest::newRow("line feeds") << QStringLiteral("a\nb\r\nc\n");
     QTest::newRow("percent signs") << QStringLiteral("%f%l%%s%n");
+    QTest::newRow("backslashes") << QStringLiteral("C:\\a b\\\\\"\\");
     QTest::newRow("Japanese") << QStringLiteral("表示　能力");
     QTest::newRow("outside the basic plane") << QStringLiteral("\U00020B9F");
 }
@@ -82,15 +76,18 @@ void ProgramLauncherTest::theProgramGetsEachArgumentAsItStands()
     QFETCH(QString, argument);
     const QStringList arguments{QStringLiteral("-l3"), argument, QStringLiteral("last")};
     QVERIFY(ProgramLauncher::native().startDetached(recorder(arguments)));
-    QCOMPARE(recorded(), QByteArray("-l3\0", 4) + argument.toUtf8() + QByteArray("\0last\0", 6));
+    QCOMPARE(m_program->arguments(), QByteArrayList({"-l3", argument.toUtf8(), "last"}));
     QVERIFY(!m_folder->exists(QStringLiteral("hole")));
+    QVERIFY(!QFileInfo::exists(QStringLiteral("hole")));
 }
 
 void ProgramLauncherTest::bytesThatAreNoTextArriveAsTheyAre()
 {
+    if (ProgramLauncher::native().pathStyle() != PathStyle::Unix)
+        QSKIP("names are text here");
     const QByteArray name = "/tmp/\x82\xa0\xff b\xe3\x81\x82.txt";
     QVERIFY(ProgramLauncher::native().startDetached(recorder({NativePath::fromNative(name)})));
-    QCOMPARE(recorded(), name + '\0');
+    QCOMPARE(m_program->arguments(), QByteArrayList{name});
 }
 
 void ProgramLauncherTest::theFolderBecomesTheCurrentOne()
@@ -100,7 +97,7 @@ void ProgramLauncherTest::theFolderBecomesTheCurrentOne()
     QVERIFY(ProgramLauncher::native().startDetached(command));
     QCOMPARE(QFileInfo(QDir::currentPath()).canonicalFilePath(),
              QFileInfo(command.directory).canonicalFilePath());
-    recorded();
+    QCOMPARE(m_program->arguments(), QByteArrayList());
 }
 
 void ProgramLauncherTest::aFolderThatIsNotThereStopsNothing()
@@ -109,7 +106,7 @@ void ProgramLauncherTest::aFolderThatIsNotThereStopsNothing()
     command.directory = m_folder->filePath(QStringLiteral("nowhere"));
     QVERIFY(ProgramLauncher::native().startDetached(command));
     QCOMPARE(QDir::currentPath(), m_startDirectory);
-    QCOMPARE(recorded(), QByteArray("x\0", 2));
+    QCOMPARE(m_program->arguments(), QByteArrayList{QByteArrayLiteral("x")});
 }
 
 void ProgramLauncherTest::aProgramThatIsNotThereIsTold()
@@ -124,32 +121,29 @@ void ProgramLauncherTest::aProgramWithoutFolderIsFoundOnThePath()
 {
     LaunchCommand command = recorder({QStringLiteral("x")});
     const QByteArray path = qgetenv("PATH");
-    qputenv("PATH", QFile::encodeName(m_folder->path()) + ':' + path);
-    command.program = QStringLiteral("my editor.sh");
+    const QString folder = QDir::toNativeSeparators(m_folder->path());
+    qputenv("PATH", QFile::encodeName(folder + QDir::listSeparator()) + path);
+    command.program = QFileInfo(m_program->path()).fileName();
     const bool started = ProgramLauncher::native().startDetached(command);
     qputenv("PATH", path);
     QVERIFY(started);
-    QCOMPARE(recorded(), QByteArray("x\0", 2));
+    QCOMPARE(m_program->arguments(), QByteArrayList{QByteArrayLiteral("x")});
 }
 
 void ProgramLauncherTest::nothingWaitsForTheProgram()
 {
-    const QByteArray script = "#!/bin/sh\ncd \"$(dirname \"$0\")\"\n"
-                              "while [ ! -e go ]; do sleep 0.01; done\n"
-                              "mv go gone\n";
-    LaunchCommand command;
-    command.program = m_folder->write(QStringLiteral("slow.sh"), script);
-    QFile::setPermissions(command.program, QFile::ReadOwner | QFile::ExeOwner);
-    QVERIFY(ProgramLauncher::native().startDetached(command));
-    // It ends only after this, so the start did not wait for its end.
-    m_folder->write(QStringLiteral("go"), {});
-    QTRY_VERIFY(m_folder->exists(QStringLiteral("gone")));
+    m_program->hold();
+    QVERIFY(ProgramLauncher::native().startDetached(recorder({QStringLiteral("x")})));
+    // It keeps them only after this, so the start did not wait for its end.
+    QVERIFY(!m_program->hasKeptAny());
+    m_program->letGo();
+    QCOMPARE(m_program->arguments(), QByteArrayList{QByteArrayLiteral("x")});
 }
 
 void ProgramLauncherTest::openStartsTheProgramToo()
 {
     QVERIFY(ProgramLauncher::native().open(recorder({QStringLiteral("a b")})));
-    QCOMPARE(recorded(), QByteArray("a b\0", 4));
+    QCOMPARE(m_program->arguments(), QByteArrayList{QByteArrayLiteral("a b")});
 }
 
 QTEST_GUILESS_MAIN(ProgramLauncherTest)

@@ -1,10 +1,13 @@
 #include "mainwindow/preview/PreviewSaver.h"
+
+#include "engine/WindowsName.h"
 #include "tests/mainwindow/preview/SavedFiles.h"
 #include "tests/support/ScratchFolder.h"
 #include "tests/support/WindowsLock.h"
 
 #include <QTest>
 
+using Outcome = PreviewSaver::Outcome;
 using Result = PreviewSaver::Outcome::Result;
 using SavedFiles::filesIn;
 using SavedFiles::load;
@@ -21,6 +24,7 @@ private slots:
     void aBackupThatAnotherHoldsStopsTheSave();
     void aFileThatCannotBeReadIsNotWrittenOver();
     void aDevicesNameIsSaved();
+    void aFileBeyondTwoHundredAndSixtyUnitsIsSaved();
 };
 
 namespace {
@@ -29,9 +33,23 @@ const QString kName = QStringLiteral("f.txt");
 const QString kBackup = QStringLiteral("f.txt.bak");
 const QString kNew = QStringLiteral("new\n");
 
+/// What the box says for an outcome in which nothing was changed.
+QString refusal(const ScratchFolder &folder, Result result)
+{
+    if (result == Result::WriteFailed)
+        return QStringLiteral("セーブ中にエラーが発生しました");
+    return QStringLiteral(" %1\n　　　　　　↓　　　　　\n %2\nリネーム失敗しました。")
+        .arg(folder.filePath(kName), folder.filePath(kBackup));
+}
+
 bool setAttributes(const QString &path, quint32 attributes)
 {
     return SetFileAttributesW(WindowsName::of(path).c_str(), attributes) != 0;
+}
+
+quint32 attributesOf(const QString &path)
+{
+    return GetFileAttributesW(WindowsName::of(path).c_str());
 }
 
 } // namespace
@@ -50,14 +68,16 @@ void WindowsSaveTest::theAttributesAreKept()
     const ScratchFolder folder;
     const QString path = folder.write(kName, "old text\n");
     QVERIFY(setAttributes(path, attributes));
+    const quint32 asked = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN;
+    if ((attributesOf(path) & asked) != attributes)
+        QSKIP("Wine hides no file that this user may only read");
     PreviewFile file = load(path);
     const PreviewSaver::Outcome outcome = PreviewSaver::save(&file, kNew);
     QCOMPARE(outcome.message, QStringLiteral("セーブしました"));
     QCOMPARE(folder.read(kName), QByteArray("new\n"));
     QCOMPARE(folder.read(kBackup), QByteArray("old text\n"));
     QCOMPARE(filesIn(folder), QStringList({kName, kBackup}));
-    const quint32 asked = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN;
-    QCOMPARE(quint32(GetFileAttributesW(WindowsName::of(path).c_str())) & asked, attributes);
+    QCOMPARE(attributesOf(path) & asked, attributes);
     for (const QString &name : {kName, kBackup})
         QVERIFY(setAttributes(folder.filePath(name), FILE_ATTRIBUTE_NORMAL));
 }
@@ -87,8 +107,9 @@ void WindowsSaveTest::aFileThatAnotherHoldsIsLeftAsItIs()
     {
         const WindowsLock lock(path, shared);
         QVERIFY(lock.isHeld());
-        const Result result = PreviewSaver::save(&file, kNew).result;
-        QVERIFY(result == Result::RenameFailed || result == Result::WriteFailed);
+        const Outcome outcome = PreviewSaver::save(&file, kNew);
+        QVERIFY(outcome.result == Result::RenameFailed || outcome.result == Result::WriteFailed);
+        QCOMPARE(outcome.message, refusal(folder, outcome.result));
         QCOMPARE(filesIn(folder), QStringList(kName));
     }
     QCOMPARE(folder.read(kName), QByteArray("old text\n"));
@@ -103,7 +124,9 @@ void WindowsSaveTest::aBackupThatAnotherHoldsStopsTheSave()
     {
         const WindowsLock lock(backup, FILE_SHARE_READ);
         QVERIFY(lock.isHeld());
-        QCOMPARE(PreviewSaver::save(&file, kNew).result, Result::RenameFailed);
+        const Outcome outcome = PreviewSaver::save(&file, kNew);
+        QCOMPARE(outcome.result, Result::RenameFailed);
+        QCOMPARE(outcome.message, refusal(folder, outcome.result));
     }
     QCOMPARE(folder.read(kName), QByteArray("old text\n"));
     QCOMPARE(folder.read(kBackup), QByteArray("older\n"));
@@ -121,7 +144,9 @@ void WindowsSaveTest::aFileThatCannotBeReadIsNotWrittenOver()
         file = load(path);
     }
     QVERIFY(!file.readable);
-    QCOMPARE(PreviewSaver::save(&file, kNew).result, Result::WriteFailed);
+    const Outcome outcome = PreviewSaver::save(&file, kNew);
+    QCOMPARE(outcome.result, Result::WriteFailed);
+    QCOMPARE(outcome.message, refusal(folder, outcome.result));
     QCOMPARE(folder.read(kName), QByteArray("old text\n"));
 }
 
@@ -142,6 +167,23 @@ void WindowsSaveTest::aDevicesNameIsSaved()
     QCOMPARE(load(path).text, kNew);
     for (const char *suffix : {"", ".bak"})
         QVERIFY(DeleteFileW(WindowsName::of(path + QLatin1String(suffix)).c_str()) != 0);
+}
+
+void WindowsSaveTest::aFileBeyondTwoHundredAndSixtyUnitsIsSaved()
+{
+    const ScratchFolder folder;
+    QString below;
+    for (int i = 0; i < 8; ++i)
+        below += QString(40, QChar(0x3042)) + QLatin1Char('/');
+    const QString path = folder.write(below + kName, "old text\n");
+    QVERIFY(path.size() > 260);
+    PreviewFile file = load(path);
+    QCOMPARE(file.text, QStringLiteral("old text\n"));
+    QCOMPARE(PreviewSaver::save(&file, kNew).message, QStringLiteral("セーブしました"));
+    QCOMPARE(folder.read(below + kName), QByteArray("new\n"));
+    QCOMPARE(folder.read(below + kBackup), QByteArray("old text\n"));
+    QCOMPARE(QDir(folder.filePath(below)).entryList(QDir::Files, QDir::Name),
+             QStringList({kName, kBackup}));
 }
 
 QTEST_GUILESS_MAIN(WindowsSaveTest)

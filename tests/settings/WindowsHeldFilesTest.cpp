@@ -1,0 +1,162 @@
+#include "settings/AppSettings.h"
+#include "settings/IniFile.h"
+#include "settings/KeywordHistory.h"
+#include "tests/support/ScratchFolder.h"
+#include "tests/support/WindowsLock.h"
+
+#include <QDir>
+#include <QTest>
+
+/// Settings and keyword history while another program, such as a virus scanner, has
+/// them open.
+class WindowsHeldFilesTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void aFileHeldForAMomentIsReplaced_data();
+    void aFileHeldForAMomentIsReplaced();
+    void aFileHeldForGoodStaysWhole_data();
+    void aFileHeldForGoodStaysWhole();
+    void aFileHeldForAMomentIsRead();
+    void settingsHeldForGoodAreSavedLater();
+    void settingsThatCouldNotBeReadAreNotSavedOver();
+    void aKeywordHistoryHeldForGoodIsSavedLater();
+
+private:
+    static constexpr int kMomentMilliseconds = 200;
+};
+
+namespace {
+
+const QString kFile = QStringLiteral("a.ini");
+const QString kSettings = QStringLiteral("sarvik.ini");
+const QString kHistory = QStringLiteral("keywordhistory.ini");
+
+QStringList filesIn(const ScratchFolder &folder)
+{
+    return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+}
+
+bool setKey(const QString &path)
+{
+    return IniFile(path, IniDocument::Form::Utf8).update([](IniDocument &document) {
+        document.setValue(QStringLiteral("key"), QStringLiteral("new"));
+    });
+}
+
+void addSharingRows()
+{
+    QTest::addColumn<quint32>("shared");
+    QTest::newRow("nobody else") << quint32(0);
+    QTest::newRow("others may read") << quint32(FILE_SHARE_READ);
+    QTest::newRow("others may write") << quint32(FILE_SHARE_READ | FILE_SHARE_WRITE);
+}
+
+} // namespace
+
+void WindowsHeldFilesTest::aFileHeldForAMomentIsReplaced_data()
+{
+    addSharingRows();
+}
+
+void WindowsHeldFilesTest::aFileHeldForAMomentIsReplaced()
+{
+    QFETCH(quint32, shared);
+    const ScratchFolder folder;
+    const QString path = folder.write(kFile, "[General]\r\nkey=old\r\nother=1\r\n");
+    const WindowsLock lock(path, shared, kMomentMilliseconds);
+    QVERIFY(lock.isHeld());
+    QVERIFY(setKey(path));
+    const QByteArray content = folder.read(kFile);
+    QVERIFY(content.contains("key=new"));
+    QVERIFY(content.contains("other=1"));
+    QCOMPARE(filesIn(folder), QStringList(kFile));
+}
+
+void WindowsHeldFilesTest::aFileHeldForGoodStaysWhole_data()
+{
+    addSharingRows();
+}
+
+void WindowsHeldFilesTest::aFileHeldForGoodStaysWhole()
+{
+    QFETCH(quint32, shared);
+    const ScratchFolder folder;
+    const QByteArray old = "[General]\r\nkey=old\r\n";
+    const QString path = folder.write(kFile, old);
+    {
+        const WindowsLock lock(path, shared);
+        QVERIFY(lock.isHeld());
+        QVERIFY(!setKey(path));
+        QCOMPARE(filesIn(folder), QStringList(kFile));
+    }
+    QCOMPARE(folder.read(kFile), old);
+    QVERIFY(setKey(path));
+}
+
+void WindowsHeldFilesTest::aFileHeldForAMomentIsRead()
+{
+    const ScratchFolder folder;
+    const QString path = folder.write(kFile, "[General]\r\nkey=old\r\n");
+    const WindowsLock lock(path, 0, kMomentMilliseconds);
+    QVERIFY(lock.isHeld());
+    const auto document = IniFile(path, IniDocument::Form::Utf8).tryRead();
+    QVERIFY(document.has_value());
+    QCOMPARE(document->text(QStringLiteral("key"), QString()), QStringLiteral("old"));
+}
+
+void WindowsHeldFilesTest::settingsHeldForGoodAreSavedLater()
+{
+    const ScratchFolder folder;
+    const QString path = folder.write(kSettings, "[editor]\r\neditor=old.exe\r\n");
+    AppSettings settings;
+    settings.load(folder.path());
+    const QByteArray old = folder.read(kSettings);
+    settings.editor = QStringLiteral("new.exe");
+    {
+        const WindowsLock lock(path, FILE_SHARE_READ);
+        QVERIFY(lock.isHeld());
+        QVERIFY(!settings.save(folder.path()));
+    }
+    QCOMPARE(folder.read(kSettings), old);
+    QVERIFY(settings.save(folder.path()));
+    QVERIFY(folder.read(kSettings).contains("editor=new.exe"));
+}
+
+void WindowsHeldFilesTest::settingsThatCouldNotBeReadAreNotSavedOver()
+{
+    const ScratchFolder folder;
+    const QByteArray old = "[editor]\r\neditor=old.exe\r\n";
+    const QString path = folder.write(kSettings, old);
+    AppSettings settings;
+    {
+        const WindowsLock lock(path, 0);
+        QVERIFY(lock.isHeld());
+        settings.load(folder.path());
+    }
+    QVERIFY(!settings.save(folder.path()));
+    QCOMPARE(folder.read(kSettings), old);
+}
+
+void WindowsHeldFilesTest::aKeywordHistoryHeldForGoodIsSavedLater()
+{
+    const ScratchFolder folder;
+    const QByteArray old = "[keyword]\r\n001=101first\r\n";
+    const QString path = folder.write(kHistory, old);
+    KeywordHistory history(100, folder.path());
+    history.load();
+    history.add(QStringLiteral("second"), true, false, true);
+    {
+        const WindowsLock lock(path, FILE_SHARE_READ);
+        QVERIFY(lock.isHeld());
+        QVERIFY(!history.save());
+    }
+    QCOMPARE(folder.read(kHistory), old);
+    QVERIFY(history.save());
+    KeywordHistory saved(100, folder.path());
+    saved.load();
+    QCOMPARE(saved.keywords(), QStringList({QStringLiteral("second"), QStringLiteral("first")}));
+}
+
+QTEST_GUILESS_MAIN(WindowsHeldFilesTest)
+#include "WindowsHeldFilesTest.moc"
