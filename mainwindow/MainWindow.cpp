@@ -55,6 +55,11 @@ QString noLogsText()
     return QStringLiteral("過去の検索結果はありません");
 }
 
+QString onlyOneFileText()
+{
+    return QStringLiteral("対象のファイルが１つだけのため、検索されませんでした");
+}
+
 QString nothingIsKeptText()
 {
     return QStringLiteral(
@@ -336,6 +341,7 @@ void MainWindow::searchFinished(bool aborted)
     const auto unlisted = m_run->listSearchEnd(aborted);
     if (!unlisted)
         return;
+    const bool onlyOneFile = m_run->hasLeftFileOut();
     if (m_history->save(m_request, m_pathlist, QDateTime::currentDateTime(), *unlisted))
         m_messages->confirm(QStringLiteral("セーブしました"));
     else
@@ -343,7 +349,10 @@ void MainWindow::searchFinished(bool aborted)
     makeBackMenu();
     m_keywords->rememberMask(m_request.mask);
     endRun();
-    tellMissingPath();
+    if (onlyOneFile)
+        tellNext(onlyOneFileText());
+    else
+        tellMissingPath();
 }
 
 void MainWindow::showLinecntResult(QString filename, int count)
@@ -367,7 +376,12 @@ void MainWindow::tellMissingPath()
     const QString missing = SearchPaths::firstMissing(m_pathlist);
     if (missing.isEmpty())
         return;
-    const QString hint = QStringLiteral("検索パスがありません: %1").arg(missing);
+    tellNext(QStringLiteral("検索パスがありません: %1").arg(missing));
+}
+
+/// Unless the next run has begun by then.
+void MainWindow::tellNext(const QString &hint)
+{
     m_messages->showNext(hint, [this] { return !m_run->isRunning(); });
 }
 

@@ -114,6 +114,7 @@ private:
     void abortRun();
     void endRun();
     void tellMissingPath();
+    void tellNext(const QString &hint);
     void setRunning(bool running);
     void showTitle(const QString &keyword1);
     void showHighlightWords();

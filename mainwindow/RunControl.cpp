@@ -130,6 +130,13 @@ void RunControl::showProgress()
         abort();
 }
 
+bool RunControl::hasLeftFileOut()
+{
+    // Of an abort, too, files are left.
+    const SignalSpool *spool = m_run.spool();
+    return spool && !m_stopping && spool->searchedCount() == 0 && spool->fileQueueLength() > 0;
+}
+
 void RunControl::lookAtMemory()
 {
     m_shortOfMemory = m_shortOfMemory || FreeMemory::isTaken(m_memoryAtStart, m_memory());

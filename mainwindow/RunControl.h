@@ -90,6 +90,9 @@ public:
     /// False when there is no run.
     bool listLineCountEnd(bool aborted);
 
+    /// The search ended with a single file, which the engine does not load. Until end().
+    bool hasLeftFileOut();
+
     /// Back to idle.
     void end();
 

@@ -43,8 +43,8 @@ QPalette ApplicationPalette::fromSettings(const AppSettings &settings)
 QPalette ApplicationPalette::forToolTips(const QPalette &program)
 {
     QPalette palette = program;
-    const QColor ground = program.color(QPalette::Active, QPalette::ToolTipBase);
-    const QColor text = program.color(QPalette::Active, QPalette::ToolTipText);
+    const QColor &ground = program.color(QPalette::Active, QPalette::ToolTipBase);
+    const QColor &text = program.color(QPalette::Active, QPalette::ToolTipText);
     // Who chose less than large letters need chose it by accident.
     if (ColourContrast::ratio(text, ground) < ColourContrast::kSign)
         palette.setBrush(QPalette::All, QPalette::ToolTipText,

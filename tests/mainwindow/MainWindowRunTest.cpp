@@ -74,6 +74,7 @@ private slots:
     void aLineCountLeavesNoPathInTheStatusBar();
     void aMissingPathIsToldOfALineCount();
     void aMissingPathIsToldOfASearchWhenItIsSaved();
+    void aSingleFileThatIsLeftOutIsTold();
     void aSearchThatStartsMeanwhileIsNotTalkedOver();
     void whenEveryPathIsThereNothingIsTold();
     void aLineOfALineCountStartsNoEditor();
@@ -575,6 +576,15 @@ void MainWindowRunTest::aMissingPathIsToldOfASearchWhenItIsSaved()
     m_fixture->window().statusBar()->showMessage(m_tree);
     m_fixture->window().statusBar()->clearMessage();
     QCOMPARE(m_fixture->statusText(), QString());
+}
+
+void MainWindowRunTest::aSingleFileThatIsLeftOutIsTold()
+{
+    const QString told = text("対象のファイルが１つだけのため、検索されませんでした");
+    QVERIFY(m_fixture->search(m_tree, text("a.txt"), text("apple")));
+    QTRY_COMPARE(m_fixture->statusText(), told);
+    QVERIFY(m_fixture->search(m_tree, text("a.txt b.txt"), text("apple")));
+    QTRY_COMPARE(m_fixture->statusText(), QString());
 }
 
 void MainWindowRunTest::aSearchThatStartsMeanwhileIsNotTalkedOver()
