@@ -44,8 +44,8 @@ public:
 
 QColor ProgramStyle::boxOutline(const QPalette &palette)
 {
-    const QColor text = palette.color(QPalette::WindowText);
-    const QColor ground = palette.color(QPalette::Window);
+    const QColor &text = palette.color(QPalette::WindowText);
+    const QColor &ground = palette.color(QPalette::Window);
     const auto mixed = [](int one, int other) {
         return (one + other) / 2;
     };
