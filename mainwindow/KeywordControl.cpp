@@ -47,7 +47,7 @@ void KeywordControl::fillAll()
 void KeywordControl::reload()
 {
     const QString typed = m_form->state().keyword1;
-    AppSettings::instance().keywordHistory->load();
+    AppSettings::instance().keywordHistory->reload();
     fillKeywords1();
     if (m_form->state().keyword1 != typed)
         m_form->setKeyword1(typed);

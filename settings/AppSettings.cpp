@@ -68,6 +68,7 @@ void AppSettings::load(const QString &appDir)
     const QString colours = m_coloursAreEditors ? editorsPath(appDir) : settingsPath(appDir);
     SettingsTable::readColours(*this, utf8File(colours).read());
     markercolor = QColor(Qt::darkYellow);
+    m_merge = SettingsMerge(SettingsTable::written(*this), file);
 
     keywordHistory = std::make_unique<KeywordHistory>(searchHistorymax, appDir);
     keywordHistory->load();
@@ -90,8 +91,16 @@ bool AppSettings::save(const QString &appDir)
 {
     if (keywordHistory)
         keywordHistory->save();
-    return m_mayBeSaved
-        && utf8File(settingsPath(appDir))
-               .update([this](IniDocument &file) { SettingsTable::write(*this, file); },
-                       IniFile::Backup::Daily);
+    if (!m_mayBeSaved)
+        return false;
+    const bool sameFile = appDir == m_applicationDirectory;
+    const SettingsMerge before = sameFile ? m_merge : SettingsMerge();
+    SettingsMerge after;
+    const auto edit = [&](IniDocument &file) {
+        after = before.write(SettingsTable::written(*this), file);
+    };
+    const bool saved = utf8File(settingsPath(appDir)).update(edit, IniFile::Backup::Daily);
+    if (saved && sameFile)
+        m_merge = after;
+    return saved;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "settings/SettingsMerge.h"
+
 #include <QByteArray>
 #include <QColor>
 #include <QFont>
@@ -46,7 +48,9 @@ public:
 
     /// Writes the settings that are written to "sarvik.ini" in appDir, which
     /// ends in "/", after the daily backup, and saves the keyword history. Keys
-    /// that the program does not write stay as they are. False when
+    /// that the program does not write stay as they are, and so does what another
+    /// program has saved since the last load() or save() and this one has not
+    /// changed (SettingsMerge); members stay as they are here. False when
     /// the settings file was not replaced; it is then the old one, whole. So it
     /// is when the last load() could not read the file: what it holds is worth
     /// more than the defaults that were taken instead. Nobody is told.
@@ -193,6 +197,8 @@ private:
     void addLanguages(const IniDocument &file);
 
     QString m_applicationDirectory;
+    /// Of the file in that directory.
+    SettingsMerge m_merge;
     bool m_mayBeSaved = true;
     bool m_coloursAreEditors = false;
 };

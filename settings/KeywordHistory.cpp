@@ -1,6 +1,7 @@
 #include "settings/KeywordHistory.h"
 
 #include "settings/AppSettings.h"
+#include "settings/HistoryList.h"
 #include "settings/IniFile.h"
 
 #include <algorithm>
@@ -30,6 +31,14 @@ QString valueOf(const KeywordHistory::Entry &entry)
     return digit(entry.flagA) + QString(digit(entry.flagB)) + digit(entry.flagC) + entry.keyword;
 }
 
+QStringList valuesOf(const std::vector<KeywordHistory::Entry> &entries)
+{
+    QStringList values;
+    for (const KeywordHistory::Entry &entry : entries)
+        values.append(valueOf(entry));
+    return values;
+}
+
 } // namespace
 
 KeywordHistory::KeywordHistory(int capacity, const QString &appDir)
@@ -53,28 +62,79 @@ void KeywordHistory::load()
     }
     m_wasRead = true;
     m_mayBeSaved = true;
-    m_entries.clear();
+    m_entries = entriesIn(*file);
+    m_inFile = valuesOf(m_entries);
+    m_own = m_inFile;
+}
+
+std::vector<KeywordHistory::Entry> KeywordHistory::entriesIn(const IniDocument &file) const
+{
+    std::vector<Entry> entries;
     for (int position = 1; position <= m_capacity; ++position) {
-        const QString value = file->text(keyOf(position));
+        const QString value = file.text(keyOf(position));
         if (value.isEmpty())
             break;
         Entry entry = parsed(value);
         if (!entry.keyword.isEmpty())
-            m_entries.push_back(std::move(entry));
+            entries.push_back(std::move(entry));
     }
+    return entries;
 }
 
-bool KeywordHistory::save() const
+void KeywordHistory::reload()
+{
+    const std::vector<Entry> mine = added();
+    load();
+    addAll(mine);
+}
+
+std::vector<KeywordHistory::Entry> KeywordHistory::added() const
+{
+    const int count = HistoryList::added(m_own, valuesOf(m_entries)).size();
+    return {m_entries.begin(), m_entries.begin() + count};
+}
+
+void KeywordHistory::addAll(const std::vector<Entry> &added)
+{
+    for (auto entry = added.crbegin(); entry != added.crend(); ++entry)
+        add(entry->keyword, entry->flagA, entry->flagB, entry->flagC);
+}
+
+bool KeywordHistory::save()
 {
     if (!m_mayBeSaved)
         return false;
     if (m_entries.empty())
         return true;
-    return IniFile(filePath(), IniDocument::Form::Escaped).update([this](IniDocument &file) {
+    // What did not reach the file is not known to be there.
+    KeywordHistory after = *this;
+    const bool saved =
+        IniFile(filePath(), IniDocument::Form::Escaped).update([&after](IniDocument &file) {
+            after.writeInto(file);
+        });
+    if (saved)
+        *this = std::move(after);
+    return saved;
+}
+
+void KeywordHistory::writeInto(IniDocument &file)
+{
+    std::vector<Entry> others = entriesIn(file);
+    const bool changed = m_wasRead && !others.empty() && valuesOf(others) != m_inFile;
+    const std::vector<Entry> mine = added();
+    if (changed) {
+        m_entries = std::move(others);
+        addAll(mine);
+    }
+    // A file of another program is left as it spells it when there is nothing to add.
+    if (!changed || !mine.empty()) {
         int position = 0;
         for (const Entry &entry : m_entries)
             file.setValue(keyOf(++position), valueOf(entry));
-    });
+    }
+    m_wasRead = true;
+    m_inFile = valuesOf(entriesIn(file));
+    m_own = valuesOf(m_entries);
 }
 
 void KeywordHistory::add(QString keyword, bool flagA, bool flagB, bool flagC, int position)

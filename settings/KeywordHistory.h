@@ -9,10 +9,13 @@ QT_BEGIN_NAMESPACE
 class QComboBox;
 QT_END_NAMESPACE
 
+class IniDocument;
+
 /// The keywords of past searches, newest first, each with the switches it was
 /// searched with, kept in "keywordhistory.ini" in the application directory.
-/// Every running instance shares that file; a save writes this instance's list
-/// over the first positions and merges nothing.
+/// Every running instance shares that file: a save writes this instance's list over
+/// the first positions or, when another one has changed the file in the meantime,
+/// the other's list with the keywords that were added here in front.
 ///
 /// Used on one thread only.
 class KeywordHistory {
@@ -41,10 +44,16 @@ public:
     /// saved over it.
     void load();
 
+    /// As load(), but what was added here since the last load or save, and is
+    /// not in the file yet, is added again.
+    void reload();
+
     /// Writes the entries to positions 1, 2, …; what stands in the file at
-    /// later positions stays. Without an entry there is nothing to write. False
+    /// later positions stays. When the first positions are no longer those of the
+    /// last load or save, the entries are first replaced as by reload(); a file without
+    /// any is written as it is here. Without an entry there is nothing to write. False
     /// when the file was not replaced; it is then the old one, whole.
-    bool save() const;
+    bool save();
 
     /// Records a search at position (0 is the newest; a position outside the
     /// list is moved to its nearer end). An entry with the same keyword goes,
@@ -67,6 +76,11 @@ public:
 
 private:
     QString filePath() const;
+    std::vector<Entry> entriesIn(const IniDocument &file) const;
+    /// The entries that are not in the file yet, newest first.
+    std::vector<Entry> added() const;
+    void addAll(const std::vector<Entry> &added);
+    void writeInto(IniDocument &file);
 
     int m_capacity;
     QString m_appDir;
@@ -74,4 +88,8 @@ private:
     bool m_mayBeSaved = true;
     bool m_wasRead = false;
     std::vector<Entry> m_entries;
+    /// When they were last in step: what a load would have read of the file, and the
+    /// entries here, both as values of the file.
+    QStringList m_inFile;
+    QStringList m_own;
 };

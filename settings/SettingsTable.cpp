@@ -101,16 +101,19 @@ void readColours(AppSettings &target, const IniDocument &file)
     }
 }
 
-void write(const AppSettings &source, IniDocument &file)
+SettingsMerge::Values written(const AppSettings &source)
 {
+    SettingsMerge::Values values;
     for (const Setting &setting : settings()) {
         if (setting.access != Access::ReadOnly)
-            file.setValue(setting.key, std::visit(ValueOf{source}, setting.member));
+            values.push_back(
+                {setting.key, std::visit(ValueOf{source}, setting.member), setting.isHistory});
     }
     for (const ColourSetting &colour : colours()) {
         if (colour.access != Access::ReadOnly)
-            file.setValue(colour.key, (source.*(colour.member)).name(QColor::HexRgb));
+            values.push_back({colour.key, (source.*(colour.member)).name(QColor::HexRgb), false});
     }
+    return values;
 }
 
 } // namespace SettingsTable

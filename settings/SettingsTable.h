@@ -1,6 +1,7 @@
 #pragma once
 
 #include "settings/AppSettings.h"
+#include "settings/SettingsMerge.h"
 
 #include <QVariant>
 
@@ -44,6 +45,8 @@ struct Setting {
     QVariant defaultValue;
     Access access;
     Member member;
+    /// A list that grows at its front and is merged with that of other programs.
+    bool isHistory = false;
 };
 
 struct ColourSetting {
@@ -65,8 +68,8 @@ const std::vector<ColourSetting> &colours();
 void read(AppSettings &target, const IniDocument &file);
 /// A name that is no colour gives an invalid colour.
 void readColours(AppSettings &target, const IniDocument &file);
-/// Writes the settings and then the colours, as #rrggbb; what the tables do not
-/// name stays in file as it is.
-void write(const AppSettings &source, IniDocument &file);
+
+/// What the file gets: the settings and then the colours, as #rrggbb.
+SettingsMerge::Values written(const AppSettings &source);
 
 } // namespace SettingsTable

@@ -34,6 +34,7 @@ private slots:
     void init();
 
     void aNoticeReloadsTheKeywords();
+    void aNoticeLeavesTheKeywordsThatAreNotSavedYet();
 };
 
 void MainWindowBroadcastTest::init()
@@ -70,6 +71,25 @@ void MainWindowBroadcastTest::aNoticeReloadsTheKeywords()
     QCOMPARE(field->cursorPosition(), 3);
     QVERIFY2(s_messages.contains(text("BoradCastMessage 4294967040 7")),
              qPrintable(s_messages.join(QLatin1Char('\n'))));
+}
+
+void MainWindowBroadcastTest::aNoticeLeavesTheKeywordsThatAreNotSavedYet()
+{
+    MainWindow &window = m_fixture->open();
+    KeywordHistory &keywords = *AppSettings::instance().keywordHistory;
+    keywords.load();
+    keywords.add(text("of this window"), true, false, true);
+    QFile history(WindowFixture::applicationFile(text("keywordhistory.ini")));
+    QVERIFY(history.open(QIODevice::WriteOnly));
+    history.write("[keyword]\n001=000new of another program\n");
+    history.close();
+    QVERIFY(QMetaObject::invokeMethod(&window, "onBoradCastMessage", Q_ARG(uint, kOtherThread),
+                                      Q_ARG(uint, 7)));
+    const QStringList expected{text("of this window"), text("new of another program")};
+    QCOMPARE(keywords.keywords(), expected);
+    QCOMPARE(m_fixture->keyword1()->itemText(0), expected.at(0));
+    QCOMPARE(m_fixture->keyword1()->itemText(1), expected.at(1));
+    QCOMPARE(m_fixture->keyword1()->completer()->model()->rowCount(), 2);
 }
 
 QTEST_MAIN(MainWindowBroadcastTest)

@@ -53,6 +53,11 @@ private slots:
     void aSaveThatIsImpossibleSaysSo();
     void whatCouldNotBeReadIsNotSavedOver();
     void theApplicationDirectoryIsTheOneLoadedFrom();
+    void ofTwoWindowsEachSavesWhatItChanged();
+    void anotherWindowsOptionsAreKeptByEverySave();
+    void theHistoriesOfTwoWindowsAreMerged();
+    void anotherFolderGetsEverything();
+    void aFailedSaveIsMadeGoodByTheNext();
 };
 
 void AppSettingsTest::init()
@@ -577,6 +582,88 @@ void AppSettingsTest::theApplicationDirectoryIsTheOneLoadedFrom()
 {
     m_settings->load(m_folder->path());
     QCOMPARE(m_settings->applicationDirectory(), m_folder->path());
+}
+
+void AppSettingsTest::ofTwoWindowsEachSavesWhatItChanged()
+{
+    load("tabcolm=4\nbrowser=before\n[color]\nbackcolor=#010101\n");
+    AppSettings other;
+    other.load(m_folder->path());
+    other.tabcolm = 8;
+    other.backcolor = QColor(2, 2, 2);
+    other.classcolor = QColor(3, 3, 3);
+    other.grepFont.setPointSize(20);
+    other.size = QSize(700, 700);
+    QVERIFY(other.save(m_folder->path()));
+    m_settings->browser = QStringLiteral("mine");
+    m_settings->size = QSize(900, 900);
+    const QByteArray file = saved();
+    QCOMPARE(valueIn(file, "tabcolm"), QStringLiteral("8"));
+    QCOMPARE(valueIn(file, "color/backcolor"), QStringLiteral("#020202"));
+    QCOMPARE(valueIn(file, "color/classcolor"), QStringLiteral("#030303"));
+    QCOMPARE(valueIn(file, "font/grep_pointSize"), QStringLiteral("20"));
+    QCOMPARE(valueIn(file, "browser"), QStringLiteral("mine"));
+    AppSettings next;
+    next.load(m_folder->path());
+    QCOMPARE(next.size, QSize(900, 900));
+}
+
+void AppSettingsTest::anotherWindowsOptionsAreKeptByEverySave()
+{
+    m_settings->load(m_folder->path());
+    AppSettings other;
+    other.load(m_folder->path());
+    other.editor = QStringLiteral("other");
+    QVERIFY(other.save(m_folder->path()));
+    QCOMPARE(valueIn(saved(), "editor/editor"), QStringLiteral("other"));
+    QCOMPARE(valueIn(saved(), "editor/editor"), QStringLiteral("other"));
+    m_settings->editor = QStringLiteral("mine");
+    QCOMPARE(valueIn(saved(), "editor/editor"), QStringLiteral("mine"));
+}
+
+void AppSettingsTest::theHistoriesOfTwoWindowsAreMerged()
+{
+    load("maskhistory=\"old\"\nhistory2=\"old\"\nkeyhistory=\"old\"\n");
+    AppSettings other;
+    other.load(m_folder->path());
+    const QString others = QStringLiteral("other");
+    const QString mine = QStringLiteral("mine");
+    const auto members = {&AppSettings::maskhistory, &AppSettings::history2,
+                          &AppSettings::keyhistory};
+    for (const auto member : members) {
+        (other.*member).prepend(others);
+        ((*m_settings).*member).prepend(mine);
+    }
+    other.keywordHistory->add(others, true, false, true);
+    m_settings->keywordHistory->add(mine, true, false, true);
+    QVERIFY(other.save(m_folder->path()));
+    QVERIFY(m_settings->save(m_folder->path()));
+    AppSettings next;
+    next.load(m_folder->path());
+    for (const auto member : members)
+        QCOMPARE(next.*member, QStringList({mine, others, QStringLiteral("old")}));
+    QCOMPARE(next.keywordHistory->keywords(), QStringList({mine, others}));
+}
+
+void AppSettingsTest::anotherFolderGetsEverything()
+{
+    load("browser=mine\n");
+    const ScratchFolder elsewhere;
+    elsewhere.write(fileName(), "browser=other\n");
+    QVERIFY(m_settings->save(elsewhere.path()));
+    QCOMPARE(valueIn(elsewhere.read(fileName()), "browser"), QStringLiteral("mine"));
+}
+
+void AppSettingsTest::aFailedSaveIsMadeGoodByTheNext()
+{
+    load("browser=before\n");
+    m_settings->browser = QStringLiteral("mine");
+    m_folder->remove(fileName());
+    m_folder->makeFolder(fileName());
+    QVERIFY(!m_settings->save(m_folder->path()));
+    QVERIFY(QDir(m_folder->path()).rmdir(fileName()));
+    m_folder->write(fileName(), "browser=other\n");
+    QCOMPARE(valueIn(saved(), "browser"), QStringLiteral("mine"));
 }
 
 QTEST_GUILESS_MAIN(AppSettingsTest)

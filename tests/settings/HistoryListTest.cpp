@@ -13,6 +13,10 @@ private slots:
     void aTextIsStoredUntrimmed();
     void theLastEntryBeyondTheLimitIsDropped();
     void aLongerListLosesOneEntryOnly();
+    void whatWasAddedIsFoundAgain_data();
+    void whatWasAddedIsFoundAgain();
+    void addedTextsGoInFrontOfTheListInTheirOrder();
+    void aMergedListKeepsTheLimit();
 };
 
 void HistoryListTest::aNewTextGoesToTheFront()
@@ -69,6 +73,62 @@ void HistoryListTest::aLongerListLosesOneEntryOnly()
     HistoryList::insert(history, QStringLiteral("new"));
     QCOMPARE(history.size(), 60);
     QCOMPARE(history.last(), QStringLiteral("58"));
+}
+
+namespace {
+
+/// One character a text.
+QStringList letters(const char *text)
+{
+    QStringList list;
+    for (const char *letter = text; *letter != '\0'; ++letter)
+        list.append(QString(QLatin1Char(*letter)));
+    return list;
+}
+
+} // namespace
+
+void HistoryListTest::whatWasAddedIsFoundAgain_data()
+{
+    QTest::addColumn<QStringList>("before");
+    QTest::addColumn<QStringList>("now");
+    QTest::addColumn<QStringList>("added");
+    const auto row = [](const char *name, const char *before, const char *now, const char *added) {
+        QTest::newRow(name) << letters(before) << letters(now) << letters(added);
+    };
+    row("nothing", "abc", "abc", "");
+    row("both empty", "", "", "");
+    row("the first ones", "", "ba", "ba");
+    row("two new ones", "abc", "yxabc", "yx");
+    row("a known one", "abc", "cab", "c");
+    row("a known one in the middle", "abc", "bac", "b");
+    row("known and new ones", "abcd", "cxabd", "cx");
+    row("the last one dropped", "abc", "xab", "x");
+    row("all dropped", "abc", "xyz", "xyz");
+    row("all gone", "abc", "", "");
+}
+
+void HistoryListTest::whatWasAddedIsFoundAgain()
+{
+    QFETCH(QStringList, before);
+    QFETCH(QStringList, now);
+    QFETCH(QStringList, added);
+    QCOMPARE(HistoryList::added(before, now), added);
+}
+
+void HistoryListTest::addedTextsGoInFrontOfTheListInTheirOrder()
+{
+    QCOMPARE(HistoryList::merged(letters("abc"), letters("xcy")), letters("xcyab"));
+    QCOMPARE(HistoryList::merged(letters("abc"), QStringList()), letters("abc"));
+}
+
+void HistoryListTest::aMergedListKeepsTheLimit()
+{
+    QCOMPARE(HistoryList::merged(letters("abc"), letters("xy"), 3), letters("xya"));
+    QStringList full;
+    for (int i = 0; i < HistoryList::kLimit; ++i)
+        full.append(QString::number(i));
+    QCOMPARE(HistoryList::merged(full, letters("x")).size(), 50);
 }
 
 QTEST_GUILESS_MAIN(HistoryListTest)

@@ -44,10 +44,21 @@ private slots:
     void aSaveThatIsImpossibleSaysSo();
     void aFileThatCannotBeReadLeavesTheEntries();
     void aFileThatWasNeverReadIsNotSavedOver();
+    void ofTwoWindowsNeitherLosesItsKeywords();
+    void aWindowThatAddedNothingKeepsTheOthersKeywords();
+    void twoWindowsThatStartWithoutAFileShareTheirKeywords();
+    void aKeywordOfBothWindowsStandsOnceWithTheSwitchesSavedLast();
+    void whatIsSavedByBothStaysWithinAHundred();
+    void anotherWindowsKeywordsAreKeptByTheSecondSaveToo();
+    void aSaveAfterAFailedOneAddsTheSameKeywords();
+    void aFileThatLostItsEntriesIsWrittenWhole();
+    void reloadingKeepsWhatIsNotSavedYet();
+    void reloadingAfterASaveIsALoad();
+    void whatReloadingKeptIsSavedInFront();
 
 private:
     void write(const QByteArray &content);
-    QByteArray saved(const KeywordHistory &history);
+    QByteArray saved(KeywordHistory history);
     KeywordHistory loaded(int capacity = 100);
 
     std::unique_ptr<ScratchFolder> m_folder;
@@ -82,7 +93,7 @@ void KeywordHistoryTest::write(const QByteArray &content)
     m_folder->write(kFile, "[keyword]\n" + content);
 }
 
-QByteArray KeywordHistoryTest::saved(const KeywordHistory &history)
+QByteArray KeywordHistoryTest::saved(KeywordHistory history)
 {
     return history.save() ? m_folder->read(kFile) : QByteArray("(not saved)");
 }
@@ -374,6 +385,144 @@ void KeywordHistoryTest::aFileThatWasNeverReadIsNotSavedOver()
     write("001=101abc\n");
     QVERIFY(!history.save());
     QCOMPARE(loaded().keywords(), texts({"abc"}));
+}
+
+void KeywordHistoryTest::ofTwoWindowsNeitherLosesItsKeywords()
+{
+    write("001=101a\n002=000b\n");
+    KeywordHistory first = loaded();
+    KeywordHistory second = loaded();
+    first.add(text("first 1"), true, false, false);
+    first.add(text("first 2"), true, false, false);
+    second.add(text("second 1"), false, false, true);
+    second.add(text("b"), false, false, true);
+    QVERIFY(first.save());
+    QCOMPARE(saved(second),
+             QByteArray("[keyword]\n001=001b\n002=001second 1\n003=100first 2\n"
+                        "004=100first 1\n005=101a\n"));
+    QVERIFY(second.save());
+    QCOMPARE(second.keywords(), texts({"b", "second 1", "first 2", "first 1", "a"}));
+}
+
+void KeywordHistoryTest::aWindowThatAddedNothingKeepsTheOthersKeywords()
+{
+    write("001=101a\n");
+    KeywordHistory idle = loaded();
+    const QByteArray others = "[keyword]\n001=x01new\n002=101a\n";
+    m_folder->write(kFile, others);
+    QCOMPARE(saved(idle), others);
+    QVERIFY(idle.save());
+    QCOMPARE(idle.keywords(), texts({"new", "a"}));
+}
+
+void KeywordHistoryTest::twoWindowsThatStartWithoutAFileShareTheirKeywords()
+{
+    KeywordHistory first = loaded();
+    KeywordHistory second = loaded();
+    first.add(text("a"), false, false, false);
+    second.add(text("b"), false, false, false);
+    QVERIFY(first.save());
+    QVERIFY(second.save());
+    QCOMPARE(loaded().keywords(), texts({"b", "a"}));
+}
+
+void KeywordHistoryTest::aKeywordOfBothWindowsStandsOnceWithTheSwitchesSavedLast()
+{
+    KeywordHistory first = loaded();
+    KeywordHistory second = loaded();
+    first.add(text("a"), true, true, true);
+    first.add(text("b"), true, true, true);
+    second.add(text("a"), false, false, true);
+    QVERIFY(first.save());
+    QCOMPARE(saved(second), nativeLines("[keyword]\n001=001a\n002=111b\n"));
+}
+
+void KeywordHistoryTest::whatIsSavedByBothStaysWithinAHundred()
+{
+    KeywordHistory first = loaded();
+    KeywordHistory second = loaded();
+    for (int i = 0; i < 100; ++i)
+        first.add(QStringLiteral("k%1").arg(i), false, false, false);
+    second.add(text("x"), false, false, false);
+    second.add(text("y"), false, false, false);
+    QVERIFY(first.save());
+    QVERIFY(second.save());
+    QCOMPARE(second.keywords().size(), 100);
+    QCOMPARE(second.keywords().mid(0, 3), texts({"y", "x", "k99"}));
+    QCOMPARE(second.keywords().last(), text("k2"));
+    QCOMPARE(loaded().keywords(), second.keywords());
+}
+
+void KeywordHistoryTest::anotherWindowsKeywordsAreKeptByTheSecondSaveToo()
+{
+    write("001=000a\n");
+    KeywordHistory history = loaded(1);
+    history.add(text("mine"), false, false, false);
+    write("001=000others\n");
+    QVERIFY(history.save());
+    history.add(text("again"), false, false, false);
+    QVERIFY(history.save());
+    QCOMPARE(loaded().keywords(), texts({"again", "mine", "others"}));
+}
+
+void KeywordHistoryTest::aSaveAfterAFailedOneAddsTheSameKeywords()
+{
+    write("001=000a\n");
+    KeywordHistory history = loaded();
+    history.add(text("mine"), false, false, false);
+    m_folder->remove(kFile);
+    m_folder->makeFolder(kFile);
+    QVERIFY(!history.save());
+    QVERIFY(QDir(m_folder->path()).rmdir(kFile));
+    write("001=000others\n002=000a\n");
+    QVERIFY(history.save());
+    QCOMPARE(loaded().keywords(), texts({"mine", "others", "a"}));
+}
+
+void KeywordHistoryTest::aFileThatLostItsEntriesIsWrittenWhole()
+{
+    write("001=000a\n");
+    KeywordHistory history = loaded();
+    m_folder->remove(kFile);
+    QVERIFY(history.save());
+    QCOMPARE(loaded().keywords(), texts({"a"}));
+}
+
+void KeywordHistoryTest::reloadingKeepsWhatIsNotSavedYet()
+{
+    write("001=000a\n002=000b\n");
+    KeywordHistory history = loaded();
+    history.add(text("mine"), true, true, false);
+    history.add(text("b"), true, true, true);
+    write("001=000others\n002=000a\n003=000b\n");
+    history.reload();
+    QCOMPARE(history.keywords(), texts({"b", "mine", "others", "a"}));
+    const auto &first = history.entries().front();
+    QVERIFY(first.flagA && first.flagB && first.flagC);
+    history.reload();
+    QCOMPARE(history.keywords(), texts({"b", "mine", "others", "a"}));
+}
+
+void KeywordHistoryTest::reloadingAfterASaveIsALoad()
+{
+    KeywordHistory history = loaded();
+    history.add(text("mine"), false, false, false);
+    QVERIFY(history.save());
+    m_folder->remove(kFile);
+    write("001=000others\n");
+    history.reload();
+    QCOMPARE(history.keywords(), texts({"others"}));
+}
+
+void KeywordHistoryTest::whatReloadingKeptIsSavedInFront()
+{
+    KeywordHistory history = loaded();
+    history.add(text("mine"), false, false, false);
+    write("001=000a\n");
+    history.reload();
+    write("001=000others\n002=000a\n");
+    QVERIFY(history.save());
+    QCOMPARE(loaded().keywords(), texts({"mine", "others", "a"}));
 }
 
 QTEST_GUILESS_MAIN(KeywordHistoryTest)

@@ -21,6 +21,7 @@ private slots:
     void everyKeyStandsOnce();
     void everyColourHasItsOwnMember();
     void whatIsWrittenIsEveryKeyThatIsNotReadOnly();
+    void theHistoriesAreThoseThatTheProgramAddsTo();
 };
 
 namespace {
@@ -161,6 +162,14 @@ QStringList described(const std::vector<Row> &rows)
     return lines;
 }
 
+IniDocument fileOf(const AppSettings &source)
+{
+    IniDocument file(IniDocument::Form::Utf8);
+    for (const SettingsMerge::Value &value : written(source))
+        file.setValue(value.key, value.value);
+    return file;
+}
+
 } // namespace
 
 void SettingsTableTest::theSettingsAreTheseInThisOrder()
@@ -197,8 +206,7 @@ void SettingsTableTest::everyColourHasItsOwnMember()
             continue;
         AppSettings one;
         one.*(colour.member) = QColor(1, 2, 3);
-        IniDocument file(IniDocument::Form::Utf8);
-        write(one, file);
+        const IniDocument file = fileOf(one);
         for (const ColourSetting &other : colours()) {
             if (other.access != R)
                 QCOMPARE(file.text(other.key) == QLatin1String("#010203"), other.key == colour.key);
@@ -209,14 +217,23 @@ void SettingsTableTest::everyColourHasItsOwnMember()
 void SettingsTableTest::whatIsWrittenIsEveryKeyThatIsNotReadOnly()
 {
     const AppSettings source;
-    IniDocument file(IniDocument::Form::Utf8);
-    write(source, file);
+    const IniDocument file = fileOf(source);
     for (const std::vector<Row> &rows : {expectedSettings(), expectedColours()}) {
         for (const Row &row : rows)
             QVERIFY2(file.contains(QString::fromLatin1(row.key)) == (row.access != R), row.key);
     }
     const int keys = file.toBytes().count('=');
     QCOMPARE(keys, 75);
+}
+
+void SettingsTableTest::theHistoriesAreThoseThatTheProgramAddsTo()
+{
+    QStringList histories;
+    for (const SettingsMerge::Value &value : written(AppSettings())) {
+        if (value.isHistory)
+            histories.append(value.key);
+    }
+    QCOMPARE(histories.join(QLatin1Char(' ')), QStringLiteral("maskhistory keyhistory history2"));
 }
 
 QTEST_GUILESS_MAIN(SettingsTableTest)
