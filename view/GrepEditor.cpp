@@ -13,6 +13,7 @@
 #include "view/ProgramLauncher.h"
 #include "view/ResultLine.h"
 #include "view/TextAppender.h"
+#include "view/TextDrag.h"
 #include "view/VisibleColouring.h"
 
 #include <QApplication>
@@ -75,6 +76,7 @@ GrepEditor::GrepEditor(bool isResultView, QWidget *parent)
         m_highlighter->setLanguage(QString());
     applyColours();
     new FocusEdge(this);
+    new TextDrag(this, [this] { return createMimeDataFromSelection(); });
     connect(this, &GrepEditor::cursorPositionChanged, this, &GrepEditor::highlightCurrentLine);
 }
 
