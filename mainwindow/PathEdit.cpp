@@ -3,6 +3,7 @@
 #include "mainwindow/DocumentText.h"
 #include "settings/SearchPaths.h"
 #include "view/FocusEdge.h"
+#include "view/TextDrag.h"
 
 #include <QFileInfo>
 #include <QKeyEvent>
@@ -32,6 +33,7 @@ PathEdit::PathEdit(QWidget *parent) : QPlainTextEdit(parent)
     setTabChangesFocus(true);
     setLineWrapMode(QPlainTextEdit::NoWrap);
     new FocusEdge(this);
+    new TextDrag(this, [this] { return createMimeDataFromSelection(); });
 }
 
 QString PathEdit::text() const

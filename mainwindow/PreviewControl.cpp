@@ -52,6 +52,8 @@ PreviewControl::PreviewControl(const Views &views, const QString &rescueDirector
     connect(&m_text, &PiecewiseText::finished, this, &PreviewControl::onTextShown);
     connect(m_views.preview->document(), &QTextDocument::modificationChanged, this,
             &PreviewControl::showLabels);
+    connect(m_views.resultView, &GrepEditor::mouseReleased, this,
+            &PreviewControl::followAfterMouse);
 }
 
 QWidget *PreviewControl::window() const
@@ -68,6 +70,9 @@ void PreviewControl::setResultShown(bool shown)
 void PreviewControl::follow()
 {
     const GrepEditor &results = *m_views.resultView;
+    m_followWaits = results.isMousePressed();
+    if (m_followWaits)
+        return;
     // Not hasFocus(): the window may just be getting the focus back from a dialog.
     if (!m_resultShown || results.window()->focusWidget() != &results)
         return;
@@ -86,6 +91,12 @@ void PreviewControl::follow()
     tellPlace();
     if (isShown(m_place.path) || showFile(m_place.path))
         showPlace();
+}
+
+void PreviewControl::followAfterMouse()
+{
+    if (m_followWaits)
+        follow();
 }
 
 void PreviewControl::tellPlace() const

@@ -54,7 +54,9 @@ public:
     void tellPlace() const;
 
     /// Follows the result view's cursor, unless the view is not the one that the
-    /// user is in.
+    /// user is in. While the mouse is pressed there it waits for the release: the
+    /// selection that is being drawn may pass many files, and a box that asks about one
+    /// would end it.
     void follow();
 
     /// Asks whether a modified text is to be saved, and saves it. False when it
@@ -75,6 +77,7 @@ private:
         int column = 1;
     };
 
+    void followAfterMouse();
     bool isShown(const QString &path);
     /// False when the file before stays, because its text could not be kept.
     bool showFile(const QString &path);
@@ -101,6 +104,7 @@ private:
     Place m_place; // of the hit selected last
     bool m_placeWaits = false; // for its part of the text
     int m_lastResultBlock = -1;
+    bool m_followWaits = false; // for the release of the mouse
     bool m_resultShown = false;
     bool m_mayBeOutdated = false;
     // Of the status bar.

@@ -13,6 +13,7 @@
 #include "view/ProgramLauncher.h"
 #include "view/ResultLine.h"
 #include "view/TextAppender.h"
+#include "view/TextDrag.h"
 #include "view/VisibleColouring.h"
 
 #include <QApplication>
@@ -75,6 +76,7 @@ GrepEditor::GrepEditor(bool isResultView, QWidget *parent)
         m_highlighter->setLanguage(QString());
     applyColours();
     new FocusEdge(this);
+    new TextDrag(this, [this] { return createMimeDataFromSelection(); });
     connect(this, &GrepEditor::cursorPositionChanged, this, &GrepEditor::highlightCurrentLine);
 }
 
@@ -264,6 +266,7 @@ void GrepEditor::keyPressEvent(QKeyEvent *event)
 {
     const int key = event->key();
     const bool shift = event->modifiers().testFlag(Qt::ShiftModifier);
+    m_isMousePressed = false; // somebody who types has let it go, seen or not
     if (key != Qt::Key_F5 && key != Qt::Key_F6)
         resetPickCounts();
     if (key == Qt::Key_Escape) {
@@ -288,10 +291,53 @@ void GrepEditor::keyPressEvent(QKeyEvent *event)
     QPlainTextEdit::keyPressEvent(event);
 }
 
+void GrepEditor::focusOutEvent(QFocusEvent *event)
+{
+    // A box that opens under the pressed button takes its release.
+    m_isMousePressed = false;
+    QPlainTextEdit::focusOutEvent(event);
+}
+
+void GrepEditor::mousePressEvent(QMouseEvent *event)
+{
+    const bool isLeft = event->button() == Qt::LeftButton;
+    const QTextCursor before = textCursor();
+    if (isLeft)
+        m_isMousePressed = true; // before the cursor moves
+    QPlainTextEdit::mousePressEvent(event);
+    if (!isLeft)
+        return;
+    // Without Shift, only the third click of three makes a selection at once.
+    const QTextCursor after = textCursor();
+    const bool isOther = before.anchor() != after.anchor() || before.position() != after.position();
+    m_selectsLines = event->modifiers() != Qt::ShiftModifier && after.hasSelection() && isOther;
+    keepCursorInSelectedLine();
+}
+
+void GrepEditor::mouseMoveEvent(QMouseEvent *event)
+{
+    QPlainTextEdit::mouseMoveEvent(event);
+    if (event->buttons().testFlag(Qt::LeftButton))
+        keepCursorInSelectedLine();
+}
+
+/// A selected line ends at the start of the next one, which is another hit.
+void GrepEditor::keepCursorInSelectedLine()
+{
+    QTextCursor cursor = textCursor();
+    if (!m_isResultView || !m_selectsLines || !cursor.atBlockStart()
+        || cursor.position() <= cursor.anchor())
+        return;
+    cursor.movePosition(QTextCursor::PreviousCharacter, QTextCursor::KeepAnchor);
+    setTextCursor(cursor);
+}
+
 void GrepEditor::mouseDoubleClickEvent(QMouseEvent *event)
 {
+    m_selectsLines = false;
     // Before the word is selected, which puts the cursor behind the word.
     if (event->button() == Qt::LeftButton) {
+        m_isMousePressed = true;
         setTextCursor(cursorForPosition(event->pos()));
         openInEditor();
     }
@@ -305,6 +351,10 @@ void GrepEditor::mouseReleaseEvent(QMouseEvent *event)
         emit BackButton();
     else if (event->button() == Qt::ForwardButton)
         emit ForwardButton();
+    if (!event->buttons().testFlag(Qt::LeftButton)) {
+        m_isMousePressed = false;
+        emit mouseReleased();
+    }
 }
 
 /// At every step of a drag the base class forgets how each line is laid out, a

@@ -35,6 +35,9 @@ signals:
     void ForwardButton();
     /// The view's font became smaller; the argument is this view.
     void ZoomedOut(GrepEditor *view);
+    /// A mouse button was released over the view, the left one is up, and what the
+    /// release does to the cursor is done.
+    void mouseReleased();
 
 public slots:
     /// The cursor moved, or another text came without a signal: the next F5 or F6
@@ -110,6 +113,10 @@ public:
     void stop() { m_escapePressed = true; }
     void clearEscape() { m_escapePressed = false; }
 
+    /// The left mouse button was pressed in the view and is down, as far as the view knows:
+    /// while a selection is drawn, its cursor is not yet where the user wants it.
+    bool isMousePressed() const { return m_isMousePressed; }
+
     /// Changes the font's size by step points, unless nothing would be left of
     /// it or it is as large as can be shown; 0 returns to the remembered font.
     void zoom(int step);
@@ -121,8 +128,11 @@ protected:
     /// Not a file: dropped, it is for the window, and its address is no text to insert.
     bool canInsertFromMimeData(const QMimeData *source) const override;
     void contextMenuEvent(QContextMenuEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
@@ -132,6 +142,7 @@ private:
     bool endsUpwardSearch(const QTextBlock &block) const;
     bool takeLocationFromLine();
     BlockPainter::Look look() const;
+    void keepCursorInSelectedLine();
     void zoomByWheel(const QWheelEvent &event);
     void scrollByLines(const QWheelEvent &event);
     /// Picks one word more than the last time that count was used.
@@ -152,6 +163,8 @@ private:
     const bool m_isResultView;
     bool m_listsHits = true;
     bool m_escapePressed = false;
+    bool m_isMousePressed = false;
+    bool m_selectsLines = false; // since a triple click
     bool m_isLaidOut = false; // for the width of a view that was once shown
     WordPicker m_picker;
     GrepEditorHost *m_host = nullptr;

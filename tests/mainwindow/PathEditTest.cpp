@@ -1,9 +1,12 @@
 #include "mainwindow/PathEdit.h"
 
+#include "tests/support/MouseSteps.h"
 #include "tests/support/ScratchFolder.h"
+#include "view/TextDrag.h"
 
 #include <QApplication>
 #include <QClipboard>
+#include <QDrag>
 #include <QDropEvent>
 #include <QLineEdit>
 #include <QMimeData>
@@ -38,6 +41,7 @@ private slots:
     void shiftOrCtrlAndReturnMakeANewLine_data();
     void shiftOrCtrlAndReturnMakeANewLine();
     void tabLeavesTheEditor();
+    void aDraggedPathIsACopy();
 };
 
 namespace {
@@ -281,6 +285,28 @@ void PathEditTest::tabLeavesTheEditor()
     QVERIFY(next.hasFocus());
     QTest::keyClick(&next, Qt::Key_Backtab);
     QVERIFY(edit.hasFocus());
+}
+
+void PathEditTest::aDraggedPathIsACopy()
+{
+    PathEdit edit;
+    edit.setLines({QStringLiteral("/a/folder/")});
+    edit.resize(300, 100);
+    edit.show();
+    QString dragged;
+    Qt::DropActions offered;
+    edit.findChild<TextDrag *>()->setRunner([&](QDrag *drag, Qt::DropActions actions) {
+        const std::unique_ptr<QDrag> ended(drag);
+        dragged = drag->mimeData()->text();
+        offered = actions;
+    });
+    edit.selectAll();
+    QTest::mousePress(edit.viewport(), Qt::LeftButton, Qt::NoModifier,
+                      MouseSteps::placeOf(edit, 0, 3));
+    MouseSteps::drag(edit, QPoint(-50, -50));
+    QCOMPARE(dragged, QStringLiteral("/a/folder/"));
+    QCOMPARE(offered, Qt::DropActions(Qt::CopyAction));
+    QCOMPARE(edit.text(), QStringLiteral("/a/folder/"));
 }
 
 QTEST_MAIN(PathEditTest)
