@@ -86,25 +86,32 @@ void DropDown::setItems(const QStringList &items)
     });
 }
 
-/// The combo box leaves its field alone as long as its current item stays, and when
-/// an item with the same text becomes the current one.
+/// The combo box leaves its field alone when an item with the same text becomes the
+/// current one, and as long as that keeps its place and its text.
 bool DropDown::replaceAroundCurrent(const QStringList &items)
 {
     const QString text = m_combo->currentText();
-    const bool shown = items.contains(text);
-    const int place = items.indexOf(shown ? text : m_combo->itemText(m_combo->currentIndex()));
-    if (place < 0 || (!shown && m_combo->currentIndex() < 0))
+    const bool isItem = items.contains(text);
+    if (items.isEmpty() || (!isItem && m_combo->currentIndex() < 0))
         return false;
-    if (shown) {
-        if (itemOf(*m_combo, text) < 0)
-            m_combo->addItem(text);
-        m_combo->setCurrentIndex(itemOf(*m_combo, text));
+    const int place = isItem ? items.indexOf(text) : 0;
+    do
+        m_combo->addItem(text);
+    while (m_combo->count() <= place);
+    m_combo->setCurrentIndex(m_combo->count() - 1);
+    if (m_combo->currentIndex() != place)
+        m_combo->setItemText(place, text);
+    m_combo->setCurrentIndex(place);
+    for (int row = 0; row < items.size(); ++row) {
+        if (row >= m_combo->count())
+            m_combo->addItem(items.at(row));
+        else if (row != place)
+            m_combo->setItemText(row, items.at(row));
     }
-    const int current = m_combo->currentIndex();
-    m_combo->model()->removeRows(current + 1, m_combo->count() - current - 1);
-    m_combo->model()->removeRows(0, current);
-    m_combo->insertItems(0, items.mid(0, place));
-    m_combo->addItems(items.mid(place + 1));
+    m_combo->model()->removeRows(items.size(), m_combo->count() - items.size());
+    // The list is not shown, so only the field would take notice.
+    const QSignalBlocker blocker(m_combo->model());
+    m_combo->setItemText(place, items.at(place));
     return true;
 }
 
@@ -130,6 +137,8 @@ void DropDown::showText(const QString &text)
 {
     if (m_combo->currentText() != text)
         setText(*m_combo, text);
+    else
+        m_combo->lineEdit()->end(false);
 }
 
 /// The current item is the one that was chosen last, whatever was typed since.

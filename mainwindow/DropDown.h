@@ -23,11 +23,11 @@ public:
     explicit DropDown(QComboBox *combo);
 
     /// Replaces the entries; not while the list is shown, but when it is closed. What
-    /// the user typed stays, with cursor and selection, and can still be undone unless
-    /// the field holds a text that was changed after it was chosen from the list, and
-    /// the entry is not in items.
+    /// the user typed stays, with cursor and selection, and can still be undone while there
+    /// were entries and still are.
     void setItems(const QStringList &items);
-    /// Shows text. When the field holds it already, what was typed can still be undone.
+    /// Shows text, with the cursor behind it. When the field holds it already, what was
+    /// typed can still be undone.
     void showText(const QString &text);
 
     bool eventFilter(QObject *watched, QEvent *event) override;

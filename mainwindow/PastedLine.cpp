@@ -79,7 +79,7 @@ bool PastedLine::eventFilter(QObject *watched, QEvent *event)
     return QObject::eventFilter(watched, event);
 }
 
-/// Before the drop: the field selects as much as was dropped.
+/// Before the drop: one that goes on from what was typed is undone together with it.
 bool PastedLine::drop(QDropEvent &event)
 {
     const QString text = event.mimeData()->text();

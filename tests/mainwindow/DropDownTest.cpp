@@ -12,25 +12,14 @@
 
 namespace {
 
-/// Counts the turns of the wheel that come through to it.
-class Parent : public QWidget {
-public:
-    int turns = 0;
-
-protected:
-    void wheelEvent(QWheelEvent *event) override
-    {
-        ++turns;
-        event->accept();
-    }
-};
-
-void turnWheel(QWidget *widget)
+/// Whether the widget keeps the turn to itself; its parent gets it otherwise.
+bool turnWheel(QWidget *widget)
 {
     const QPointF position = widget->rect().center();
     QWheelEvent event(position, widget->mapToGlobal(position.toPoint()), QPoint(), QPoint(0, -120),
                       Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
     QApplication::sendEvent(widget, &event);
+    return event.isAccepted();
 }
 
 const QStringList kPast{QStringLiteral("newest"), QStringLiteral("older"),
@@ -63,14 +52,14 @@ private:
     QStringList items() const;
     QLineEdit *edit() const { return m_combo->lineEdit(); }
 
-    std::unique_ptr<Parent> m_parent;
+    std::unique_ptr<QWidget> m_parent;
     QComboBox *m_combo = nullptr;
     DropDown *m_list = nullptr;
 };
 
 void DropDownTest::init()
 {
-    m_parent = std::make_unique<Parent>();
+    m_parent = std::make_unique<QWidget>();
     m_combo = new QComboBox(m_parent.get());
     m_combo->setEditable(true);
     m_combo->setInsertPolicy(QComboBox::NoInsert);
@@ -97,10 +86,9 @@ void DropDownTest::theWheelPassesByAClosedList()
 {
     m_list->setItems(kPast);
     m_combo->setEditText(QStringLiteral("typed"));
-    turnWheel(edit());
-    turnWheel(m_combo);
+    QVERIFY(!turnWheel(edit()));
+    QVERIFY(!turnWheel(m_combo));
     QCOMPARE(m_combo->currentText(), QStringLiteral("typed"));
-    QCOMPARE(m_parent->turns, 2);
 }
 
 void DropDownTest::theWheelScrollsAnOpenList()
@@ -112,9 +100,8 @@ void DropDownTest::theWheelScrollsAnOpenList()
     m_combo->showPopup();
     QVERIFY(m_combo->view()->isVisible());
     const int before = m_combo->view()->indexAt(QPoint(2, 2)).row();
-    turnWheel(m_combo->view()->viewport());
+    QVERIFY(turnWheel(m_combo->view()->viewport()));
     QVERIFY(m_combo->view()->indexAt(QPoint(2, 2)).row() > before);
-    QCOMPARE(m_parent->turns, 0);
 }
 
 void DropDownTest::theWheelBringsNoFocus()
@@ -178,6 +165,7 @@ void DropDownTest::afterNewItemsWhatWasTypedCanBeUndone_data()
     QTest::newRow("the text moves up")
         << kPast + QStringList{QStringLiteral("typed")} << 3 << withTyped;
     QTest::newRow("others are added") << kPast << -1 << QStringList{QStringLiteral("x")} + kPast;
+    QTest::newRow("what was chosen goes") << kPast << 2 << QStringList{QStringLiteral("x")};
     QTest::newRow("others are added, over a choice")
         << kPast << 2 << QStringList{QStringLiteral("x")} + kPast;
 }

@@ -221,7 +221,7 @@ void PathEditTest::aPastedPathIsTakenOutOfItsWriting_data()
     row("one pair only", "\"\"/a\"\"", "\"/a\"");
     row("a single quote", "\"", "\"");
     row("no pair", "\"/a", "\"/a");
-    row("an address", "file:///no%20such/%E6%A4%9C", "/no such/æ¤");
+    row("an address", "file:///no%20such/%E6%A4%9C", "/no such/検");
     row("an address in other letters", "FILE:///no", "/no");
     row("a mask", "/no such/*.log", "/no such/*.log");
     row("a list file", "@/no such/list.ini", "@/no such/list.ini");
