@@ -95,9 +95,9 @@ bool DropDown::replaceAroundCurrent(const QStringList &items)
     if (items.isEmpty() || (!isItem && m_combo->currentIndex() < 0))
         return false;
     const int place = isItem ? items.indexOf(text) : 0;
-    do
+    do {
         m_combo->addItem(text);
-    while (m_combo->count() <= place);
+    } while (m_combo->count() <= place);
     m_combo->setCurrentIndex(m_combo->count() - 1);
     if (m_combo->currentIndex() != place)
         m_combo->setItemText(place, text);
