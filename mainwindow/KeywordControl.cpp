@@ -1,5 +1,6 @@
 #include "mainwindow/KeywordControl.h"
 
+#include "mainwindow/PastedLine.h"
 #include "mainwindow/SearchForm.h"
 #include "settings/AppSettings.h"
 #include "settings/HistoryList.h"
@@ -33,8 +34,8 @@ void KeywordControl::setCompleter(QComboBox *combo, QCompleter *completer)
 void KeywordControl::fillKeywords1()
 {
     m_form->fillKeywords1();
-    setCompleter(m_form->keyword1Combo(),
-                 new QCompleter(AppSettings::instance().keywordHistory->keywords()));
+    const QStringList keywords = AppSettings::instance().keywordHistory->keywords();
+    setCompleter(m_form->keyword1Combo(), new QCompleter(PastedLine::singleLines(keywords)));
 }
 
 void KeywordControl::fillAll()

@@ -4,6 +4,11 @@
 #include <QCompleter>
 #include <QKeyEvent>
 
+KeywordEdit::KeywordEdit(QWidget *parent) : LineEdit(parent)
+{
+    connect(this, &QLineEdit::textEdited, this, [this] { m_typed = text(); });
+}
+
 QAbstractItemView *KeywordEdit::completions() const
 {
     QAbstractItemView *list = completer() ? completer()->popup() : nullptr;
@@ -18,10 +23,25 @@ void KeywordEdit::takeCompletion()
         emit completionChosen(entry.data().toString());
 }
 
+/// An entry that stayed in the field would be searched without its switches.
+bool KeywordEdit::refuseCompletion()
+{
+    QAbstractItemView *list = completions();
+    if (!list || !list->currentIndex().isValid())
+        return false;
+    list->hide();
+    setText(m_typed);
+    return true;
+}
+
 void KeywordEdit::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
         takeCompletion();
+    if (event->key() == Qt::Key_Escape && refuseCompletion()) {
+        event->accept();
+        return;
+    }
     if (event->key() != Qt::Key_K || event->modifiers() != Qt::ControlModifier)
         return LineEdit::keyPressEvent(event);
     if (QAbstractItemView *list = completions())

@@ -8,7 +8,8 @@ QT_END_NAMESPACE
 
 /// The field of keyword 1. While the list of its completer is shown, that sends the
 /// keys to the field alone, past every filter: this class tells of those that mean
-/// something to the form.
+/// something to the form. Escape puts back what was typed before an entry of the list came
+/// into the field.
 class KeywordEdit : public LineEdit {
     Q_OBJECT
 
@@ -20,7 +21,7 @@ signals:
     void leaveRequested();
 
 public:
-    using LineEdit::LineEdit;
+    explicit KeywordEdit(QWidget *parent = nullptr);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
@@ -30,4 +31,8 @@ private:
     /// The list while it is shown, otherwise null.
     QAbstractItemView *completions() const;
     void takeCompletion();
+    bool refuseCompletion();
+
+    /// What the user typed last; the entries of the list go into the field, too.
+    QString m_typed;
 };

@@ -196,7 +196,8 @@ void MainWindow::on_btnKeyword2_clicked(bool checked)
 
 void MainWindow::on_btnPlus_clicked()
 {
-    QString path = m_applicationDirectory;
+    // Empty: the folder to add is somewhere else, and what is typed would be appended.
+    QString path;
     if (!InputFolderDialog::edit(this, path, QStringLiteral("追加する検索パス"),
                                  QStringLiteral("SearchPath"), m_applicationDirectory)
         || path.isEmpty())

@@ -10,6 +10,8 @@
 #include <QMimeData>
 #include <QUrl>
 
+#include <algorithm>
+
 namespace {
 
 QStringList foldersIn(const QMimeData &data)
@@ -24,6 +26,47 @@ QStringList foldersIn(const QMimeData &data)
     }
     folders.removeDuplicates();
     return folders;
+}
+
+/// Blanks that are no part of a path as others write it; a no-break one names another
+/// folder.
+QString trimmed(const QString &line)
+{
+    const auto isBlank = [](QChar c) {
+        return c == QLatin1Char(' ') || c == QLatin1Char('\t');
+    };
+    int start = 0;
+    int end = line.size();
+    while (start < end && isBlank(line.at(start)))
+        ++start;
+    while (end > start && isBlank(line.at(end - 1)))
+        --end;
+    return line.mid(start, end - start);
+}
+
+/// The search path that a pasted line means: file managers quote paths or write them as
+/// addresses.
+QString pathIn(const QString &line)
+{
+    QString path = trimmed(line);
+    const QLatin1Char quote('"');
+    if (path.size() >= 2 && path.startsWith(quote) && path.endsWith(quote))
+        path = path.mid(1, path.size() - 2);
+    if (path.startsWith(QLatin1String("file://"), Qt::CaseInsensitive)) {
+        const QString local = QUrl(path).toLocalFile();
+        if (!local.isEmpty())
+            path = local;
+    }
+    const QFileInfo entry(path);
+    return entry.isAbsolute() && entry.isFile() ? SearchPaths::withSlash(entry.path()) : path;
+}
+
+QString pathsIn(QString text)
+{
+    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    QStringList lines = text.split(QLatin1Char('\n'));
+    std::transform(lines.begin(), lines.end(), lines.begin(), pathIn);
+    return lines.join(QLatin1Char('\n'));
 }
 
 } // namespace
@@ -89,10 +132,15 @@ bool PathEdit::canInsertFromMimeData(const QMimeData *source) const
 
 void PathEdit::insertFromMimeData(const QMimeData *source)
 {
-    if (holdsFolders(*source))
+    if (holdsFolders(*source)) {
         addFolders(*source);
-    else
+    } else if (source->hasText()) {
+        QMimeData paths;
+        paths.setText(pathsIn(source->text()));
+        QPlainTextEdit::insertFromMimeData(&paths);
+    } else {
         QPlainTextEdit::insertFromMimeData(source);
+    }
 }
 
 void PathEdit::keyPressEvent(QKeyEvent *event)

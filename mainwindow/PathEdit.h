@@ -5,6 +5,10 @@
 /// The editor of the search paths, one on each line. A folder that is dropped or
 /// pasted as a file becomes a line of its own; of a file it is the folder. Return
 /// makes a new line with Shift and Ctrl too; Tab leaves the editor.
+///
+/// Of a text that is pasted, each line loses the blanks at its ends and a pair of double
+/// quotes around it; a file's address becomes its path, and the path of a file that is
+/// there becomes its folder. A list file, with its "@", stays.
 class PathEdit : public QPlainTextEdit {
     Q_OBJECT
 

@@ -1,8 +1,10 @@
 #include "mainwindow/SearchForm.h"
 
+#include "mainwindow/DropDown.h"
 #include "mainwindow/FlowLayout.h"
 #include "mainwindow/KeywordEdit.h"
 #include "mainwindow/KeywordValidity.h"
+#include "mainwindow/PastedLine.h"
 #include "settings/AppSettings.h"
 #include "settings/KeywordHistory.h"
 #include "settings/ShownFont.h"
@@ -11,49 +13,11 @@
 
 #include <QEvent>
 #include <QLineEdit>
-#include <QSignalBlocker>
 
 namespace {
 
 constexpr int kPathLines = 3;
 constexpr int kExampleOpacity = 160; // of 255
-
-/// Shows text, as the item that it is: Up and Down go on from there.
-void showText(QComboBox *combo, const QString &text)
-{
-    const int item = combo->findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive);
-    if (combo->currentIndex() != item)
-        combo->setCurrentIndex(item);
-    combo->setEditText(text);
-}
-
-/// Lets fill replace the items. What the user typed stays, and so do the cursor
-/// and the selection in it: a search that ends refills while one types.
-template <typename Fill> void refill(QComboBox *combo, const Fill &fill)
-{
-    const QSignalBlocker blocker(combo);
-    QLineEdit *edit = combo->lineEdit();
-    const QString text = edit->text();
-    const int cursor = edit->cursorPosition();
-    const int start = edit->selectionStart();
-    const int length = edit->selectionLength();
-    fill(combo);
-    showText(combo, text);
-    if (start < 0)
-        edit->setCursorPosition(cursor);
-    else if (cursor == start)
-        edit->setSelection(start + length, -length);
-    else
-        edit->setSelection(start, length);
-}
-
-void refill(QComboBox *combo, const QStringList &items)
-{
-    refill(combo, [&items](QComboBox *box) {
-        box->clear();
-        box->addItems(items);
-    });
-}
 
 QIcon toggleIcon(const char *name, bool on)
 {
@@ -92,8 +56,13 @@ void SearchForm::buildKeywordFields()
     // The field's own completion would fight with the one over the history.
     for (QComboBox *combo : combos()) {
         combo->setCompleter(nullptr);
+        new PastedLine(combo->lineEdit());
         connect(combo, &QComboBox::editTextChanged, this, &SearchForm::showValidity);
     }
+    m_maskList = new DropDown(m_ui->maskCombo);
+    m_keyword1List = new DropDown(m_ui->keyword1Combo);
+    m_keyword2List = new DropDown(m_ui->keyword2Combo);
+    m_keyword3List = new DropDown(m_ui->keyword3Combo);
     // It would put a past keyword in the place of one that differs in case only.
     disconnect(m_keyword1, &QLineEdit::editingFinished, m_ui->keyword1Combo, nullptr);
     disconnect(m_keyword1, &QLineEdit::returnPressed, m_ui->keyword1Combo, nullptr);
@@ -173,22 +142,22 @@ void SearchForm::addPathLine(const QString &path)
 
 void SearchForm::setMask(const QString &mask)
 {
-    showText(m_ui->maskCombo, mask);
+    m_maskList->showText(mask);
 }
 
 void SearchForm::setKeyword1(const QString &keyword)
 {
-    showText(m_ui->keyword1Combo, keyword);
+    m_keyword1List->showText(keyword);
 }
 
 void SearchForm::setKeyword2(const QString &keyword)
 {
-    showText(m_ui->keyword2Combo, keyword);
+    m_keyword2List->showText(keyword);
 }
 
 void SearchForm::setKeyword3(const QString &keyword)
 {
-    showText(m_ui->keyword3Combo, keyword);
+    m_keyword3List->showText(keyword);
 }
 
 void SearchForm::setUseKeyword2(bool use)
@@ -235,18 +204,18 @@ void SearchForm::showToggles()
 
 void SearchForm::fillMasks()
 {
-    refill(m_ui->maskCombo, AppSettings::instance().maskhistory);
+    m_maskList->setItems(PastedLine::singleLines(AppSettings::instance().maskhistory));
 }
 
 void SearchForm::fillKeywords1()
 {
-    refill(m_ui->keyword1Combo,
-           [](QComboBox *box) { AppSettings::instance().keywordHistory->fillCombo(box); });
+    const QStringList keywords = AppSettings::instance().keywordHistory->keywords();
+    m_keyword1List->setItems(PastedLine::singleLines(keywords));
 }
 
 void SearchForm::fillKeywords2()
 {
-    refill(m_ui->keyword2Combo, AppSettings::instance().history2);
+    m_keyword2List->setItems(PastedLine::singleLines(AppSettings::instance().history2));
 }
 
 void SearchForm::applyLook()

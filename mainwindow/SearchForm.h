@@ -7,6 +7,7 @@
 
 #include <memory>
 
+class DropDown;
 class KeywordEdit;
 class PathEdit;
 
@@ -55,8 +56,9 @@ public:
     void loadSwitches();
     /// Shows the three toggles as AppSettings has them.
     void showToggles();
-    /// Fill the drop-downs from the histories; the texts in the fields stay, with
-    /// their cursors and selections.
+    /// Fill the drop-downs from the histories, but for entries of several lines; the
+    /// texts in the fields stay, with their cursors and selections. A list that is shown
+    /// is filled when it is closed.
     void fillMasks();
     void fillKeywords1();
     void fillKeywords2();
@@ -97,4 +99,8 @@ private:
 
     std::unique_ptr<Ui::SearchForm> m_ui;
     KeywordEdit *m_keyword1 = nullptr;
+    DropDown *m_maskList = nullptr;
+    DropDown *m_keyword1List = nullptr;
+    DropDown *m_keyword2List = nullptr;
+    DropDown *m_keyword3List = nullptr;
 };

@@ -29,6 +29,7 @@ private slots:
     void aKeywordThatDiffersInCaseOnlyIsSearchedAsItIs();
     void aPastKeywordThatIsTypedTakesTheNewSwitches();
     void aTypedKeywordStaysWhenTheFocusGoes();
+    void escapePutsBackWhatWasTypedBeforeACompletion();
     void aCompletionBringsItsSwitches_data();
     void aCompletionBringsItsSwitches();
     void ctrlKLeavesTheKeywordWhileItsCompletionsAreShown();
@@ -133,6 +134,24 @@ QAbstractItemView *MainWindowKeysTest::typeUntilCompleted(const QString &start)
     QTest::keyClicks(keywordField(), start);
     QAbstractItemView *list = m_fixture->keyword1()->completer()->popup();
     return list->isVisible() ? list : nullptr;
+}
+
+void MainWindowKeysTest::escapePutsBackWhatWasTypedBeforeACompletion()
+{
+    openWithPast("011Plain");
+    setSwitches(true, false, false);
+    m_fixture->fill(m_path, text("*.txt"), QString());
+    QAbstractItemView *list = typeUntilCompleted(text("Pl"));
+    QVERIFY(list);
+    QTest::keyClick(list, Qt::Key_Down);
+    QCOMPARE(keywordField()->text(), text("Plain"));
+    QTest::keyClick(list, Qt::Key_Escape);
+    QVERIFY(!list->isVisible());
+    QCOMPARE(keywordField()->text(), text("Pl"));
+    QCOMPARE(switches(), QList<bool>({true, false, false}));
+    // One goes on from there.
+    QTest::keyClicks(keywordField(), text("x"));
+    QCOMPARE(keywordField()->text(), text("Plx"));
 }
 
 void MainWindowKeysTest::aCompletionBringsItsSwitches_data()

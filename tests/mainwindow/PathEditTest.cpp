@@ -34,6 +34,10 @@ private slots:
     void filesOfOneFolderAreOneLine();
     void aFolderThatIsThereIsNotAddedAgain();
     void pastedTextIsInsertedAtTheCursor();
+    void aPastedPathIsTakenOutOfItsWriting_data();
+    void aPastedPathIsTakenOutOfItsWriting();
+    void ofAPastedPathOfAFileItIsTheFolder();
+    void whatIsTypedStaysAsItIs();
     void anAddressElsewhereIsPastedAsText();
     void aDroppedFolderIsALineOfItsOwn();
     void aNameWithBlanksAndJapaneseIsWhole();
@@ -204,6 +208,64 @@ void PathEditTest::pastedTextIsInsertedAtTheCursor()
     data->setText(QStringLiteral("/a"));
     paste(edit, data);
     QCOMPARE(edit.toPlainText(), QStringLiteral("/a/b/"));
+}
+
+void PathEditTest::aPastedPathIsTakenOutOfItsWriting_data()
+{
+    QTest::addColumn<QString>("pasted");
+    QTest::addColumn<QString>("lines");
+    const auto row = [](const char *name, const char *pasted, const char *lines) {
+        QTest::newRow(name) << QString::fromUtf8(pasted) << QString::fromUtf8(lines);
+    };
+    row("as it is", "/no such/folder", "/no such/folder");
+    row("blanks", " \t/no such/folder \t", "/no such/folder");
+    row("a no-break space", "/no such/\u00A0", "/no such/\u00A0");
+    row("quotes", "\"/no such/folder\"", "/no such/folder");
+    row("blanks and quotes", " \"/no such\" ", "/no such");
+    row("one pair only", "\"\"/a\"\"", "\"/a\"");
+    row("a single quote", "\"", "\"");
+    row("no pair", "\"/a", "\"/a");
+    row("an address", "file:///no%20such/%E6%A4%9C", "/no such/検");
+    row("an address in other letters", "FILE:///no", "/no");
+    row("a mask", "/no such/*.log", "/no such/*.log");
+    row("a list file", "@/no such/list.ini", "@/no such/list.ini");
+    row("several lines", "\"/a\"\r\n /b \nfile:///c\r\n", "/a\n/b\n/c\n");
+}
+
+void PathEditTest::aPastedPathIsTakenOutOfItsWriting()
+{
+    QFETCH(QString, pasted);
+    PathEdit edit;
+    auto *data = new QMimeData;
+    data->setText(pasted);
+    paste(edit, data);
+    QTEST(edit.text(), "lines");
+    edit.undo();
+    QCOMPARE(edit.text(), QString());
+}
+
+void PathEditTest::ofAPastedPathOfAFileItIsTheFolder()
+{
+    const ScratchFolder scratch;
+    const QString file = scratch.write(QStringLiteral("a b/c.txt"), "a");
+    const QString folder = scratch.path() + QStringLiteral("a b/");
+    const QString lines =
+        QStringLiteral("\"%1\"\n%2\n@%1\n%3")
+            .arg(file, QUrl::fromLocalFile(file).toString(QUrl::FullyEncoded), scratch.path());
+    PathEdit edit;
+    auto *data = new QMimeData;
+    data->setText(lines);
+    paste(edit, data);
+    QCOMPARE(edit.text(),
+             (QStringList{folder, folder, QLatin1Char('@') + file, scratch.path()}.join(
+                 QLatin1Char('\n'))));
+}
+
+void PathEditTest::whatIsTypedStaysAsItIs()
+{
+    PathEdit edit;
+    QTest::keyClicks(&edit, QStringLiteral(" \"/a\" "));
+    QCOMPARE(edit.text(), QStringLiteral(" \"/a\" "));
 }
 
 void PathEditTest::anAddressElsewhereIsPastedAsText()

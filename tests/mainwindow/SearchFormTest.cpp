@@ -6,6 +6,7 @@
 #include "tests/mainwindow/SearchFormFixture.h"
 
 #include <QCheckBox>
+#include <QClipboard>
 #include <QGroupBox>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -35,6 +36,9 @@ private slots:
 
     // Histories.
     void theDropDownsHoldTheHistories();
+    void anEntryOfSeveralLinesIsLeftOut();
+    void aPastedKeywordHasNoLineEnd_data();
+    void aPastedKeywordHasNoLineEnd();
     void aRefilledDropDownKeepsWhatWasTyped();
     void aRefillLeavesCursorAndSelection_data();
     void aRefillLeavesCursorAndSelection();
@@ -279,6 +283,41 @@ void SearchFormTest::theDropDownsHoldTheHistories()
              (QStringList{QStringLiteral("newer"), QStringLiteral("older")}));
     // Keyword 3 has none.
     QCOMPARE(combo("keyword3Combo")->count(), 0);
+}
+
+void SearchFormTest::anEntryOfSeveralLinesIsLeftOut()
+{
+    AppSettings &settings = AppSettings::instance();
+    settings.maskhistory = QStringList{QStringLiteral("*.b\n"), QStringLiteral("*.a")};
+    settings.history2 = QStringList{QStringLiteral("d"), QStringLiteral("c\r\n")};
+    settings.keywordHistory->add(QStringLiteral("plain"), false, false, false);
+    settings.keywordHistory->add(QStringLiteral("a\nb"), false, false, false);
+    m_form->fillMasks();
+    m_form->fillKeywords1();
+    m_form->fillKeywords2();
+    for (const char *name : {"maskCombo", "keyword1Combo", "keyword2Combo"})
+        QCOMPARE(combo(name)->count(), 1);
+    QCOMPARE(combo("maskCombo")->itemText(0), QStringLiteral("*.a"));
+    QCOMPARE(combo("keyword1Combo")->itemText(0), QStringLiteral("plain"));
+    QCOMPARE(combo("keyword2Combo")->itemText(0), QStringLiteral("d"));
+    // They are not lost.
+    QCOMPARE(settings.maskhistory.size() + settings.history2.size(), 4);
+}
+
+void SearchFormTest::aPastedKeywordHasNoLineEnd_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char *name : {"maskCombo", "keyword1Combo", "keyword2Combo", "keyword3Combo"})
+        QTest::newRow(name) << QString::fromLatin1(name);
+}
+
+void SearchFormTest::aPastedKeywordHasNoLineEnd()
+{
+    QFETCH(QString, name);
+    QApplication::clipboard()->setText(QStringLiteral("TODO\n"));
+    QComboBox *field = combo(name.toLatin1().constData());
+    field->lineEdit()->paste();
+    QCOMPARE(field->currentText(), QStringLiteral("TODO"));
 }
 
 void SearchFormTest::aRefilledDropDownKeepsWhatWasTyped()
