@@ -51,7 +51,7 @@ bool movesThroughItems(const QKeyEvent &key)
 
 } // namespace
 
-DropDown::DropDown(QComboBox *combo) : QObject(combo), m_combo(combo)
+DropDown::DropDown(QComboBox *combo) : QObject(combo), m_combo(combo), m_view(combo->view())
 {
     m_combo->installEventFilter(this);
     m_combo->lineEdit()->installEventFilter(this);
@@ -152,7 +152,7 @@ void DropDown::goOnFromText()
 
 bool DropDown::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == m_combo->view()) {
+    if (watched == m_view) {
         // Later: what was chosen in the list has not been taken yet.
         if (event->type() == QEvent::Hide && m_waiting)
             QMetaObject::invokeMethod(this, &DropDown::setWaitingItems, Qt::QueuedConnection);

@@ -40,6 +40,8 @@ private:
     void setWaitingItems();
 
     QComboBox *const m_combo;
+    /// To know its events by: they come when m_combo is no combo box any more, too.
+    const QObject *const m_view;
     /// Entries that wait until the list is closed.
     std::optional<QStringList> m_waiting;
 };
