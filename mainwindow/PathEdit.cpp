@@ -8,9 +8,8 @@
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QTextBlock>
 #include <QUrl>
-
-#include <algorithm>
 
 namespace {
 
@@ -61,11 +60,19 @@ QString pathIn(const QString &line)
     return entry.isAbsolute() && entry.isFile() ? SearchPaths::withSlash(entry.path()) : path;
 }
 
-QString pathsIn(QString text)
+/// What is pasted into a path that stands there stays as it is.
+QString pathsIn(QString text, const QTextCursor &place)
 {
     text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
     QStringList lines = text.split(QLatin1Char('\n'));
-    std::transform(lines.begin(), lines.end(), lines.begin(), pathIn);
+    const QTextBlock first = place.document()->findBlock(place.selectionStart());
+    const QTextBlock last = place.document()->findBlock(place.selectionEnd());
+    const bool beginsLine = place.selectionStart() == first.position();
+    const bool endsLine = place.selectionEnd() == last.position() + last.length() - 1;
+    for (int i = 0; i < lines.size(); ++i) {
+        if ((i > 0 || beginsLine) && (i + 1 < lines.size() || endsLine))
+            lines[i] = pathIn(lines.at(i));
+    }
     return lines.join(QLatin1Char('\n'));
 }
 
@@ -136,7 +143,7 @@ void PathEdit::insertFromMimeData(const QMimeData *source)
         addFolders(*source);
     } else if (source->hasText()) {
         QMimeData paths;
-        paths.setText(pathsIn(source->text()));
+        paths.setText(pathsIn(source->text(), textCursor()));
         QPlainTextEdit::insertFromMimeData(&paths);
     } else {
         QPlainTextEdit::insertFromMimeData(source);

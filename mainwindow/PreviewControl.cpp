@@ -245,7 +245,8 @@ bool PreviewControl::save()
     m_file.text.clear();
     switch (outcome.result) {
     case PreviewSaver::Outcome::Result::Changed:
-        return save();
+        // Now it is seen, and asked about.
+        return PreviewSaver::changedOnDisk(m_file) && save();
     case PreviewSaver::Outcome::Result::Saved:
         m_views.preview->document()->setModified(false);
         m_views.messages->confirm(outcome.message);

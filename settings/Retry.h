@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QOperatingSystemVersion>
 #include <QThread>
 
@@ -8,15 +9,17 @@ namespace Retry {
 /// What fails because somebody else has the file open at this instant (another
 /// instance, a virus scanner) succeeds a moment later. Windows keeps a file from
 /// being replaced for that, and a scanner takes its time. Returns what attempt does,
-/// as soon as it is true, or at the latest after 600 milliseconds (60 elsewhere).
+/// as soon as it is true, or what it does when 600 milliseconds (60 elsewhere) are over.
 template <typename Attempt> auto whileHeld(const Attempt &attempt)
 {
     constexpr unsigned long kPauseMilliseconds = 30;
     const bool onWindows =
         QOperatingSystemVersion::currentType() == QOperatingSystemVersion::Windows;
-    const int attempts = onWindows ? 20 : 3;
+    const int patience = onWindows ? 600 : 60;
+    QElapsedTimer elapsed;
+    elapsed.start();
     auto result = attempt();
-    for (int i = 1; i < attempts && !result; ++i) {
+    while (!result && elapsed.elapsed() < patience) {
         QThread::msleep(kPauseMilliseconds);
         result = attempt();
     }

@@ -33,6 +33,9 @@ constexpr quint32 kNoAttributes = 0xFFFFFFFF;
 quint32 attributesOf(const QString &path);
 /// False when they could not be set; kNoAttributes sets none.
 bool setAttributes(const QString &path, quint32 attributes);
+/// attributes, which are those of the file like, as the file path may have them in its
+/// place: a group that could not be kept gets no more rights than everybody.
+quint32 attributesFor(const QString &path, quint32 attributes, const QString &like);
 /// Takes away what keeps a file from being deleted.
 void clearAttributes(const QString &path);
 

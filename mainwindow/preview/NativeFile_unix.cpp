@@ -108,6 +108,17 @@ void NativeFile::clearAttributes(const QString &)
     // Deleting asks for the folder's permission, not the file's.
 }
 
+quint32 NativeFile::attributesFor(const QString &path, quint32 attributes, const QString &like)
+{
+    struct stat status = {};
+    struct stat former = {};
+    if (attributes == kNoAttributes || !statusOf(path, &status) || !statusOf(like, &former)
+        || status.st_gid == former.st_gid)
+        return attributes;
+    const quint32 everybody = attributes & S_IRWXO;
+    return (attributes & ~quint32(S_IRWXG)) | (attributes & S_IRWXG & (everybody << 3));
+}
+
 NativeFile::Written NativeFile::writeNew(const QString &path, const QByteArray &content,
                                          const QString &like)
 {

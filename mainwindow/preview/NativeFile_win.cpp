@@ -68,6 +68,11 @@ void NativeFile::clearAttributes(const QString &path)
 }
 
 // The owner of a new file is who makes it.
+quint32 NativeFile::attributesFor(const QString &, quint32 attributes, const QString &)
+{
+    return attributes;
+}
+
 NativeFile::Written NativeFile::writeNew(const QString &path, const QByteArray &content,
                                          const QString &)
 {

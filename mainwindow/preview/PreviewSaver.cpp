@@ -44,7 +44,7 @@ public:
             NativeFile::remove(m_new);
             return renameFailed();
         }
-        NativeFile::setAttributes(m_new, m_attributes);
+        NativeFile::setAttributes(m_new, NativeFile::attributesFor(m_new, m_attributes, m_target));
         const Outcome outcome = replaceOld();
         if (outcome.result == Outcome::Result::Saved) {
             mayTake(Step::Finished);
@@ -170,9 +170,11 @@ private:
             NativeFile::remove(m_new);
             return saved();
         }
-        if (NativeFile::isTaken(m_target))
+        if (NativeFile::stampOf(m_target).exists)
             return changed();
-        return NativeFile::rename(m_new, m_target) ? saved() : writeFailed();
+        // A link that leads nowhere is nobody's text, but not to be replaced by one.
+        const bool isFree = !NativeFile::isTaken(m_target);
+        return isFree && NativeFile::rename(m_new, m_target) ? saved() : writeFailed();
     }
 
     /// What stands in the file anyway, or the same file under another name.

@@ -36,6 +36,7 @@ private slots:
     void pastedTextIsInsertedAtTheCursor();
     void aPastedPathIsTakenOutOfItsWriting_data();
     void aPastedPathIsTakenOutOfItsWriting();
+    void whatIsPastedIntoAPathStaysAsItIs();
     void ofAPastedPathOfAFileItIsTheFolder();
     void whatIsTypedStaysAsItIs();
     void anAddressElsewhereIsPastedAsText();
@@ -242,6 +243,26 @@ void PathEditTest::aPastedPathIsTakenOutOfItsWriting()
     QTEST(edit.text(), "lines");
     edit.undo();
     QCOMPARE(edit.text(), QString());
+}
+
+void PathEditTest::whatIsPastedIntoAPathStaysAsItIs()
+{
+    const auto pasteInto = [](const QString &before, const QString &pasted) {
+        PathEdit edit;
+        edit.setPlainText(before);
+        edit.moveCursor(QTextCursor::End);
+        auto *data = new QMimeData;
+        data->setText(pasted);
+        paste(edit, data);
+        return edit.toPlainText();
+    };
+    QCOMPARE(pasteInto(QStringLiteral("/home/My"), QStringLiteral(" Documents ")),
+             QStringLiteral("/home/My Documents "));
+    const ScratchFolder scratch;
+    const QString file = scratch.write(QStringLiteral("paths.txt"), "/a\n");
+    QCOMPARE(pasteInto(QStringLiteral("@"), file), QStringLiteral("@") + file);
+    QCOMPARE(pasteInto(QStringLiteral("/a"), QStringLiteral("b\n \"/c\"")),
+             QStringLiteral("/ab\n/c"));
 }
 
 void PathEditTest::ofAPastedPathOfAFileItIsTheFolder()

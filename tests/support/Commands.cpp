@@ -1,5 +1,6 @@
 #include "tests/support/Commands.h"
 
+#include <QDir>
 #include <QProcess>
 
 namespace {
@@ -26,7 +27,10 @@ bool Commands::asOrdinaryUser(QStringList &command)
                              QStringLiteral("--regid=65534"), QStringLiteral("--clear-groups")};
     const QString program = command.first();
     command = prefix + command;
-    return run(prefix + QStringList{QStringLiteral("test"), QStringLiteral("-x"), program}) == 0;
+    const auto mayReach = [&](const QString &path) {
+        return run(prefix + QStringList{QStringLiteral("test"), QStringLiteral("-x"), path}) == 0;
+    };
+    return mayReach(program) && mayReach(QDir::tempPath());
 }
 
 QStringList Commands::withLimitedFiles(int kilobytes, const QStringList &command)

@@ -29,6 +29,7 @@ private slots:
     void theAttributesArePutOnTheNewFile_data();
     void theAttributesArePutOnTheNewFile();
     void aLinkStaysALink();
+    void aLinkThatLeadsNowhereMeanwhileIsNotReplaced();
     void whatWasLeftOfAnEarlierSaveIsKept();
     void aFileThatIsNotShownIsNotWrittenOver();
     void whatIsNoFileAnyMoreIsLeftAlone_data();
@@ -172,6 +173,20 @@ void PreviewSaverTest::aLinkStaysALink()
     QCOMPARE(folder.read(QStringLiteral("real.txt.bak")), QByteArray("old text\n"));
     QVERIFY(!folder.exists(kBackup));
     QVERIFY(!PreviewSaver::changedOnDisk(file));
+}
+
+void PreviewSaverTest::aLinkThatLeadsNowhereMeanwhileIsNotReplaced()
+{
+    const ScratchFolder folder;
+    TreeBuilder tree(folder.path().toUtf8());
+    tree.file("real.txt", "old text\n");
+    if (!tree.link("f.txt", "real.txt"))
+        QSKIP("no links here");
+    PreviewFile file = load(folder.filePath(kName));
+    QVERIFY(QFile::remove(folder.filePath(QStringLiteral("real.txt"))));
+    QCOMPARE(PreviewSaver::save(&file, kNew, file.stamp).result, Result::WriteFailed);
+    QVERIFY(QFileInfo(folder.filePath(kName)).isSymLink());
+    QCOMPARE(filesIn(folder).size(), 1);
 }
 
 void PreviewSaverTest::whatWasLeftOfAnEarlierSaveIsKept()
