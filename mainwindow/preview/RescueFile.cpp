@@ -11,6 +11,8 @@ namespace {
 /// File systems take 255 bytes or UTF-16 code units; time and suffix need some.
 constexpr int kLongestNameBytes = 200;
 constexpr int kMostFilesASecond = 1000;
+/// A text that nothing else keeps is worth more than one try.
+constexpr int kMostFailures = 3;
 
 QString shortened(QString fileName)
 {
@@ -45,16 +47,19 @@ QString write(const QString &directory, const QString &fileName, const QString &
     QDir().mkpath(directory);
     const QString stamp = time.toString(QStringLiteral("yyyyMMdd-hhmmss"));
     const QString name = shortened(fileName);
-    for (int number = 1; number <= kMostFilesASecond; ++number) {
+    int failures = 0;
+    for (int number = 1; number <= kMostFilesASecond && failures < kMostFailures; ++number) {
         const QString path = pathOf(directory, stamp, number, name);
         QFile place(path);
         // Another window may take the name at the same moment.
         if (place.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
             place.close();
-            return fill(path, text.toUtf8()) ? path : QString();
+            if (fill(path, text.toUtf8()))
+                return path;
+            ++failures;
+        } else if (!place.exists()) {
+            ++failures;
         }
-        if (!place.exists())
-            return QString();
     }
     return QString();
 }
