@@ -14,6 +14,7 @@
 #include "settings/SaveSteps.h"
 #include "settings/StarterSettings.h"
 #include "settings/dialogs/InputHistoryFile.h"
+#include "tests/support/EndAtOnce.h"
 #include "view/AssistFile.h"
 #include "view/LogChooserFile.h"
 
@@ -104,7 +105,7 @@ void endAtStep(int last)
     constexpr int kEnded = 77;
     SaveSteps::setObserver([last, step = 0](SaveSteps::Step) mutable {
         if (step++ == last)
-            std::_Exit(kEnded);
+            endAtOnce(kEnded);
         return true;
     });
 }

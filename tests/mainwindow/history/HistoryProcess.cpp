@@ -12,6 +12,7 @@
 #include "mainwindow/history/ResultLogFile.h"
 
 #include "settings/SaveSteps.h"
+#include "tests/support/EndAtOnce.h"
 
 #include <QCoreApplication>
 
@@ -24,7 +25,7 @@ void endAtStep(int last)
     constexpr int kEnded = 77;
     SaveSteps::setObserver([last, step = 0](SaveSteps::Step) mutable {
         if (step++ == last)
-            std::_Exit(kEnded);
+            endAtOnce(kEnded);
         return true;
     });
 }

@@ -24,6 +24,7 @@
 #include "mainwindow/preview/PreviewSaver.h"
 #include "mainwindow/preview/RescueFile.h"
 #include "settings/SaveSteps.h"
+#include "tests/support/EndAtOnce.h"
 
 #include <QCoreApplication>
 
@@ -37,7 +38,7 @@ void watchSteps(bool links, int last)
     constexpr int kEnded = 77;
     SaveSteps::setObserver([links, last, step = 0](SaveSteps::Step taken) mutable {
         if (step++ == last)
-            std::_Exit(kEnded);
+            endAtOnce(kEnded);
         return links || taken != SaveSteps::Step::LinkForBackup;
     });
 }
