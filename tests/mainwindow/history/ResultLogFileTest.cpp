@@ -379,7 +379,7 @@ void ResultLogFileTest::aKillAtAnyMomentLeavesAWholeLog()
         QVERIFY2(content == "old" || content == whole, content.left(100).constData());
     }
     // Pauses that are too long would stop nothing.
-    QVERIFY2(killed > TestLength::rounds(50, 500) / 10, qPrintable(QString::number(killed)));
+    QVERIFY2(killed > 0, qPrintable(QString::number(killed)));
 }
 
 void ResultLogFileTest::aFolderInTheWayFails()
