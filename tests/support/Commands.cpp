@@ -1,7 +1,10 @@
 #include "tests/support/Commands.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QProcess>
+#include <QRandomGenerator>
+#include <QThread>
 
 namespace {
 
@@ -16,6 +19,26 @@ int Commands::run(const QStringList &command)
     process.start(command.first(), command.mid(1));
     const bool ended = process.waitForFinished(120000);
     return ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+}
+
+quint32 Commands::duration(const QStringList &command)
+{
+    QElapsedTimer elapsed;
+    elapsed.start();
+    run(command);
+    return quint32(elapsed.nsecsElapsed() / 1000) + 1;
+}
+
+bool Commands::killWithin(quint32 microseconds, const QStringList &command)
+{
+    QProcess process;
+    process.start(command.first(), command.mid(1));
+    if (!process.waitForStarted())
+        return false;
+    QThread::usleep(QRandomGenerator::global()->bounded(microseconds));
+    process.kill();
+    process.waitForFinished();
+    return process.exitStatus() == QProcess::CrashExit;
 }
 
 bool Commands::asOrdinaryUser(QStringList &command)
