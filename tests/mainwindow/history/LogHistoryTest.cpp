@@ -185,7 +185,7 @@ void LogHistoryTest::aKillAtAnyMomentLeavesWholeLogs()
     const int rounds = TestLength::rounds(50, 500);
     const ScratchFolder undisturbed;
     const quint32 longest =
-        Commands::duration(saveCommand(undisturbed.path(), QStringLiteral("-"), 99, kLength));
+        Commands::duration(saveCommand(undisturbed.path(), QStringLiteral("-"), 20, kLength));
     int killed = 0;
     int logs = 0;
     for (int i = 0; i < rounds; ++i) {
