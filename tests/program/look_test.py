@@ -33,12 +33,13 @@ class LookTest(ProgramTestCase):
         return sum(row.count(colour) for row in self.pixels())
 
     def settled_pixels(self):
-        """Once nothing changes any more but the caret, which blinks."""
+        """Once it is painted and nothing changes any more but the caret, which blinks."""
         last = []
 
         def is_settled():
             now = self.pixels()
-            settled = last and differences(last[0], now) < 100
+            painted = sum(row.count(STATUS_BAR) for row in now) > 5000
+            settled = painted and last and differences(last[0], now) < 100
             last[:] = [now]
             return settled
         wait_for("a window at rest", is_settled)
