@@ -1,5 +1,6 @@
 #include "settings/DailyBackup.h"
 
+#include "settings/Retry.h"
 #include "settings/SaveSteps.h"
 
 #include <QDateTime>
@@ -50,21 +51,26 @@ bool copyWithDate(const QString &path, const QString &copy)
     return dated && dayOfChange(copy) == dayOfChange(path);
 }
 
-bool drop(const QString &path, int number)
+/// Does not overwrite. Somebody who reads a backup just then costs no generation.
+bool rename(const QString &from, const QString &to)
 {
-    return mayTake(Step::DropBackup) && QFile::remove(generation(path, number));
-}
-
-/// Does not overwrite.
-bool move(const QString &path, int from, int to)
-{
-    return mayTake(Step::ShiftBackup)
-        && QFile::rename(generation(path, from), generation(path, to));
+    return Retry::whileHeld([&] { return QFile::rename(from, to); });
 }
 
 bool exists(const QString &path, int number)
 {
     return QFileInfo::exists(generation(path, number));
+}
+
+bool drop(const QString &path, int number)
+{
+    const QString backup = generation(path, number);
+    return mayTake(Step::DropBackup) && Retry::whileHeld([&] { return QFile::remove(backup); });
+}
+
+bool move(const QString &path, int from, int to)
+{
+    return mayTake(Step::ShiftBackup) && rename(generation(path, from), generation(path, to));
 }
 
 /// Moves every generation up by one. What cannot be moved or removed stays where it
@@ -86,7 +92,7 @@ void shiftAll(const QString &path)
 /// Ends a shift that was cut short: moves up what stands before the gap that it left.
 void closeGap(const QString &path, int gap)
 {
-    for (int i = gap; i > 1 && move(path, i - 1, i);)
+    for (int i = gap; i > 1 && exists(path, i - 1) && move(path, i - 1, i);)
         --i;
 }
 
@@ -116,7 +122,7 @@ void DailyBackup::makeDailyBackup(const QString &path, const QDate &today)
         return;
     }
     QFile::remove(copy);
-    if (!QFile::rename(unfinished, copy))
+    if (!rename(unfinished, copy))
         return;
     const int gap = firstGap(path);
     if (cutShort && gap <= kGenerations)
@@ -125,5 +131,5 @@ void DailyBackup::makeDailyBackup(const QString &path, const QDate &today)
         shiftAll(path);
     // Does not overwrite. A copy that finds no room stays, as after a kill.
     if (mayTake(Step::PlaceBackup))
-        QFile::rename(copy, generation(path, 1));
+        rename(copy, generation(path, 1));
 }

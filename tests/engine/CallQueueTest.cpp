@@ -1,5 +1,7 @@
 #include "engine/CallQueue.h"
 
+#include "tests/support/Patience.h"
+
 #include <QTest>
 #include <QThread>
 
@@ -23,7 +25,7 @@ void CallQueueTest::aCallComesOnTheThreadOfTheQueue()
     QThread *where = nullptr;
     std::thread([&] { queue.add([&where] { where = QThread::currentThread(); }); }).join();
     QVERIFY(where == nullptr);
-    QTRY_COMPARE(where, QThread::currentThread());
+    QTRY_COMPARE_WITH_TIMEOUT(where, QThread::currentThread(), kPatienceMilliseconds);
 }
 
 void CallQueueTest::callsOfAThreadKeepTheirOrder()
@@ -44,7 +46,7 @@ void CallQueueTest::callsOfAThreadKeepTheirOrder()
             }
         });
     }
-    QTRY_COMPARE(all, kThreads * kCalls);
+    QTRY_COMPARE_WITH_TIMEOUT(all, kThreads * kCalls, kPatienceMilliseconds);
     for (std::thread &thread : threads)
         thread.join();
     for (const std::vector<int> &calls : seen) {
@@ -62,7 +64,7 @@ void CallQueueTest::aCallThatACallAddsComesLater()
         seen += QStringLiteral("first");
     });
     queue.add([&] { seen += QStringLiteral("second"); });
-    QTRY_COMPARE(seen.size(), 3);
+    QTRY_COMPARE_WITH_TIMEOUT(seen.size(), 3, kPatienceMilliseconds);
     QCOMPARE(seen.join(QLatin1Char(' ')), QStringLiteral("first second third"));
 }
 
@@ -72,7 +74,7 @@ void CallQueueTest::aCallMayDeleteTheQueue()
     bool last = false;
     queue->add([queue] { delete queue; });
     queue->add([&last] { last = true; });
-    QTRY_VERIFY(last);
+    QTRY_VERIFY_WITH_TIMEOUT(last, kPatienceMilliseconds);
 }
 
 void CallQueueTest::whatIsLeftIsDroppedWithTheQueue()

@@ -1,5 +1,6 @@
 #include "engine/TextGrepCore.h"
 #include "tests/engine_support/EngineRun.h"
+#include "tests/support/Patience.h"
 #include "tests/support/ScratchFolder.h"
 
 #include <QTest>
@@ -63,7 +64,7 @@ void HoldBackTest::aRunThatIsHeldBackLoadsNothingAndThenEverything()
 {
     EngineRun run(heldBack());
     run.start(condition(false));
-    QTRY_VERIFY(m_asked > 10);
+    QTRY_VERIFY_WITH_TIMEOUT(m_asked > 10, kPatienceMilliseconds);
     QCOMPARE(run.searched, 0);
     QVERIFY(run.finishedFlags.isEmpty());
     m_hold = false;
@@ -77,7 +78,7 @@ void HoldBackTest::aLineCountIsHeldBackToo()
 {
     EngineRun run(heldBack());
     run.start(condition(true));
-    QTRY_VERIFY(m_asked > 10);
+    QTRY_VERIFY_WITH_TIMEOUT(m_asked > 10, kPatienceMilliseconds);
     QVERIFY(run.lineCounts.isEmpty());
     m_hold = false;
     QVERIFY(run.waitForEnd());
@@ -88,7 +89,7 @@ void HoldBackTest::anAbortEndsTheWait()
 {
     EngineRun run(heldBack());
     run.start(condition(false));
-    QTRY_VERIFY(m_asked > 10);
+    QTRY_VERIFY_WITH_TIMEOUT(m_asked > 10, kPatienceMilliseconds);
     run.engine()->abort();
     QVERIFY(run.waitForEnd());
     QCOMPARE(run.finishedFlags, QVector<bool>{true});

@@ -1,6 +1,7 @@
 #include "engine/CurrentThread.h"
 #include "tests/engine_support/EngineRun.h"
 #include "tests/engine_support/GatedLister.h"
+#include "tests/support/Patience.h"
 #include "tests/support/ScratchFolder.h"
 
 #include <QSet>
@@ -43,7 +44,7 @@ void ParallelRunTest::foldersAreListedAtOnce()
     EngineRun run(options);
     run.start(searchIn({one.path(), two.path()}));
     // Each stands at the gate with a folder of its own.
-    QTRY_COMPARE(lister->arrived(), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(lister->arrived(), 2, kPatienceMilliseconds);
     lister->open();
     QVERIFY(run.waitForEnd());
     QCOMPARE(run.lists.size(), 2);
@@ -68,7 +69,7 @@ void ParallelRunTest::filesAreLoadedAtOnce()
     };
     EngineRun run(options);
     run.start(searchIn({tree.path()}));
-    QTRY_VERIFY(countThreads() >= 2);
+    QTRY_VERIFY_WITH_TIMEOUT(countThreads() >= 2, kPatienceMilliseconds);
     QVERIFY(run.waitForEnd());
     QCOMPARE(run.lists.size(), 10);
 }

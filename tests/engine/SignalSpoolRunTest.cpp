@@ -5,6 +5,7 @@
 #include "tests/engine_support/SearchRequests.h"
 #include "tests/engine_support/SlowLister.h"
 #include "tests/engine_support/SpoolRun.h"
+#include "tests/support/Patience.h"
 #include "tests/support/ScratchFolder.h"
 
 #include <QTest>
@@ -136,10 +137,10 @@ void SignalSpoolRunTest::everyProgressOfAListFileArrives()
     options.lister = lister;
     SpoolRun run(options);
     run.scan(condition);
-    QTRY_VERIFY(lister->arrived() > 0);
+    QTRY_VERIFY_WITH_TIMEOUT(lister->arrived() > 0, kPatienceMilliseconds);
     // The files are queued before the folders, of which each is counted while
     // it is still in the queue.
-    QTRY_COMPARE(run->topEntryCount(), folders + 2);
+    QTRY_COMPARE_WITH_TIMEOUT(run->topEntryCount(), folders + 2, kPatienceMilliseconds);
     QCOMPARE(run->fileQueueLength(), 2);
     QVERIFY(run->dirQueueLength() > 0);
     QCOMPARE(run->announcedCount(), folders + 2);
@@ -193,7 +194,7 @@ void SignalSpoolRunTest::scanForgetsThreadsAndQueueLengths()
     run->onFileSemaphoreCount(9);
     run.scan(searchIn(tree.path()));
     // Nothing is queued yet, and so nobody has told a length or a count.
-    QTRY_VERIFY(lister->arrived() > 0);
+    QTRY_VERIFY_WITH_TIMEOUT(lister->arrived() > 0, kPatienceMilliseconds);
     QVERIFY(run->threadCounts().isEmpty());
     QCOMPARE(run->dirQueueLength(), 0);
     QCOMPARE(run->fileQueueLength(), 0);
@@ -210,7 +211,7 @@ void SignalSpoolRunTest::aScanInTheMiddleOfARunLeavesNothingOfIt()
     const QString b = second.write(QStringLiteral("b.txt"), "the key\n");
     SpoolRun run(slowListing(5));
     run.scan(searchIn(first.path()));
-    QTRY_VERIFY(!run->threadCounts().isEmpty());
+    QTRY_VERIFY_WITH_TIMEOUT(!run->threadCounts().isEmpty(), kPatienceMilliseconds);
     // This scan stops the first run, whose end then waits in the event queue
     // until the second run has its engine.
     run.scan(searchIn(second.path()));
@@ -234,7 +235,7 @@ void SignalSpoolRunTest::theEngineIsGoneAfterFinished()
     SpoolRun run(watch.options());
     QCOMPARE(watch.enginesOfASpool(), 0);
     run.scan(searchIn(tree.path()));
-    QTRY_VERIFY(lister->arrived() > 0);
+    QTRY_VERIFY_WITH_TIMEOUT(lister->arrived() > 0, kPatienceMilliseconds);
     QCOMPARE(watch.enginesOfASpool(), 1);
     lister->open();
     QVERIFY(run.waitForEnds(1));
@@ -305,7 +306,7 @@ void SignalSpoolRunTest::deletingTheSpoolJoinsTheEngine()
         if (ended)
             QVERIFY(run.waitForEnds(1));
         else
-            QTRY_VERIFY(!run->threadCounts().isEmpty());
+            QTRY_VERIFY_WITH_TIMEOUT(!run->threadCounts().isEmpty(), kPatienceMilliseconds);
         QCOMPARE(watch.enginesOfASpool(), 1);
     }
     QCOMPARE(watch.engines(), 0);
@@ -353,7 +354,7 @@ void SignalSpoolRunTest::abortEndsTheRunWithTrue()
     writeFiftyFolders(tree);
     SpoolRun run(slowListing(20));
     run.scan(linecount ? countIn(tree.path()) : searchIn(tree.path()));
-    QTRY_VERIFY(!run->threadCounts().isEmpty());
+    QTRY_VERIFY_WITH_TIMEOUT(!run->threadCounts().isEmpty(), kPatienceMilliseconds);
     run->abort();
     QVERIFY(run.waitForEnds(1));
     QCOMPARE(linecount ? run.lcntFinishedFlags : run.finishedFlags, QVector<bool>{true});

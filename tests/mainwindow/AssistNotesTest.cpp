@@ -3,6 +3,7 @@
 #include "settings/AppSettings.h"
 #include "settings/KeywordHistory.h"
 #include "settings/dialogs/InputFolderDialog.h"
+#include "tests/support/Patience.h"
 #include "tests/support/ScratchFolder.h"
 #include "view/AssistTextEdit.h"
 #include "view/UserAssistWindow.h"
@@ -109,7 +110,7 @@ void AssistNotesTest::pressF1() const
 {
     // The offscreen platform makes every new window the active one.
     m_dialog->activateWindow();
-    QTRY_COMPARE(QApplication::activeWindow(), m_dialog.get());
+    QTRY_COMPARE_WITH_TIMEOUT(QApplication::activeWindow(), m_dialog.get(), kPatienceMilliseconds);
     QTest::keyClick(m_dialog->findChild<QWidget *>(QStringLiteral("lineEdit")), Qt::Key_F1);
 }
 
@@ -118,7 +119,7 @@ void AssistNotesTest::f1ShowsTheNotesAndHidesThemAgain()
     write(kTwoNotes);
     pressF1();
     // A button that is pressed by its key goes down visibly, and acts then.
-    QTRY_COMPARE(visibleNotes().size(), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(visibleNotes().size(), 2, kPatienceMilliseconds);
     QStringList texts;
     for (const UserAssistWindow *note : visibleNotes()) {
         QCOMPARE(note->parentWidget(), m_dialog.get());
@@ -127,9 +128,9 @@ void AssistNotesTest::f1ShowsTheNotesAndHidesThemAgain()
     texts.sort();
     QCOMPARE(texts, QStringList({QStringLiteral("C:/"), QStringLiteral("Enter")}));
     pressF1();
-    QTRY_VERIFY(visibleNotes().isEmpty());
+    QTRY_VERIFY_WITH_TIMEOUT(visibleNotes().isEmpty(), kPatienceMilliseconds);
     pressF1();
-    QTRY_COMPARE(visibleNotes().size(), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(visibleNotes().size(), 2, kPatienceMilliseconds);
 }
 
 void AssistNotesTest::theButtonDoesWhatF1Does()
@@ -138,7 +139,7 @@ void AssistNotesTest::theButtonDoesWhatF1Does()
     clickHelp();
     QCOMPARE(visibleNotes().size(), 2);
     clickHelp();
-    QTRY_VERIFY(visibleNotes().isEmpty());
+    QTRY_VERIFY_WITH_TIMEOUT(visibleNotes().isEmpty(), kPatienceMilliseconds);
 }
 
 void AssistNotesTest::f1InANoteHidesThem()
@@ -147,7 +148,7 @@ void AssistNotesTest::f1InANoteHidesThem()
     clickHelp();
     QCOMPARE(visibleNotes().size(), 2);
     QTest::keyClick(visibleNotes().first(), Qt::Key_F1);
-    QTRY_VERIFY(visibleNotes().isEmpty());
+    QTRY_VERIFY_WITH_TIMEOUT(visibleNotes().isEmpty(), kPatienceMilliseconds);
     clickHelp();
     QCOMPARE(visibleNotes().size(), 2);
 }

@@ -1,5 +1,7 @@
 #include "mainwindow/DropDown.h"
 
+#include "tests/support/Patience.h"
+
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
@@ -216,7 +218,8 @@ void DropDownTest::anOpenListIsFilledWhenItIsClosed()
     m_list->setItems(QStringList{QStringLiteral("x")} + kPast);
     QCOMPARE(items(), kPast);
     m_combo->hidePopup();
-    QTRY_COMPARE(items(), QStringList{QStringLiteral("x")} + kPast);
+    QTRY_COMPARE_WITH_TIMEOUT(items(), QStringList{QStringLiteral("x")} + kPast,
+                              kPatienceMilliseconds);
     QCOMPARE(m_combo->currentText(), QStringLiteral("oldest"));
 }
 
@@ -233,7 +236,7 @@ void DropDownTest::theLastOfTheWaitingItemsAreTaken()
     QCoreApplication::processEvents();
     QCOMPARE(items(), kPast);
     m_combo->hidePopup();
-    QTRY_COMPARE(items(), QStringList{QStringLiteral("y")});
+    QTRY_COMPARE_WITH_TIMEOUT(items(), QStringList{QStringLiteral("y")}, kPatienceMilliseconds);
 }
 
 void DropDownTest::upAndDownGoOnFromTheText_data()

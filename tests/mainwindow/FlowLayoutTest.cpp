@@ -1,5 +1,7 @@
 #include "mainwindow/FlowLayout.h"
 
+#include "tests/support/Patience.h"
+
 #include <QBoxLayout>
 #include <QtTest>
 
@@ -88,7 +90,7 @@ void FlowLayoutTest::aLayoutAroundItGivesTheRowsTheirHeight()
     // What is around it keeps its place, however low the window is.
     QCOMPARE(m_widget->minimumHeight(), 48);
     window.resize(260, 300);
-    QTRY_COMPARE(m_widget->minimumHeight(), 24);
+    QTRY_COMPARE_WITH_TIMEOUT(m_widget->minimumHeight(), 24, kPatienceMilliseconds);
     m_widget->setParent(nullptr);
 }
 

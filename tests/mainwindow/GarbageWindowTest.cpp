@@ -1,4 +1,5 @@
 #include "tests/mainwindow/WindowTest.h"
+#include "tests/support/Patience.h"
 
 #include "settings/AppSettings.h"
 #include "settings/ShownFont.h"
@@ -216,7 +217,8 @@ void GarbageWindowTest::theWindowWorksAmongAnyFiles()
     QVERIFY(m_fixture->resultText().contains(QStringLiteral("該当ファイル数 1 / 2")));
     // The preview has the colours of whatever language that is.
     QTest::keyClick(m_fixture->resultView(), Qt::Key_Down);
-    QTRY_COMPARE(m_fixture->preview()->toPlainText(), QStringLiteral("an apple\n"));
+    QTRY_COMPARE_WITH_TIMEOUT(m_fixture->preview()->toPlainText(), QStringLiteral("an apple\n"),
+                              kPatienceMilliseconds);
     m_fixture->preview()->grab();
     QVERIFY(WindowFixture::readApplicationFile(QStringLiteral("sarvik.log"))
                 .contains("keyword1:an apple"));

@@ -1,4 +1,5 @@
 #include "tests/mainwindow/WindowTest.h"
+#include "tests/support/Patience.h"
 
 #include <QApplication>
 #include <QMenu>
@@ -94,7 +95,7 @@ void MainWindowBackListTest::aListThatHasBecomeEmptyGoesAtOnce()
     QMenu *menu = back()->menu();
     menu->popup(m_fixture->window().pos());
     QCOMPARE(m_fixture->statusText(), text(kNoLogs));
-    QTRY_VERIFY(!menu->isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(!menu->isVisible(), kPatienceMilliseconds);
     QVERIFY(!QApplication::activePopupWidget());
     QVERIFY(!back()->isEnabled());
 }

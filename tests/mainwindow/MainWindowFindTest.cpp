@@ -1,4 +1,5 @@
 #include "tests/mainwindow/WindowTest.h"
+#include "tests/support/Patience.h"
 
 #include "settings/AppSettings.h"
 
@@ -191,7 +192,8 @@ void MainWindowFindTest::aWordOfTheFindGivesThePlaceBack()
     find(text("nowhere"));
     QCOMPARE(m_fixture->statusText(), text("「nowhere」は見つかりません"));
     messageTimer()->start(0);
-    QTRY_COMPARE(m_fixture->statusText(), place("a.txt", "1:5"));
+    QTRY_COMPARE_WITH_TIMEOUT(m_fixture->statusText(), place("a.txt", "1:5"),
+                              kPatienceMilliseconds);
 }
 
 void MainWindowFindTest::aMessageThatCameMeanwhileStays()
@@ -201,7 +203,7 @@ void MainWindowFindTest::aMessageThatCameMeanwhileStays()
     find(text("nowhere"));
     m_fixture->window().statusBar()->showMessage(text("another one"));
     messageTimer()->start(0);
-    QTRY_VERIFY(!messageTimer()->isActive());
+    QTRY_VERIFY_WITH_TIMEOUT(!messageTimer()->isActive(), kPatienceMilliseconds);
     QCOMPARE(m_fixture->statusText(), text("another one"));
 }
 
@@ -213,7 +215,7 @@ void MainWindowFindTest::noPlaceIsToldOfALineThatIsNone()
     QCOMPARE(m_fixture->statusText(), QString());
     find(text("nowhere"));
     messageTimer()->start(0);
-    QTRY_COMPARE(m_fixture->statusText(), QString());
+    QTRY_COMPARE_WITH_TIMEOUT(m_fixture->statusText(), QString(), kPatienceMilliseconds);
 }
 
 void MainWindowFindTest::aLongTextIsSearchedWhileTheWindowAnswers_data()
@@ -266,7 +268,7 @@ void MainWindowFindTest::aMovedCursorEndsTheSearch()
     find(text(kPattern));
     QVERIFY(isSearching());
     QTest::keyClick(m_fixture->resultView(), Qt::Key_Down);
-    QTRY_COMPARE(m_fixture->statusText(), QString());
+    QTRY_COMPARE_WITH_TIMEOUT(m_fixture->statusText(), QString(), kPatienceMilliseconds);
     QTest::qWait(50);
     QCOMPARE(cursor().blockNumber(), 1);
     QVERIFY(!cursor().hasSelection());
@@ -278,7 +280,7 @@ void MainWindowFindTest::theOtherViewEndsTheSearch()
     find(text(kPattern));
     QVERIFY(isSearching());
     m_fixture->preview()->setFocus();
-    QTRY_COMPARE(m_fixture->statusText(), QString());
+    QTRY_COMPARE_WITH_TIMEOUT(m_fixture->statusText(), QString(), kPatienceMilliseconds);
     QTest::qWait(50);
     QCOMPARE(cursor().position(), 0);
 }
@@ -353,9 +355,10 @@ void MainWindowFindTest::aTextThatStillComesIsNotSearched()
     QCOMPARE(m_fixture->statusText(), text("読み込み中です。終わってから検索してください"));
     const GrepEditor *view = inPreview ? m_fixture->preview() : m_fixture->resultView();
     QVERIFY(!view->textCursor().hasSelection());
-    QTRY_VERIFY(view->document()->blockCount() > 60000);
+    QTRY_VERIFY_WITH_TIMEOUT(view->document()->blockCount() > 60000, kPatienceMilliseconds);
     m_fixture->window().findnext();
-    QTRY_COMPARE(view->textCursor().selectedText(), text("last"));
+    QTRY_COMPARE_WITH_TIMEOUT(view->textCursor().selectedText(), text("last"),
+                              kPatienceMilliseconds);
 }
 
 QTEST_MAIN(MainWindowFindTest)

@@ -1,4 +1,5 @@
 #include "tests/mainwindow/WindowTest.h"
+#include "tests/support/Patience.h"
 
 #include <QAction>
 #include <QApplication>
@@ -98,7 +99,7 @@ void MainWindowHelpTest::theToolkitTellsOfItself()
     });
     closing.start(0);
     m_fixture->child<QAction>("actionAboutQt")->trigger();
-    QTRY_VERIFY(told);
+    QTRY_VERIFY_WITH_TIMEOUT(told, kPatienceMilliseconds);
 }
 
 QTEST_MAIN(MainWindowHelpTest)

@@ -1,5 +1,6 @@
 #include "tests/mainwindow/WindowTest.h"
 #include "tests/support/NativeLines.h"
+#include "tests/support/Patience.h"
 
 #include "settings/AppSettings.h"
 
@@ -294,9 +295,9 @@ void MainWindowHistoryTest::aChosenLogIsLoaded()
             }
             return QModelIndex();
         };
-        chosen = QTest::qWaitFor([&] { return entry().isValid(); });
+        chosen = QTest::qWaitFor([&] { return entry().isValid(); }, kPatienceMilliseconds);
         list->setCurrentIndex(entry());
-        QTest::keyClick(list, Qt::Key_Return);
+        QTest::keyClick(list, chosen ? Qt::Key_Return : Qt::Key_Escape);
     });
     m_fixture->window().openFile();
     QVERIFY(chosen);
@@ -416,7 +417,7 @@ void MainWindowHistoryTest::aTextOfManyPiecesIsShownLetterByLetter()
     QVERIFY(search(text("one")));
     const QString listed = writeLargeLog(logNames().first());
     m_fixture->child<QToolButton>("arrowBackBtn")->menu()->actions().at(0)->trigger();
-    QTRY_COMPARE(m_fixture->resultView()->blockCount(), 60002);
+    QTRY_COMPARE_WITH_TIMEOUT(m_fixture->resultView()->blockCount(), 60002, kPatienceMilliseconds);
     QString shown = m_fixture->resultView()->document()->toRawText();
     QVERIFY(shown.replace(QChar::ParagraphSeparator, QLatin1Char('\n')) == listed);
     QCOMPARE(m_fixture->resultView()->textCursor().position(), 0);

@@ -1,6 +1,7 @@
 #include "settings/AppSettings.h"
 #include "settings/KeywordHistory.h"
 #include "tests/mainwindow/WindowTest.h"
+#include "tests/support/Patience.h"
 
 #include <QAbstractItemView>
 #include <QAction>
@@ -219,7 +220,7 @@ void MainWindowKeysTest::aSwitchTakesNoFocus()
     const int key = widget->shortcut()[0];
     QTest::keyClick(keywordField(), Qt::Key(key & ~Qt::KeyboardModifierMask),
                     Qt::KeyboardModifiers(key & Qt::KeyboardModifierMask));
-    QTRY_VERIFY(switches() != before);
+    QTRY_VERIFY_WITH_TIMEOUT(switches() != before, kPatienceMilliseconds);
     QVERIFY(keywordField()->hasFocus());
     // By Tab it is reached all the same.
     QVERIFY((widget->focusPolicy() & Qt::TabFocus) != 0);

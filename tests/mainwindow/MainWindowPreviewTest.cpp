@@ -1,4 +1,5 @@
 #include "tests/mainwindow/WindowTest.h"
+#include "tests/support/Patience.h"
 
 #include "mainwindow/TextFind.h"
 #include "settings/AppSettings.h"
@@ -527,7 +528,7 @@ void MainWindowPreviewTest::aClickedPlaceIsNotLeftWhenTheRestComes()
     QCOMPARE(previewLine(), 1);
     m_fixture->preview()->setTextCursor(
         QTextCursor(m_fixture->preview()->document()->findBlockByNumber(9)));
-    QTRY_VERIFY(!m_fixture->preview()->isReadOnly());
+    QTRY_VERIFY_WITH_TIMEOUT(!m_fixture->preview()->isReadOnly(), kPatienceMilliseconds);
     QCOMPARE(previewLine(), 10);
 }
 
@@ -554,7 +555,7 @@ void MainWindowPreviewTest::aHitFarDownALargeFileIsGoneTo()
     searchAndSelect(file("a.txt"));
     // Before the file is there, as with a key held down.
     select(text("an apple"));
-    QTRY_COMPARE(previewLine(), 60001);
+    QTRY_COMPARE_WITH_TIMEOUT(previewLine(), 60001, kPatienceMilliseconds);
     QVERIFY(!m_fixture->preview()->isReadOnly());
     QCOMPARE(m_fixture->preview()->line(), 60001);
 }
@@ -596,7 +597,7 @@ void MainWindowPreviewTest::aFileOfOneVeryLongLineIsShownAndSaved()
     searchAndSelect(QString::fromUtf8(content));
     QVERIFY(m_fixture->resultView()->currentLineText().endsWith(QString::fromUtf8(content)));
     GrepEditor *preview = m_fixture->preview();
-    QTRY_VERIFY(!preview->isReadOnly());
+    QTRY_VERIFY_WITH_TIMEOUT(!preview->isReadOnly(), kPatienceMilliseconds);
     QVERIFY(previewText() == QString::fromUtf8(content));
     QCOMPARE(previewLine(), 1);
 

@@ -1,4 +1,5 @@
 #include "tests/mainwindow/WindowTest.h"
+#include "tests/support/Patience.h"
 
 #include "settings/AppSettings.h"
 
@@ -245,7 +246,7 @@ void MainWindowRestoreTest::aLoadedTextIsNotModified()
     m_fixture->resultView()->document()->setModified(true);
     QVERIFY(m_fixture->chooseLog(text("a.log")));
     QVERIFY(!m_fixture->resultView()->document()->isModified());
-    QTRY_COMPARE(m_fixture->resultView()->blockCount(), 60001);
+    QTRY_COMPARE_WITH_TIMEOUT(m_fixture->resultView()->blockCount(), 60001, kPatienceMilliseconds);
     QVERIFY(!m_fixture->resultView()->document()->isModified());
 }
 

@@ -1,4 +1,5 @@
 #include "tests/mainwindow/WindowTest.h"
+#include "tests/support/Patience.h"
 
 #include "settings/AppSettings.h"
 #include "settings/KeywordHistory.h"
@@ -571,7 +572,8 @@ void MainWindowRunTest::aMissingPathIsToldOfASearchWhenItIsSaved()
     const QString gone = m_tree + text("gone/");
     QVERIFY(m_fixture->search(gone, text("*.txt"), text("apple")));
     QCOMPARE(m_fixture->statusText(), text("セーブしました"));
-    QTRY_COMPARE(m_fixture->statusText(), text("検索パスがありません: %1").arg(gone));
+    QTRY_COMPARE_WITH_TIMEOUT(m_fixture->statusText(), text("検索パスがありません: %1").arg(gone),
+                              kPatienceMilliseconds);
     // Said once.
     m_fixture->window().statusBar()->showMessage(m_tree);
     m_fixture->window().statusBar()->clearMessage();
@@ -582,22 +584,23 @@ void MainWindowRunTest::aSingleFileThatIsLeftOutIsTold()
 {
     const QString told = text("対象のファイルが１つだけのため、検索されませんでした");
     QVERIFY(m_fixture->search(m_tree, text("a.txt"), text("apple")));
-    QTRY_COMPARE(m_fixture->statusText(), told);
+    QTRY_COMPARE_WITH_TIMEOUT(m_fixture->statusText(), told, kPatienceMilliseconds);
     QVERIFY(m_fixture->search(m_tree, text("a.txt b.txt"), text("apple")));
-    QTRY_COMPARE(m_fixture->statusText(), QString());
+    QTRY_COMPARE_WITH_TIMEOUT(m_fixture->statusText(), QString(), kPatienceMilliseconds);
 }
 
 void MainWindowRunTest::aSearchThatStartsMeanwhileIsNotTalkedOver()
 {
     QVERIFY(m_fixture->search(m_tree + text("gone/"), text("*.txt"), text("apple")));
     QVERIFY(m_fixture->search(m_tree, text("*.txt"), text("apple")));
-    QTRY_COMPARE(m_fixture->statusText(), QString());
+    QTRY_COMPARE_WITH_TIMEOUT(m_fixture->statusText(), QString(), kPatienceMilliseconds);
 }
 
 void MainWindowRunTest::whenEveryPathIsThereNothingIsTold()
 {
     QVERIFY(m_fixture->search(m_tree, text("*.txt"), text("no such text")));
-    QTRY_VERIFY(m_fixture->statusText() != text("セーブしました"));
+    QTRY_VERIFY_WITH_TIMEOUT(m_fixture->statusText() != text("セーブしました"),
+                             kPatienceMilliseconds);
     QCOMPARE(m_fixture->statusText(), QString());
 }
 

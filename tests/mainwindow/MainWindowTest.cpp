@@ -1,4 +1,5 @@
 #include "tests/mainwindow/WindowTest.h"
+#include "tests/support/Patience.h"
 
 #include "settings/AppSettings.h"
 #include "settings/KeywordHistory.h"
@@ -463,7 +464,7 @@ void MainWindowTest::returnInTheCompletersPopupSearches()
     m_fixture->keyword1()->lineEdit()->selectAll();
     QTest::keyClicks(m_fixture->keyword1(), text("app"));
     QWidget *popup = m_fixture->keyword1()->completer()->popup();
-    QTRY_VERIFY(popup->isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(popup->isVisible(), kPatienceMilliseconds);
     if (choosesEntry)
         QTest::keyClick(popup, Qt::Key_Down);
     QTest::keyClick(popup, Qt::Key_Return);
@@ -539,7 +540,7 @@ void MainWindowTest::aBroadcastBringsAFreshCompleterWithoutSignals()
     QCOMPARE(fresh->completionMode(), QCompleter::PopupCompletion);
     QCOMPARE(fresh->caseSensitivity(), Qt::CaseInsensitive);
     QCOMPARE(fresh->model()->index(0, 0).data().toString(), text("new"));
-    QTRY_VERIFY(former.isNull());
+    QTRY_VERIFY_WITH_TIMEOUT(former.isNull(), kPatienceMilliseconds);
 }
 
 void MainWindowTest::findingGoesAroundTheEnd()
@@ -565,7 +566,7 @@ void MainWindowTest::findingGoesAroundTheEnd()
     auto *timer = m_fixture->window().findChild<QTimer *>(text("findMessageTimer"));
     QCOMPARE(timer->interval(), 5000);
     timer->start(0);
-    QTRY_COMPARE(m_fixture->statusText(), place);
+    QTRY_COMPARE_WITH_TIMEOUT(m_fixture->statusText(), place, kPatienceMilliseconds);
 }
 
 void MainWindowTest::theOtherKeysOfFindingFindToo()

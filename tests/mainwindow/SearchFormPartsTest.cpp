@@ -3,6 +3,7 @@
 #include "icon/Icons.h"
 #include "mainwindow/KeywordEdit.h"
 #include "tests/mainwindow/SearchFormFixture.h"
+#include "tests/support/Patience.h"
 
 #include <QFile>
 #include <QGroupBox>
@@ -204,11 +205,11 @@ void SearchFormPartsTest::aTogglesShortcutClicksIt()
     };
     // A button is seen to go down before it clicks.
     press(Qt::Key_O);
-    QTRY_COMPARE(cases.count(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(cases.count(), 1, kPatienceMilliseconds);
     press(Qt::Key_W);
-    QTRY_COMPARE(words.count(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(words.count(), 1, kPatienceMilliseconds);
     press(Qt::Key_R);
-    QTRY_COMPARE(patterns.count(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(patterns.count(), 1, kPatienceMilliseconds);
     QCOMPARE(cases.count() + words.count(), 2);
 }
 

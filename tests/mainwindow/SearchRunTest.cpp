@@ -258,7 +258,8 @@ void SearchRunTest::anAbortedRunFinishesAsAborted()
 {
     // Large enough to be still under way when the abort is said.
     const ScratchFolder large;
-    for (int i = 0; i < 400; ++i)
+    constexpr int kFiles = 2000;
+    for (int i = 0; i < kFiles; ++i)
         large.write(QStringLiteral("%1.txt").arg(i), QByteArray("needle\n").repeated(2000));
     SearchCondition condition = this->condition(QStringLiteral("n[e]+dle"));
     condition.pathlist = QStringList(large.path());
@@ -272,7 +273,7 @@ void SearchRunTest::anAbortedRunFinishesAsAborted()
     QVERIFY(finished.count() > 0 || finished.wait(kTimeoutMilliseconds));
     QCOMPARE(finished.count(), 1);
     QCOMPARE(finished.first().first().toBool(), true);
-    QVERIFY(run.spool()->searchedCount() < 400);
+    QVERIFY(run.spool()->searchedCount() < kFiles);
     QVERIFY(run.exists());
 }
 
@@ -337,7 +338,13 @@ void SearchRunTest::aRunIsNotWaitedForBeyondItsTime()
     QFETCH(bool, linecount);
     SearchRun run;
     QVERIFY(run.endWithin(0));
-    SearchCondition wanted = condition(QStringLiteral("needle"));
+    // More than is read before the next line is reached, however late that is.
+    const ScratchFolder large;
+    for (int i = 0; i < 1000; ++i)
+        large.write(QStringLiteral("%1.txt").arg(i), QByteArray("needle\n").repeated(2000));
+    SearchCondition wanted = condition(QStringLiteral("n[e]+dle"));
+    wanted.pathlist = QStringList(large.path());
+    wanted.flg = SearchCondition::RegExpFlag;
     wanted.linecount = linecount;
     run.start(wanted);
     QVERIFY(!run.endWithin(0));

@@ -1,5 +1,7 @@
 #include "tests/mainwindow/WindowFixture.h"
 
+#include "tests/support/Patience.h"
+
 #include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
@@ -112,14 +114,20 @@ bool WindowFixture::chooseLog(const QString &name, LogChoice choice)
             return;
         auto *list = dialog->findChild<QAbstractItemView *>(QStringLiteral("listFiles"));
         QModelIndex entry;
-        chosen = QTest::qWaitFor([&] {
-            const QModelIndex root = list->rootIndex();
-            for (int row = 0; row < list->model()->rowCount(root); ++row) {
-                if (list->model()->index(row, 0, root).data().toString() == name)
-                    entry = list->model()->index(row, 0, root);
-            }
-            return entry.isValid();
-        });
+        chosen = QTest::qWaitFor(
+            [&] {
+                const QModelIndex root = list->rootIndex();
+                for (int row = 0; row < list->model()->rowCount(root); ++row) {
+                    if (list->model()->index(row, 0, root).data().toString() == name)
+                        entry = list->model()->index(row, 0, root);
+                }
+                return entry.isValid();
+            },
+            kPatienceMilliseconds);
+        if (!entry.isValid()) {
+            QTest::keyClick(list, Qt::Key_Escape);
+            return;
+        }
         list->setCurrentIndex(entry);
         if (choice == LogChoice::AcceptWhatIsGone)
             chosen = QFile::remove(logDirectory().filePath(name)) && chosen;

@@ -71,7 +71,10 @@ class Screen:
         self.manager = subprocess.Popen(
             ["openbox"], env=self.environment,
             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        # A window that comes while the manager starts may stay hidden.
+        self.wait_for_manager()
+
+    def wait_for_manager(self):
+        """A window that comes while it starts may stay hidden."""
         wait_for("the window manager", lambda: self.tool("get_num_desktops"))
 
     def close(self):

@@ -47,6 +47,7 @@ class SharedScreen(Screen):
         self.environment = dict(os.environ)
         self.manager = subprocess.Popen(["openbox"], env=self.environment,
                                         stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.wait_for_manager()
 
     def close(self):
         self.manager.terminate()
@@ -163,11 +164,13 @@ class WindowsProgramTest(unittest.TestCase):
         subprocess.run(["wine", SENDER], env=self.screen.environment, check=True,
                        stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
                        stderr=subprocess.DEVNULL)
-        time.sleep(1)
-        self.program.keys("ctrl+k")
-        self.program.keys("Down")
-        self.program.search()
-        self.assertIn("\r\nkeyword1:fromanother\r\n", self.log_bytes().decode("utf-8"))
+
+        def found():
+            self.program.keys("ctrl+k")
+            self.program.keys("Down")
+            self.program.search()
+            return "\r\nkeyword1:fromanother\r\n" in self.log_bytes().decode("utf-8")
+        wait_for("the other's keyword", found)
         self.assertEqual(self.program.quit(), 0)
 
     def test_a_share_is_searched_and_opened(self):

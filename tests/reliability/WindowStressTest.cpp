@@ -1,17 +1,14 @@
 #include "tests/mainwindow/WindowFixture.h"
 
 #include "settings/AppSettings.h"
+#include "tests/support/ProcessMemory.h"
 #include "tests/support/TestLength.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QTest>
 #include <QTextDocument>
 
 #include <random>
-
-#include <malloc.h>
-#include <unistd.h>
 
 /// What an impatient user does to the window while it searches.
 class WindowStressTest : public QObject {
@@ -43,14 +40,6 @@ constexpr int kHitsInAFile = 3;
 void invoke(MainWindow &window, const char *slot)
 {
     QVERIFY2(QMetaObject::invokeMethod(&window, slot, Qt::DirectConnection), slot);
-}
-
-qint64 residentBytes()
-{
-    ::malloc_trim(0);
-    QFile statm(QStringLiteral("/proc/self/statm"));
-    statm.open(QIODevice::ReadOnly);
-    return statm.readAll().split(' ').value(1).toLongLong() * ::sysconf(_SC_PAGESIZE);
 }
 
 } // namespace
@@ -159,9 +148,9 @@ void WindowStressTest::searchesLeaveNoMemoryBehind()
         QVERIFY(m_fixture.search(folder, QStringLiteral("*.txt"),
                                  QStringLiteral("needle|%1").arg(i).left(6 + i % 3)));
         if (i == warmUp)
-            before = residentBytes();
+            before = ProcessMemory::ownBytes();
     }
-    const qint64 after = residentBytes();
+    const qint64 after = ProcessMemory::ownBytes();
     qInfo("%lld bytes, %lld after the first %d", after, before, warmUp);
     QVERIFY2(after <= before + before / 10, qPrintable(QString::number(after)));
     m_fixture.close();

@@ -133,9 +133,11 @@ QString tagIn(const QString &kind, const QByteArray &content)
     return tags.join(QLatin1Char('|'));
 }
 
+/// Opens no other file: on Windows that would stop somebody who moves it just then.
 QString tagOf(const QString &kind, const QString &folder)
 {
-    return tagIn(kind, filesIn(folder).value(fileOf(kind)));
+    QFile file(folder + fileOf(kind));
+    return tagIn(kind, file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray());
 }
 
 /// Windows lets nobody open a file at the moment at which it is replaced; a reader

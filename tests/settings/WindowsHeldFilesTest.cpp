@@ -1,9 +1,12 @@
 #include "settings/AppSettings.h"
+#include "settings/DailyBackup.h"
 #include "settings/IniFile.h"
 #include "settings/KeywordHistory.h"
+#include "tests/support/FileTime.h"
 #include "tests/support/ScratchFolder.h"
 #include "tests/support/WindowsLock.h"
 
+#include <QDate>
 #include <QDir>
 #include <QTest>
 
@@ -18,6 +21,7 @@ private slots:
     void aFileHeldForGoodStaysWhole_data();
     void aFileHeldForGoodStaysWhole();
     void aFileHeldForAMomentIsRead();
+    void aBackupHeldForAMomentIsMoved();
     void settingsHeldForGoodAreSavedLater();
     void settingsThatCouldNotBeReadAreNotSavedOver();
     void aKeywordHistoryHeldForGoodIsSavedLater();
@@ -103,6 +107,21 @@ void WindowsHeldFilesTest::aFileHeldForAMomentIsRead()
     const auto document = IniFile(path, IniDocument::Form::Utf8).tryRead();
     QVERIFY(document.has_value());
     QCOMPARE(document->text(QStringLiteral("key"), QString()), QStringLiteral("old"));
+}
+
+void WindowsHeldFilesTest::aBackupHeldForAMomentIsMoved()
+{
+    const ScratchFolder folder;
+    const QString path = folder.write(kFile, "[General]\r\nkey=old\r\n");
+    const QDate today = QDate::currentDate();
+    FileTime::setDayOfChange(path, today.addDays(-1));
+    const QString newest = folder.write(QStringLiteral("a.ini.bak1"), "older");
+    FileTime::setDayOfChange(newest, today.addDays(-2));
+    const WindowsLock lock(newest, FILE_SHARE_READ, kMomentMilliseconds);
+    QVERIFY(lock.isHeld());
+    DailyBackup::makeDailyBackup(path);
+    QVERIFY(folder.read(QStringLiteral("a.ini.bak1")).contains("key=old"));
+    QCOMPARE(folder.read(QStringLiteral("a.ini.bak2")), QByteArray("older"));
 }
 
 void WindowsHeldFilesTest::settingsHeldForGoodAreSavedLater()

@@ -1,7 +1,6 @@
 #include "tests/support/Commands.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QThread>
@@ -21,15 +20,7 @@ int Commands::run(const QStringList &command)
     return ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
 }
 
-quint32 Commands::duration(const QStringList &command)
-{
-    QElapsedTimer elapsed;
-    elapsed.start();
-    run(command);
-    return quint32(elapsed.nsecsElapsed() / 1000) + 1;
-}
-
-bool Commands::killWithin(quint32 microseconds, const QStringList &command)
+bool Commands::killWithin(quint32 &microseconds, const QStringList &command)
 {
     QProcess process;
     process.start(command.first(), command.mid(1));
@@ -38,7 +29,9 @@ bool Commands::killWithin(quint32 microseconds, const QStringList &command)
     QThread::usleep(QRandomGenerator::global()->bounded(microseconds));
     process.kill();
     process.waitForFinished();
-    return process.exitStatus() == QProcess::CrashExit;
+    const bool killed = process.exitStatus() == QProcess::CrashExit;
+    microseconds = killed ? microseconds + microseconds / 8 : microseconds / 2 + 1;
+    return killed;
 }
 
 bool Commands::asOrdinaryUser(QStringList &command)

@@ -9,12 +9,13 @@ namespace Commands {
 /// The exit code, or -1 when there is none.
 int run(const QStringList &command);
 
-/// Microseconds that the command takes from its start to its end; at least 1.
-quint32 duration(const QStringList &command);
-
 /// Starts the command and kills it at a moment before these microseconds are over.
-/// False when it had ended by itself.
-bool killWithin(quint32 microseconds, const QStringList &command);
+/// False when it had ended by itself. Makes them more after a kill and less after an
+/// end, so that many kills find by themselves how long the command takes just then.
+bool killWithin(quint32 &microseconds, const QStringList &command);
+
+/// Where such kills begin.
+constexpr quint32 kFirstKillMicroseconds = 20000;
 
 /// Changes command so that somebody without the super-user's rights runs it; false
 /// when that is not possible.

@@ -1,5 +1,7 @@
 #include "view/FocusEdge.h"
 
+#include "tests/support/Patience.h"
+
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
@@ -91,11 +93,11 @@ void FocusEdgeTest::theEdgeIsPaintedWhenTheFocusComesAndGoes()
     QTest::qWait(50);
     count.paints = 0;
     m_view->setFocus();
-    QTRY_VERIFY(count.paints > 0);
+    QTRY_VERIFY_WITH_TIMEOUT(count.paints > 0, kPatienceMilliseconds);
     QTest::qWait(50);
     count.paints = 0;
     m_other->setFocus();
-    QTRY_VERIFY(count.paints > 0);
+    QTRY_VERIFY_WITH_TIMEOUT(count.paints > 0, kPatienceMilliseconds);
     m_view->removeEventFilter(&count);
 }
 

@@ -1,6 +1,7 @@
 #include "view/GrepEditor.h"
 
 #include "settings/AppSettings.h"
+#include "tests/support/Patience.h"
 #include "view/Highlighter.h"
 
 #include <QInputMethodEvent>
@@ -245,7 +246,8 @@ void GrepEditorPaintTest::theCaretHasTheCursorColour()
     const QRect caret = view.cursorRect();
     const QColor colour = AppSettings::instance().cursorcolor;
     // It may be in the dark half of its blinking.
-    QTRY_COMPARE(count(view.picture(), caret, colour), 3 * caret.height());
+    QTRY_COMPARE_WITH_TIMEOUT(count(view.picture(), caret, colour), 3 * caret.height(),
+                              kPatienceMilliseconds);
     QCOMPARE(count(view.picture(), view.rect(), colour), 3 * caret.height());
 }
 

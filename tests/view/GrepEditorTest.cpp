@@ -1,6 +1,7 @@
 #include "view/GrepEditor.h"
 
 #include "settings/AppSettings.h"
+#include "tests/support/Patience.h"
 #include "tests/support/RecordingHost.h"
 #include "tests/support/RecordingLauncher.h"
 
@@ -415,7 +416,7 @@ void GrepEditorTest::theContextMenuOpens()
     QCOMPARE(menu->actions().size(), 3);
     QSignalSpy destroyed(menu, &QObject::destroyed);
     menu->close();
-    QTRY_COMPARE(destroyed.count(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(destroyed.count(), 1, kPatienceMilliseconds);
 }
 
 QTEST_MAIN(GrepEditorTest)

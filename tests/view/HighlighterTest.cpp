@@ -1,6 +1,7 @@
 #include "view/Highlighter.h"
 
 #include "settings/AppSettings.h"
+#include "tests/support/Patience.h"
 #include "tests/support/ScratchFolder.h"
 #include "view/BlockData.h"
 
@@ -374,9 +375,9 @@ void HighlighterTest::nestedCommentsThatChangeColourTheLinesBehind()
     make("/*\na\nb\n*/\nint", "c");
     QCOMPARE(colours(), text("cc\nc\nc\ncc\nkkk"));
     insert(line(1).position(), "/*");
-    QTRY_COMPARE(colours(), text("cc\nccc\nc\ncc\nccc"));
+    QTRY_COMPARE_WITH_TIMEOUT(colours(), text("cc\nccc\nc\ncc\nccc"), kPatienceMilliseconds);
     erase(line(1).position(), 2);
-    QTRY_COMPARE(colours(), text("cc\nc\nc\ncc\nkkk"));
+    QTRY_COMPARE_WITH_TIMEOUT(colours(), text("cc\nc\nc\ncc\nkkk"), kPatienceMilliseconds);
 }
 
 void HighlighterTest::findsColourTheWholeTextAgain()

@@ -3,6 +3,7 @@
 #include "settings/AppSettings.h"
 #include "settings/KeywordHistory.h"
 #include "tests/support/AnsweringPrompt.h"
+#include "tests/support/Patience.h"
 #include "tests/support/ScratchFolder.h"
 #include "view/AssistTextEdit.h"
 #include "view/UserAssistWindow.h"
@@ -120,7 +121,8 @@ void UserAssistTest::blanksAroundThePathDoNotCount()
     const UserAssist assist(text(" \t") + write(kTwoNotes) + text(" \n"), m_parent.get());
     QCOMPARE(assist.windows().size(), std::size_t(2));
     assist.windows().front()->resize(220, 120);
-    QTRY_VERIFY(m_folder->read(text("a.help")).contains("window=30, 40, 220, 120"));
+    QTRY_VERIFY_WITH_TIMEOUT(m_folder->read(text("a.help")).contains("window=30, 40, 220, 120"),
+                             kPatienceMilliseconds);
 }
 
 void UserAssistTest::aMissingFileShowsNothing()

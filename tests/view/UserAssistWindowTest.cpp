@@ -2,6 +2,7 @@
 
 #include "settings/AppSettings.h"
 #include "settings/KeywordHistory.h"
+#include "tests/support/Patience.h"
 #include "tests/support/ScratchFolder.h"
 #include "view/AssistTextEdit.h"
 
@@ -262,7 +263,8 @@ void UserAssistWindowTest::resizesInARowEndWithTheLast()
     UserAssistWindow *window = show();
     for (int width = 301; width <= 340; ++width)
         window->resize(width, 200);
-    QTRY_COMPARE(windowInFile(), QByteArray("30, 40, 340, 200"));
+    QTRY_COMPARE_WITH_TIMEOUT(windowInFile(), QByteArray("30, 40, 340, 200"),
+                              kPatienceMilliseconds);
 
     window->resize(350, 200);
     window->resize(360, 200);

@@ -1,6 +1,7 @@
 #include "view/VisibleColouring.h"
 
 #include "settings/AppSettings.h"
+#include "tests/support/Patience.h"
 #include "tests/support/ScratchFolder.h"
 #include "view/Highlighter.h"
 
@@ -133,7 +134,7 @@ void VisibleColouringTest::aFindIsShownAtOnce()
     m_view->grab();
     QCOMPARE(lastColouredUnit(3), 2);
     m_highlighter->setFind(QRegExp(text("b")));
-    QTRY_COMPARE(lastColouredUnit(3), 6);
+    QTRY_COMPARE_WITH_TIMEOUT(lastColouredUnit(3), 6, kPatienceMilliseconds);
 }
 
 void VisibleColouringTest::anOpenedCommentIsShownAtOnce()
@@ -141,9 +142,9 @@ void VisibleColouringTest::anOpenedCommentIsShownAtOnce()
     m_view->grab();
     QCOMPARE(lastColouredUnit(5), 2);
     QTest::keyClicks(m_view.get(), text("/*"));
-    QTRY_COMPARE(lastColouredUnit(5), 8);
+    QTRY_COMPARE_WITH_TIMEOUT(lastColouredUnit(5), 8, kPatienceMilliseconds);
     QTest::keyClick(m_view.get(), Qt::Key_Backspace);
-    QTRY_COMPARE(lastColouredUnit(5), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(lastColouredUnit(5), 2, kPatienceMilliseconds);
 }
 
 void VisibleColouringTest::everyVisibleLineIsColoured_data()
@@ -194,14 +195,24 @@ void VisibleColouringTest::aWrappedLineIsColouredWhole()
 
 void VisibleColouringTest::paintingComesToRest()
 {
+    // A caret that blinks paints, too.
+    const int flashTime = QApplication::cursorFlashTime();
+    QApplication::setCursorFlashTime(0);
     PaintCounter paints(m_view->viewport());
     m_highlighter->setFind(QRegExp(text("c")));
-    QTest::qWait(200);
-    const int count = paints.count();
-    QVERIFY(count > 0);
-    QTest::qWait(200);
-    // The cursor may have blinked meanwhile.
-    QVERIFY(paints.count() <= count + 1);
+    QTRY_VERIFY_WITH_TIMEOUT(paints.count() > 0, kPatienceMilliseconds);
+    int count = -1;
+    const bool rests = QTest::qWaitFor(
+        [&] {
+            const bool same = count == paints.count();
+            count = paints.count();
+            if (!same)
+                QTest::qWait(200);
+            return same;
+        },
+        kPatienceMilliseconds);
+    QApplication::setCursorFlashTime(flashTime);
+    QVERIFY(rests);
 }
 
 void VisibleColouringTest::eachPieceOfALongLineIsATurnOfItsOwn()
@@ -219,7 +230,7 @@ void VisibleColouringTest::eachPieceOfALongLineIsATurnOfItsOwn()
     QTimer betweenPieces;
     connect(&betweenPieces, &QTimer::timeout, this, [&] { ++others; });
     betweenPieces.start(0);
-    QTRY_VERIFY_WITH_TIMEOUT(isColoured(kLines - 1), 60000);
+    QTRY_VERIFY_WITH_TIMEOUT(isColoured(kLines - 1), kPatienceMilliseconds);
     // As many units as may be on screen, at least.
     const int pieces = 4096 / LineFinder::kPiece;
     QVERIFY2(paints.count() >= kLines * pieces, qPrintable(QString::number(paints.count())));

@@ -3,6 +3,7 @@
 #include "settings/AppSettings.h"
 #include "settings/KeywordHistory.h"
 #include "tests/support/FileTime.h"
+#include "tests/support/Patience.h"
 #include "tests/support/ScratchFolder.h"
 #include "tests/support/SymbolicLink.h"
 
@@ -81,7 +82,7 @@ public:
             }
             return false;
         };
-        if (!QTest::qWaitFor(isThere))
+        if (!QTest::qWaitFor(isThere, kPatienceMilliseconds))
             qFatal("the list has no %s", qPrintable(name));
         return found;
     }
@@ -235,7 +236,7 @@ void fileDialogTest::theTreeShowsFoldersOnly()
     QCOMPARE(shown.folderModel()->rootPath(), QString());
     QVERIFY(!shown.tree()->rootIndex().isValid());
     const QModelIndex start = shown.tree()->currentIndex();
-    QTRY_COMPARE(shown.folderModel()->rowCount(start), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(shown.folderModel()->rowCount(start), 1, kPatienceMilliseconds);
     QCOMPARE(shown.folderModel()->fileName(shown.folderModel()->index(0, 0, start)),
              text("folder"));
 }
@@ -260,7 +261,7 @@ void fileDialogTest::theStartFolderIsTheTreesCurrentEntry()
         const QRect row = shown.tree()->visualRect(shown.tree()->currentIndex());
         return shown.tree()->viewport()->rect().intersects(row);
     };
-    QTRY_VERIFY(isInSight());
+    QTRY_VERIFY_WITH_TIMEOUT(isInSight(), kPatienceMilliseconds);
 }
 
 void fileDialogTest::theStartFolderStaysInSightAmongManyOthers()
@@ -270,12 +271,12 @@ void fileDialogTest::theStartFolderStaysInSightAmongManyOthers()
     const QString start = logs() + text("/many/250");
     const Shown shown(start);
     const QModelIndex parent = shown.tree()->currentIndex().parent();
-    QTRY_COMPARE(shown.folderModel()->rowCount(parent), 300);
+    QTRY_COMPARE_WITH_TIMEOUT(shown.folderModel()->rowCount(parent), 300, kPatienceMilliseconds);
     const auto isInSight = [&shown] {
         const QRect row = shown.tree()->visualRect(shown.tree()->currentIndex());
         return shown.tree()->viewport()->rect().contains(row.center());
     };
-    QTRY_VERIFY(isInSight());
+    QTRY_VERIFY_WITH_TIMEOUT(isInSight(), kPatienceMilliseconds);
     QCOMPARE(shown.treeFolder(), start);
     // The tree is the user's from the first touch on.
     QTest::keyClick(shown.tree(), Qt::Key_Up);
@@ -284,7 +285,7 @@ void fileDialogTest::theStartFolderStaysInSightAmongManyOthers()
     QTest::qWait(50);
     shown.tree()->scrollToTop();
     m_folders->logs.makeFolder(text("many/0000"));
-    QTRY_COMPARE(shown.folderModel()->rowCount(parent), 301);
+    QTRY_COMPARE_WITH_TIMEOUT(shown.folderModel()->rowCount(parent), 301, kPatienceMilliseconds);
     QTest::qWait(50);
     QVERIFY(above == shown.tree()->currentIndex());
     QVERIFY(!isInSight());
@@ -313,7 +314,8 @@ void fileDialogTest::theListShowsFilesAndFoldersOfTheStartFolder()
     QCOMPARE(shown.shownFolder(), logs());
     shown.entry(text("one.log"));
     shown.entry(text("folder"));
-    QTRY_COMPARE(shown.fileModel()->rowCount(shown.list()->rootIndex()), 3);
+    QTRY_COMPARE_WITH_TIMEOUT(shown.fileModel()->rowCount(shown.list()->rootIndex()), 3,
+                              kPatienceMilliseconds);
 }
 
 void fileDialogTest::theListHasNoDecoration()
@@ -336,13 +338,13 @@ void fileDialogTest::theNewestFileComesFirst()
     age("three.log", 2);
     const Shown shown(logs());
     const QStringList newestFirst{text("one.log"), text("three.log"), text("two.log")};
-    QTRY_COMPARE(shown.logNames(), newestFirst);
+    QTRY_COMPARE_WITH_TIMEOUT(shown.logNames(), newestFirst, kPatienceMilliseconds);
     // In every folder that is shown.
     age("folder/three.log", 5);
     m_folders->logs.write(text("folder/zz.log"), "x");
     shown.doubleClick(text("folder"));
     const QStringList inFolder{text("zz.log"), text("three.log")};
-    QTRY_COMPARE(shown.logNames(), inFolder);
+    QTRY_COMPARE_WITH_TIMEOUT(shown.logNames(), inFolder, kPatienceMilliseconds);
 }
 
 void fileDialogTest::theListHasTheFocusAndItsNewestLogIsSelected()
@@ -356,13 +358,14 @@ void fileDialogTest::theListHasTheFocusAndItsNewestLogIsSelected()
     const Shown shown(logs());
     QVERIFY(shown.list()->hasFocus());
     QCOMPARE(shown.treeFolder(), logs());
-    QTRY_COMPARE(shown.dialog.currentPath(), m_folders->logs.filePath(text("two.log")));
+    QTRY_COMPARE_WITH_TIMEOUT(shown.dialog.currentPath(), m_folders->logs.filePath(text("two.log")),
+                              kPatienceMilliseconds);
     QVERIFY(shown.list()->selectionModel()->isSelected(shown.list()->currentIndex()));
     QCOMPARE(shown.preview()->toPlainText(), text("other"));
     // One that comes later is newer.
     const QString newest = write("three.log", "newest");
     makeNewer(newest, 3);
-    QTRY_COMPARE(shown.dialog.currentPath(), newest);
+    QTRY_COMPARE_WITH_TIMEOUT(shown.dialog.currentPath(), newest, kPatienceMilliseconds);
     // From here on the choice is the user's.
     QTest::keyClick(shown.list(), Qt::Key_Down);
     QCOMPARE(shown.dialog.currentPath(), m_folders->logs.filePath(text("two.log")));
@@ -377,7 +380,7 @@ void fileDialogTest::theFirstEntryIsSelectedWhenTheListGetsTheFocus()
     const Shown shown(logs());
     shown.entry(text("folder"));
     const QModelIndex start = shown.tree()->currentIndex();
-    QTRY_COMPARE(shown.folderModel()->rowCount(start), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(shown.folderModel()->rowCount(start), 1, kPatienceMilliseconds);
     QTest::keyClick(shown.list(), Qt::Key_Backtab);
     QVERIFY(shown.tree()->hasFocus());
     QTest::keyClick(shown.tree(), Qt::Key_Down);
@@ -421,10 +424,10 @@ void fileDialogTest::theListIsSortedByWhatItsHeaderIsClickedFor()
     click();
     if (header->sortIndicatorOrder() == Qt::DescendingOrder)
         click();
-    QTRY_COMPARE(shown.logNames(), names);
+    QTRY_COMPARE_WITH_TIMEOUT(shown.logNames(), names, kPatienceMilliseconds);
     click();
     std::reverse(names.begin(), names.end());
-    QTRY_COMPARE(shown.logNames(), names);
+    QTRY_COMPARE_WITH_TIMEOUT(shown.logNames(), names, kPatienceMilliseconds);
 }
 
 void fileDialogTest::theDateIsShownWhole()
@@ -437,7 +440,8 @@ void fileDialogTest::theDateIsShownWhole()
     // The first size, or what the screen has room for.
     QVERIFY(shown.dialog.width() <= 808);
     const QHeaderView *header = shown.list()->header();
-    QTRY_VERIFY(header->sectionSize(3) >= shown.contentWidth(3));
+    QTRY_VERIFY_WITH_TIMEOUT(header->sectionSize(3) >= shown.contentWidth(3),
+                             kPatienceMilliseconds);
     QVERIFY(header->sectionViewportPosition(3) + header->sectionSize(3)
             <= shown.list()->viewport()->width());
 }
@@ -554,7 +558,7 @@ void fileDialogTest::enterInTheTreeShowsTheFolder()
     const Shown shown(logs());
     shown.select(text("one.log"));
     const QModelIndex start = shown.tree()->currentIndex();
-    QTRY_COMPARE(shown.folderModel()->rowCount(start), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(shown.folderModel()->rowCount(start), 1, kPatienceMilliseconds);
     shown.tree()->setCurrentIndex(shown.folderModel()->index(0, 0, start));
     QTest::keyClick(shown.tree(), Qt::Key_Return);
     QVERIFY(shown.dialog.isVisible());
@@ -566,7 +570,7 @@ void fileDialogTest::clickingAFolderInTheTreeShowsIt()
     const Shown shown(logs());
     shown.select(text("one.log"));
     const QModelIndex start = shown.tree()->currentIndex();
-    QTRY_COMPARE(shown.folderModel()->rowCount(start), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(shown.folderModel()->rowCount(start), 1, kPatienceMilliseconds);
     const QModelIndex folder = shown.folderModel()->index(0, 0, start);
     shown.tree()->scrollTo(folder);
     QTest::mouseClick(shown.tree()->viewport(), Qt::LeftButton, Qt::NoModifier,

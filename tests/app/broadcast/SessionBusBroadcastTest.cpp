@@ -1,5 +1,6 @@
 #include "app/broadcast/NativeEventFilter.h"
 #include "tests/app/broadcast/SessionBus.h"
+#include "tests/support/Patience.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -117,7 +118,7 @@ void SessionBusBroadcastTest::aSignalOnTheBusIsHeard()
     broadcast(bus, kOtherThread, 7);
     broadcast(bus, 1, 0xFFFFFFFF);
     const QList<QPair<uint, uint>> expected{{kOtherThread, 7}, {1, 0xFFFFFFFF}};
-    QTRY_COMPARE(listener.heard(), expected);
+    QTRY_COMPARE_WITH_TIMEOUT(listener.heard(), expected, kPatienceMilliseconds);
 }
 
 void SessionBusBroadcastTest::theBusInTheRuntimeFolderIsFound()
@@ -137,7 +138,7 @@ void SessionBusBroadcastTest::aSignalOfTheOwnThreadIsIgnored()
     broadcast(bus, BroadcastChannel::currentThreadId(), 1);
     // The bus keeps the order: what comes later has overtaken nothing.
     broadcast(bus, kOtherThread, 2);
-    QTRY_VERIFY(!listener.heard().isEmpty());
+    QTRY_VERIFY_WITH_TIMEOUT(!listener.heard().isEmpty(), kPatienceMilliseconds);
     QCOMPARE(listener.heard(), (QList<QPair<uint, uint>>{{kOtherThread, 2}}));
 }
 
@@ -165,7 +166,7 @@ void SessionBusBroadcastTest::aSignalWithOtherArgumentsIsIgnored()
     bus.send(QStringLiteral("/sarvedit/broadcast"), QStringLiteral("sarvedit.broadcast.message"),
              arguments);
     broadcast(bus, kOtherThread, 2);
-    QTRY_VERIFY(!listener.heard().isEmpty());
+    QTRY_VERIFY_WITH_TIMEOUT(!listener.heard().isEmpty(), kPatienceMilliseconds);
     QCOMPARE(listener.heard(), (QList<QPair<uint, uint>>{{kOtherThread, 2}}));
 }
 
@@ -191,7 +192,7 @@ void SessionBusBroadcastTest::aSignalOfAnotherNameIsIgnored()
     QVERIFY(listener.waitUntilItListens(bus));
     bus.send(path, member, {number(kOtherThread), number(1)});
     broadcast(bus, kOtherThread, 2);
-    QTRY_VERIFY(!listener.heard().isEmpty());
+    QTRY_VERIFY_WITH_TIMEOUT(!listener.heard().isEmpty(), kPatienceMilliseconds);
     QCOMPARE(listener.heard(), (QList<QPair<uint, uint>>{{kOtherThread, 2}}));
 }
 
@@ -208,8 +209,8 @@ void SessionBusBroadcastTest::everyFilterHears()
     QVERIFY(first.waitUntilItListens(bus));
     QVERIFY(second.waitUntilItListens(bus));
     broadcast(bus, kOtherThread, 2);
-    QTRY_COMPARE(first.heard().size(), 1);
-    QTRY_COMPARE(second.heard().size(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(first.heard().size(), 1, kPatienceMilliseconds);
+    QTRY_COMPARE_WITH_TIMEOUT(second.heard().size(), 1, kPatienceMilliseconds);
 }
 
 void SessionBusBroadcastTest::aBusThatBreaksOffIsNotMissed()

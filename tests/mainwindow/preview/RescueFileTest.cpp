@@ -1,6 +1,7 @@
 #include "mainwindow/preview/RescueFile.h"
 
 #include "tests/support/Commands.h"
+#include "tests/support/Patience.h"
 #include "tests/support/ScratchFolder.h"
 #include "tests/support/SmallDisk.h"
 #include "tests/support/TestLength.h"
@@ -128,7 +129,8 @@ void RescueFileTest::aKillAtAnyMomentLeavesWholeTexts()
         m_folder = std::make_unique<ScratchFolder>();
         QProcess process;
         process.start(QStringLiteral(PREVIEW_PROCESS), {QStringLiteral("--rescue"), folder()});
-        QTRY_VERIFY(!QDir(folder()).entryList(QDir::Files).isEmpty());
+        QTRY_VERIFY_WITH_TIMEOUT(!QDir(folder()).entryList(QDir::Files).isEmpty(),
+                                 kPatienceMilliseconds);
         QThread::usleep(QRandomGenerator::global()->bounded(20000u));
         process.kill();
         QVERIFY(process.waitForFinished());

@@ -1,5 +1,7 @@
 #include "settings/dialogs/ClickThrough.h"
 
+#include "tests/support/Patience.h"
+
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QCompleter>
@@ -52,7 +54,7 @@ void ClickThroughTest::init()
     QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
     m_field->setFocus();
     QTest::keyClicks(m_field, QStringLiteral("appl"));
-    QTRY_VERIFY(list()->isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(list()->isVisible(), kPatienceMilliseconds);
 }
 
 void ClickThroughTest::click(const QWidget *target, const QPoint &place)

@@ -7,6 +7,7 @@
 #include "settings/dialogs/TableView.h"
 #include "tests/settings/dialogs/InputFolderDialogFixture.h"
 #include "tests/support/AnsweringPrompt.h"
+#include "tests/support/Patience.h"
 #include "tests/support/ScratchFolder.h"
 
 #include <QApplication>
@@ -450,12 +451,12 @@ void InputFolderDialogTest::f1OpensAndClosesTheHelp()
     const Shown shown("ab");
     // A button that is pressed by its key goes down visibly, and acts then.
     shown.press(Qt::Key_F1);
-    QTRY_VERIFY(help);
+    QTRY_VERIFY_WITH_TIMEOUT(help, kPatienceMilliseconds);
     shown.press(Qt::Key_F1);
-    QTRY_VERIFY(!help);
+    QTRY_VERIFY_WITH_TIMEOUT(!help, kPatienceMilliseconds);
     QCOMPARE(opened, 1);
     shown.press(Qt::Key_F1);
-    QTRY_VERIFY(help);
+    QTRY_VERIFY_WITH_TIMEOUT(help, kPatienceMilliseconds);
     QCOMPARE(opened, 2);
 }
 
@@ -471,7 +472,7 @@ void InputFolderDialogTest::theHelpClosesWhenItAsksTo()
     const Shown shown("ab");
     shown.click(shown.button("btnHelp"));
     emit help->closeRequested();
-    QTRY_VERIFY(!help);
+    QTRY_VERIFY_WITH_TIMEOUT(!help, kPatienceMilliseconds);
     shown.click(shown.button("btnHelp"));
     QCOMPARE(opened, 2);
 }

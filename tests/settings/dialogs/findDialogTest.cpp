@@ -1,6 +1,7 @@
 #include "settings/dialogs/findDialog.h"
 
 #include "settings/AppSettings.h"
+#include "tests/support/Patience.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -243,7 +244,7 @@ void findDialogTest::completionsPopUpWithoutRegardToCase()
     QTest::keyClicks(shown.field(), QStringLiteral("OL"));
     QCOMPARE(completer->completionCount(), 1);
     QCOMPARE(completer->currentCompletion(), QStringLiteral("older"));
-    QTRY_VERIFY(completer->popup()->isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(completer->popup()->isVisible(), kPatienceMilliseconds);
 }
 
 void findDialogTest::okStoresTheSwitches_data()
@@ -422,7 +423,8 @@ void findDialogTest::returnAcceptsWhileCompletionsAreShown()
     const Shown shown;
     const QSignalSpy accepted(&shown.dialog, &QDialog::accepted);
     QTest::keyClicks(shown.field(), QStringLiteral("ol"));
-    QTRY_VERIFY(shown.field()->completer()->popup()->isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(shown.field()->completer()->popup()->isVisible(),
+                             kPatienceMilliseconds);
     QTest::keyClick(shown.field()->completer()->popup(), Qt::Key_Return);
     QCOMPARE(accepted.count(), 1);
     QCOMPARE(shown.dialog.text(), QStringLiteral("ol"));
@@ -435,7 +437,7 @@ void findDialogTest::aChosenCompletionIsReturned()
     const QSignalSpy accepted(&shown.dialog, &QDialog::accepted);
     QTest::keyClicks(shown.field(), QStringLiteral("ol"));
     QAbstractItemView *popup = shown.field()->completer()->popup();
-    QTRY_VERIFY(popup->isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(popup->isVisible(), kPatienceMilliseconds);
     QTest::keyClick(popup, Qt::Key_Down);
     QTest::keyClick(popup, Qt::Key_Return);
     QCOMPARE(accepted.count(), 1);

@@ -2,6 +2,7 @@
 
 #include "tests/settings/dialogs/OptionDialogFixture.h"
 #include "tests/support/AnsweringPrompt.h"
+#include "tests/support/Patience.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -207,7 +208,8 @@ void optionDialogTest::aMnemonicTurnsToItsPage()
     const Shown shown;
     shown.pages()->setCurrentIndex(key == Qt::Key_F ? 1 : 0);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key(key), Qt::AltModifier);
-    QTRY_COMPARE(shown.pages()->currentWidget()->objectName(), page);
+    QTRY_COMPARE_WITH_TIMEOUT(shown.pages()->currentWidget()->objectName(), page,
+                              kPatienceMilliseconds);
 }
 
 void optionDialogTest::mnemonicsAreUniqueOnEveryPage()

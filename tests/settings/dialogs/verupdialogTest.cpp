@@ -1,5 +1,7 @@
 #include "settings/dialogs/verupdialog.h"
 
+#include "tests/support/Patience.h"
+
 #include <QApplication>
 #include <QDir>
 #include <QLabel>
@@ -170,7 +172,7 @@ void verupdialogTest::noRequestIsSent()
     QNetworkAccessManager manager;
     const std::unique_ptr<QNetworkReply> reply(
         manager.get(QNetworkRequest(QUrl(QStringLiteral("http://host.invalid/")))));
-    QTRY_VERIFY(RequestCounter::s_requests > 0);
+    QTRY_VERIFY_WITH_TIMEOUT(RequestCounter::s_requests > 0, kPatienceMilliseconds);
     reply->abort();
     QNetworkProxyFactory::setApplicationProxyFactory(nullptr);
 }
