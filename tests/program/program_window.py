@@ -83,8 +83,9 @@ class Screen:
             process.wait()
         self.frames.cleanup()
 
-    def pixels(self, geometry):
-        """The part of the screen as rows of (red, green, blue)."""
+    def rows(self, geometry):
+        """The part of the screen as rows of bytes, and where in the four bytes of a
+        pixel red, green and blue are."""
         dump = (pathlib.Path(self.frames.name) / "Xvfb_screen0").read_bytes()
         # A dump of the X window system: numbers of 32 bits, the high byte first,
         # then the table of colours, then the rows, here of four bytes a pixel.
@@ -94,9 +95,13 @@ class Screen:
         rows = []
         for y in range(geometry["Y"], geometry["Y"] + geometry["HEIGHT"]):
             begin = start + y * header[12] + 4 * geometry["X"]
-            row = dump[begin:begin + 4 * geometry["WIDTH"]]
-            rows.append([tuple(row[i:i + 4][order]) for i in range(0, len(row), 4)])
-        return rows
+            rows.append(dump[begin:begin + 4 * geometry["WIDTH"]])
+        return rows, order
+
+    def pixels(self, geometry):
+        """The part of the screen as rows of (red, green, blue)."""
+        rows, order = self.rows(geometry)
+        return [[tuple(row[i:i + 4][order]) for i in range(0, len(row), 4)] for row in rows]
 
     def set_dots_per_inch(self, dots):
         """As a desktop tells its programs how large to draw."""
