@@ -1,8 +1,15 @@
 #include "mainwindow/preview/RescueFile.h"
 
+#include "mainwindow/history/FirstName.h"
+#include "settings/SaveSteps.h"
+
 #include <QDir>
 #include <QFile>
+#include <QRandomGenerator>
 #include <QSaveFile>
+
+using SaveSteps::mayTake;
+using SaveSteps::Step;
 
 namespace RescueFile {
 
@@ -12,7 +19,7 @@ namespace {
 constexpr int kLongestNameBytes = 200;
 constexpr int kMostFilesASecond = 1000;
 /// A text that nothing else keeps is worth more than one try.
-constexpr int kMostFailures = 3;
+constexpr int kMostAttempts = 3;
 
 QString shortened(QString fileName)
 {
@@ -29,14 +36,45 @@ QString pathOf(const QString &directory, const QString &stamp, int number, const
     return directory + stamp + suffix + QLatin1Char('-') + fileName + QStringLiteral(".txt");
 }
 
-/// What stands at path until the bytes are all written is empty.
+/// What a text is written to until it is whole: a name that nobody else makes.
+QString temporaryName(const QString &path)
+{
+    return path + QStringLiteral(".saving-%1").arg(QRandomGenerator::system()->generate64(), 0, 16);
+}
+
 bool fill(const QString &path, const QByteArray &bytes)
 {
     QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
-        return true;
-    QFile::remove(path);
-    return false;
+    return mayTake(Step::WriteNew) && file.open(QIODevice::WriteOnly)
+        && file.write(bytes) == bytes.size() && mayTake(Step::ReplaceOld) && file.commit();
+}
+
+/// Gives the file the first name of that time which no file has; empty when it has none.
+QString named(const QString &temporary, const QString &directory, const QString &stamp,
+              const QString &fileName)
+{
+    // Another window may take a name at the same moment.
+    for (int number = 1; number <= kMostFilesASecond; ++number) {
+        QString path = pathOf(directory, stamp, number, fileName);
+        const FirstName::Result result = FirstName::give(temporary, path);
+        if (result == FirstName::Result::Given)
+            return path;
+        if (result == FirstName::Result::Failed)
+            break;
+    }
+    return QString();
+}
+
+QString tryWriting(const QString &directory, const QString &stamp, const QString &fileName,
+                   const QByteArray &bytes)
+{
+    const QString temporary = temporaryName(pathOf(directory, stamp, 1, fileName));
+    QString path;
+    if (fill(temporary, bytes) && mayTake(Step::Finished))
+        path = named(temporary, directory, stamp, fileName);
+    if (path.isEmpty())
+        QFile::remove(temporary);
+    return path;
 }
 
 } // namespace
@@ -47,21 +85,11 @@ QString write(const QString &directory, const QString &fileName, const QString &
     QDir().mkpath(directory);
     const QString stamp = time.toString(QStringLiteral("yyyyMMdd-hhmmss"));
     const QString name = shortened(fileName);
-    int failures = 0;
-    for (int number = 1; number <= kMostFilesASecond && failures < kMostFailures; ++number) {
-        const QString path = pathOf(directory, stamp, number, name);
-        QFile place(path);
-        // Another window may take the name at the same moment.
-        if (place.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
-            place.close();
-            if (fill(path, text.toUtf8()))
-                return path;
-            ++failures;
-        } else if (!place.exists()) {
-            ++failures;
-        }
-    }
-    return QString();
+    const QByteArray bytes = text.toUtf8();
+    QString path;
+    for (int attempt = 0; attempt < kMostAttempts && path.isEmpty(); ++attempt)
+        path = tryWriting(directory, stamp, name, bytes);
+    return path;
 }
 
 } // namespace RescueFile

@@ -10,9 +10,9 @@ namespace RescueFile {
 /// when it is missing: time, "-", the name of the file that the text belongs to,
 /// cut where the name would be too long for a file system, and ".txt". Where there
 /// is such a file, "_02", "_03" and so on follow the time. Returns the file's path;
-/// empty when it could not be written, and then no part of it is left. A program that
-/// is killed meanwhile leaves an empty file at most, and one with a further ending of
-/// six letters.
+/// empty when it could not be written, and then no part of it is left. The file gets this
+/// name when it is whole: what a program that is killed meanwhile leaves has a further
+/// ending, ".saving-" and a number.
 QString write(const QString &directory, const QString &fileName, const QString &text,
               const QDateTime &time);
 

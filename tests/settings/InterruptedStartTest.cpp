@@ -83,7 +83,9 @@ void InterruptedStartTest::aKillAtAnyMomentLeavesNoneOrAll()
         const ScratchFolder folder;
         folder.write(kStarter, starter());
         const QStringList command = startCommand(folder.path());
-        killed += Commands::killWithin(longest, command) ? 1 : 0;
+        const bool wasKilled = Commands::killWithin(longest, command);
+        killed += wasKilled ? 1 : 0;
+        longest = Commands::nextKill(longest, !wasKilled);
         QVERIFY(!folder.exists(kSettings) || folder.read(kSettings) == whole());
     }
     // Pauses that are too long would stop nothing.

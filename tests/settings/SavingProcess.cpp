@@ -110,12 +110,8 @@ void endAtStep(int last)
     });
 }
 
-} // namespace
-
-int main(int argc, char *argv[])
+int act(const QStringList &arguments)
 {
-    QCoreApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() < 4)
         return 2;
     if (arguments.size() > 5)
@@ -125,4 +121,12 @@ int main(int argc, char *argv[])
     for (int i = 0; i < times; ++i)
         saved = save(arguments.at(1), arguments.at(2), arguments.at(3));
     return saved ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QCoreApplication application(argc, argv);
+    return answer(act(QCoreApplication::arguments()));
 }

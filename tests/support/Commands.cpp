@@ -5,6 +5,8 @@
 #include <QRandomGenerator>
 #include <QThread>
 
+#include <algorithm>
+
 namespace {
 
 const QString kShell = QStringLiteral("sh");
@@ -20,7 +22,7 @@ int Commands::run(const QStringList &command)
     return ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
 }
 
-bool Commands::killWithin(quint32 &microseconds, const QStringList &command)
+bool Commands::killWithin(quint32 microseconds, const QStringList &command)
 {
     QProcess process;
     process.start(command.first(), command.mid(1));
@@ -29,9 +31,16 @@ bool Commands::killWithin(quint32 &microseconds, const QStringList &command)
     QThread::usleep(QRandomGenerator::global()->bounded(microseconds));
     process.kill();
     process.waitForFinished();
-    const bool killed = process.exitStatus() == QProcess::CrashExit;
-    microseconds = killed ? microseconds + microseconds / 8 : microseconds / 2 + 1;
-    return killed;
+    return process.exitStatus() == QProcess::CrashExit;
+}
+
+quint32 Commands::nextKill(quint32 microseconds, bool wasLate)
+{
+    constexpr quint32 kLongest = 5'000'000;
+    constexpr quint32 kShortest = 1000;
+    const quint32 step = microseconds / 4;
+    return wasLate ? std::max(microseconds - step, kShortest)
+                   : std::min(microseconds + step, kLongest);
 }
 
 bool Commands::asOrdinaryUser(QStringList &command)

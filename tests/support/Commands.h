@@ -10,12 +10,14 @@ namespace Commands {
 int run(const QStringList &command);
 
 /// Starts the command and kills it at a moment before these microseconds are over.
-/// False when it had ended by itself. Makes them more after a kill and less after an
-/// end, so that many kills find by themselves how long the command takes just then.
-bool killWithin(quint32 &microseconds, const QStringList &command);
+/// False when it had ended by itself.
+bool killWithin(quint32 microseconds, const QStringList &command);
 
-/// Where such kills begin.
-constexpr quint32 kFirstKillMicroseconds = 20000;
+/// Where many such kills begin, and what the next one takes: less after one that came
+/// late, more after one that came early. So they follow what the command takes on the
+/// machine just then.
+constexpr quint32 kFirstKillMicroseconds = 20'000;
+quint32 nextKill(quint32 microseconds, bool wasLate);
 
 /// Changes command so that somebody without the super-user's rights runs it; false
 /// when that is not possible.

@@ -56,6 +56,11 @@ void HostileTree::addLinks()
     m_builder.link("links/to the root", "..");
     m_builder.link("links/deep/down/up again", "../..");
     m_builder.link("links/here", ".");
+    // These the system has for everybody, also for who may make none.
+    for (const QByteArray device : {"zero", "null"}) {
+        if (m_builder.link("links/to " + device + ".txt", "/dev/" + device))
+            m_specialFiles.append("/dev/" + device);
+    }
     if (m_builder.link("links/to a file.txt", "../plain.txt"))
         expect("links/to a file.txt");
     steadyFile("links/deep/down/plain.txt");

@@ -27,7 +27,8 @@ public:
 
     /// The whole paths of what has to be found, as the platform holds them.
     const QByteArrayList &steady() const { return m_steady; }
-    /// "a FIFO", "a socket", "a device": those that could be made.
+    /// "a FIFO", "a socket", "a device": those that could be made, and the system's
+    /// devices to which links lead.
     const QByteArrayList &specialFiles() const { return m_specialFiles; }
     /// The whole path of a file that is larger than any disk; empty where there
     /// can be none.

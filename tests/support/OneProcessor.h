@@ -2,8 +2,8 @@
 
 #include <sched.h>
 
-/// While it lives, this thread and those that it starts share one processor, and
-/// the machine looks as if it had no more. Linux only.
+/// While it lives, this thread and those that it starts share one processor. A program
+/// that asks how many the machine has is told of all of them all the same. Linux only.
 class OneProcessor {
 public:
     /// Does nothing unless it is wanted.

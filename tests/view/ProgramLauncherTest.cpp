@@ -59,23 +59,31 @@ LaunchCommand ProgramLauncherTest::recorder(const QStringList &arguments) const
 void ProgramLauncherTest::theProgramGetsEachArgumentAsItStands_data()
 {
     QTest::addColumn<QString>("argument");
-    QTest::newRow("blanks") << QStringLiteral(" a  b ");
-    QTest::newRow("empty") << QStringLiteral("");
-    QTest::newRow("quotes") << QStringLiteral("a\" 'b' \"\"\"c");
-    QTest::newRow("shell") << QStringLiteral("$(touch hole);touch hole&`touch hole`|$HOME > hole");
-    QTest::newRow("command interpreter") << QStringLiteral("& echo x>hole ^& %PATH% !PATH! ^");
-    QTest::newRow("line feeds") << QStringLiteral("a\nb\r\nc\n");
-    QTest::newRow("percent signs") << QStringLiteral("%f%l%%s%n");
-    QTest::newRow("backslashes") << QStringLiteral("C:\\a b\\\\\"\\");
-    QTest::newRow("Japanese") << QStringLiteral("表示　能力");
-    QTest::newRow("outside the basic plane") << QStringLiteral("\U00020B9F");
+    QTest::addColumn<bool>("byOpen");
+    const auto rows = [](const char *what, const QString &argument) {
+        QTest::newRow(what) << argument << false;
+        QTest::addRow("opened: %s", what) << argument << true;
+    };
+    rows("blanks", QStringLiteral(" a  b "));
+    rows("empty", QStringLiteral(""));
+    rows("quotes", QStringLiteral("a\" 'b' \"\"\"c"));
+    rows("shell", QStringLiteral("$(touch hole);touch hole&`touch hole`|$HOME > hole"));
+    rows("command interpreter", QStringLiteral("& echo x>hole ^& %PATH% !PATH! ^"));
+    rows("line feeds", QStringLiteral("a\nb\r\nc\n"));
+    rows("percent signs", QStringLiteral("%f%l%%s%n"));
+    rows("backslashes", QStringLiteral("C:\\a b\\\\\"\\"));
+    rows("Japanese", QStringLiteral("表示　能力"));
+    rows("outside the basic plane", QStringLiteral("\U00020B9F"));
 }
 
 void ProgramLauncherTest::theProgramGetsEachArgumentAsItStands()
 {
     QFETCH(QString, argument);
-    const QStringList arguments{QStringLiteral("-l3"), argument, QStringLiteral("last")};
-    QVERIFY(ProgramLauncher::native().startDetached(recorder(arguments)));
+    QFETCH(bool, byOpen);
+    ProgramLauncher &launcher = ProgramLauncher::native();
+    const LaunchCommand command =
+        recorder({QStringLiteral("-l3"), argument, QStringLiteral("last")});
+    QVERIFY(byOpen ? launcher.open(command) : launcher.startDetached(command));
     QCOMPARE(m_program->arguments(), QByteArrayList({"-l3", argument.toUtf8(), "last"}));
     QVERIFY(!m_folder->exists(QStringLiteral("hole")));
     QVERIFY(!QFileInfo::exists(QStringLiteral("hole")));

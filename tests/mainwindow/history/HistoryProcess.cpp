@@ -1,10 +1,12 @@
 // Saves a log of some size, for tests that take the disk away from it:
 //
 //   HistoryProcess log FILE [STEP [MILLIONS]]
+//   HistoryProcess again FILE TAG TIMES
 //   HistoryProcess history FOLDER TAG TIMES LENGTH
 //
 // "log" replaces FILE by one of MILLIONS of characters, or 1; at the STEPth step of that (from 0)
-// the process ends on the spot, with exit code 77. "history" saves TIMES logs, all of the same
+// the process ends on the spot, with exit code 77. "again" replaces FILE TIMES times by a log of
+// many times TAG. "history" saves TIMES logs, all of the same
 // moment, whose texts are LENGTH times TAG and a number, into FOLDER. Ends with 0 when all were
 // saved and with 1 otherwise.
 
@@ -30,12 +32,19 @@ void endAtStep(int last)
     });
 }
 
-} // namespace
-
-int main(int argc, char *argv[])
+bool writeAgain(const QString &path, const QString &tag, int times)
 {
-    QCoreApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
+    ResultLog log;
+    log.text = tag.repeated(100'000);
+    for (int i = 0; i < times; ++i) {
+        if (!ResultLogFile::write(path, log))
+            return false;
+    }
+    return true;
+}
+
+int act(const QStringList &arguments)
+{
     ResultLog log;
     if (arguments.value(1) == QLatin1String("log") && arguments.size() > 2) {
         if (arguments.size() > 3)
@@ -46,6 +55,8 @@ int main(int argc, char *argv[])
             log.text[i] = QLatin1Char('\n');
         return ResultLogFile::write(arguments.at(2), log) ? 0 : 1;
     }
+    if (arguments.value(1) == QLatin1String("again") && arguments.size() == 5)
+        return writeAgain(arguments.at(2), arguments.at(3), arguments.at(4).toInt()) ? 0 : 1;
     if (arguments.size() != 6)
         return 2;
     const LogHistory history(arguments.at(2));
@@ -56,4 +67,12 @@ int main(int argc, char *argv[])
             return 1;
     }
     return 0;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QCoreApplication application(argc, argv);
+    return answer(act(QCoreApplication::arguments()));
 }

@@ -189,7 +189,9 @@ void LogHistoryTest::aKillAtAnyMomentLeavesWholeLogs()
     for (int i = 0; i < rounds; ++i) {
         const ScratchFolder folder;
         const QStringList command = saveCommand(folder.path(), QStringLiteral("-"), 99, kLength);
-        killed += Commands::killWithin(longest, command) ? 1 : 0;
+        const bool wasKilled = Commands::killWithin(longest, command);
+        killed += wasKilled ? 1 : 0;
+        longest = Commands::nextKill(longest, !wasKilled);
         LogHistory history(folder.path());
         history.rebuild(1000);
         // What was being written is no log.

@@ -18,6 +18,10 @@
 #include <QTest>
 #include <QTextCodec>
 
+#include <algorithm>
+#include <memory>
+#include <vector>
+
 class ResultLogFileTest : public QObject {
     Q_OBJECT
 
@@ -46,6 +50,8 @@ private slots:
     void aFullDiskLeavesTheOldLogWhole();
     void aFolderThatMayNotBeWrittenLeavesTheOldLog();
     void aKillAtAnyMomentLeavesAWholeLog();
+    void processesThatWriteAtOnceLeaveAWholeLog_data();
+    void processesThatWriteAtOnceLeaveAWholeLog();
     void aFolderInTheWayFails();
     void whatIsNoFileIsNotRead_data();
     void whatIsNoFileIsNotRead();
@@ -367,12 +373,53 @@ void ResultLogFileTest::aKillAtAnyMomentLeavesAWholeLog()
     int killed = 0;
     for (int i = 0; i < TestLength::rounds(50, 500); ++i) {
         folder.write(kName, "old");
-        killed += Commands::killWithin(longest, command) ? 1 : 0;
+        const bool wasKilled = Commands::killWithin(longest, command);
+        killed += wasKilled ? 1 : 0;
+        longest = Commands::nextKill(longest, !wasKilled);
         const QByteArray content = folder.read(kName);
         QVERIFY2(content == "old" || content == whole, content.left(100).constData());
     }
     // Pauses that are too long would stop nothing.
     QVERIFY2(killed > TestLength::rounds(50, 500) / 10, qPrintable(QString::number(killed)));
+}
+
+void ResultLogFileTest::processesThatWriteAtOnceLeaveAWholeLog_data()
+{
+    QTest::addColumn<QStringList>("tags");
+    const QStringList tags{QStringLiteral("one"), QStringLiteral("two"), QStringLiteral("three")};
+    QTest::newRow("two") << QStringList(tags.mid(0, 2));
+    QTest::newRow("three") << tags;
+}
+
+void ResultLogFileTest::processesThatWriteAtOnceLeaveAWholeLog()
+{
+    if (isWindows())
+        QSKIP("a file that another process has open just then is not replaced");
+    QFETCH(QStringList, tags);
+    const ScratchFolder folder;
+    const QString path = folder.filePath(kName);
+    // As they are after each of the writers' saves, and nothing else.
+    QStringList whole{QStringLiteral("old")};
+    QVERIFY(ResultLogFile::write(path, logOf(whole.first())));
+    std::vector<std::unique_ptr<QProcess>> processes;
+    for (const QString &tag : tags) {
+        whole.append(tag.repeated(100'000));
+        processes.push_back(std::make_unique<QProcess>());
+        processes.back()->start(QStringLiteral(HISTORY_PROCESS),
+                                {QStringLiteral("again"), path, tag, QStringLiteral("50")});
+    }
+    const auto isRunning = [](const auto &process) {
+        return process->state() != QProcess::NotRunning;
+    };
+    while (std::any_of(processes.begin(), processes.end(), isRunning)) {
+        const QString text = textRead(path);
+        QVERIFY2(whole.contains(text), qPrintable(text.left(100)));
+        QTest::qWait(1);
+    }
+    for (const auto &process : processes)
+        QCOMPARE(process->exitCode(), 0);
+    QVERIFY(whole.mid(1).contains(textRead(path)));
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{kName});
 }
 
 void ResultLogFileTest::aFolderInTheWayFails()

@@ -236,7 +236,9 @@ void InterruptedPreviewSaveTest::aKillAtAnyMomentLeavesTheOldOrTheNewFile()
     for (int i = 0; i < rounds; ++i) {
         const ScratchFolder folder;
         const QStringList command = saveCommand(folder.write(kName, old)) + options;
-        killed += Commands::killWithin(longest, command) ? 1 : 0;
+        const bool wasKilled = Commands::killWithin(longest, command);
+        killed += wasKilled ? 1 : 0;
+        longest = Commands::nextKill(longest, !wasKilled);
         const QByteArray content = folder.read(kName);
         QVERIFY2(content == old || content == saved, content.left(100).constData());
         if (folder.exists(kBackup))

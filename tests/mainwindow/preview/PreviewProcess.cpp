@@ -88,12 +88,8 @@ bool rescueOnce(const QString &folder, const QString &text)
                 .isEmpty();
 }
 
-} // namespace
-
-int main(int argc, char *argv[])
+int act(QStringList arguments)
 {
-    QCoreApplication application(argc, argv);
-    QStringList arguments = QCoreApplication::arguments();
     const bool links = arguments.removeAll(QStringLiteral("--no-links")) == 0;
     const bool waits = arguments.removeAll(QStringLiteral("--wait")) > 0;
     const bool insists = arguments.removeAll(QStringLiteral("--insist")) > 0;
@@ -111,4 +107,12 @@ int main(int argc, char *argv[])
     if (waits)
         waitForALine();
     return exitCodeOf(save(&file, arguments.at(2).repeated(20000), insists));
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QCoreApplication application(argc, argv);
+    return answer(act(QCoreApplication::arguments()));
 }

@@ -1,5 +1,6 @@
 #include "mainwindow/preview/RescueFile.h"
 
+#include "settings/SaveSteps.h"
 #include "tests/support/Commands.h"
 #include "tests/support/Patience.h"
 #include "tests/support/ScratchFolder.h"
@@ -9,8 +10,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QProcess>
-#include <QRandomGenerator>
-#include <QThread>
 #include <QtTest>
 
 #include <algorithm>
@@ -22,6 +21,7 @@ class RescueFileTest : public QObject {
 
 private slots:
     void init();
+    void cleanup() { SaveSteps::setObserver(nullptr); }
 
     void aTextIsWrittenUnderTheTimeAndTheName();
     void aMissingFolderIsMade();
@@ -29,6 +29,9 @@ private slots:
     void aNameTooLongIsCut_data();
     void aNameTooLongIsCut();
     void whatCannotBeWrittenIsSaid();
+    void aTextGetsItsNameWhenItIsWhole();
+    void aStepThatFailsLeavesNothing_data();
+    void aStepThatFailsLeavesNothing();
     void aKillAtAnyMomentLeavesWholeTexts();
     void processesThatRescueAtOnceLoseNothing_data();
     void processesThatRescueAtOnceLoseNothing();
@@ -121,26 +124,54 @@ void RescueFileTest::whatCannotBeWrittenIsSaid()
     QCOMPARE(write(QStringLiteral("a"), QStringLiteral("text")), QString());
 }
 
+void RescueFileTest::aTextGetsItsNameWhenItIsWhole()
+{
+    QStringList before;
+    SaveSteps::setObserver([&](SaveSteps::Step) {
+        before += QDir(folder()).entryList({QStringLiteral("*.txt")}, QDir::Files);
+        return true;
+    });
+    QVERIFY(!write(QStringLiteral("a"), QStringLiteral("text")).isEmpty());
+    QCOMPARE(before, QStringList());
+    QCOMPARE(QDir(folder()).entryList(QDir::Files | QDir::Hidden),
+             QStringList(QStringLiteral("20240203-040506-a.txt")));
+}
+
+void RescueFileTest::aStepThatFailsLeavesNothing_data()
+{
+    QTest::addColumn<int>("step");
+    QTest::newRow("writing the text") << int(SaveSteps::Step::WriteNew);
+    QTest::newRow("closing it") << int(SaveSteps::Step::ReplaceOld);
+    QTest::newRow("giving it its name") << int(SaveSteps::Step::Finished);
+}
+
+void RescueFileTest::aStepThatFailsLeavesNothing()
+{
+    QFETCH(int, step);
+    SaveSteps::setObserver([step](SaveSteps::Step taken) { return int(taken) != step; });
+    QCOMPARE(write(QStringLiteral("a"), QStringLiteral("text")), QString());
+    QCOMPARE(QDir(folder()).entryList(QDir::Files | QDir::Hidden), QStringList());
+}
+
 void RescueFileTest::aKillAtAnyMomentLeavesWholeTexts()
 {
     constexpr int kWhole = 200000 * 7;
+    const QStringList command{QStringLiteral(PREVIEW_PROCESS), QStringLiteral("--rescue")};
+    quint32 longest = Commands::kFirstKillMicroseconds;
+    int killed = 0;
     int whole = 0;
-    for (int round = 0; round < TestLength::rounds(20, 200); ++round) {
+    for (int round = 0; round < TestLength::rounds(50, 500); ++round) {
         m_folder = std::make_unique<ScratchFolder>();
-        QProcess process;
-        process.start(QStringLiteral(PREVIEW_PROCESS), {QStringLiteral("--rescue"), folder()});
-        QTRY_VERIFY_WITH_TIMEOUT(!QDir(folder()).entryList(QDir::Files).isEmpty(),
-                                 kPatienceMilliseconds);
-        QThread::usleep(QRandomGenerator::global()->bounded(20000u));
-        process.kill();
-        QVERIFY(process.waitForFinished());
+        killed += Commands::killWithin(longest, command + QStringList(folder()));
         const QFileInfoList files =
             QDir(folder()).entryInfoList({QStringLiteral("*.txt")}, QDir::Files);
-        for (const QFileInfo &file : files) {
-            QVERIFY2(file.size() == 0 || file.size() == kWhole, qPrintable(file.fileName()));
-            whole += file.size() == kWhole ? 1 : 0;
-        }
+        for (const QFileInfo &file : files)
+            QVERIFY2(file.size() == kWhole, qPrintable(file.fileName()));
+        whole += files.size();
+        // About every other process gets as far as one text.
+        longest = Commands::nextKill(longest, !files.isEmpty());
     }
+    QVERIFY(killed > 0);
     QVERIFY(whole > 0);
 }
 
