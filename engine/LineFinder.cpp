@@ -8,9 +8,8 @@ namespace {
 
 /// Shorter lines are searched as a whole: no pattern takes long for them.
 constexpr int kShortLine = 256;
-/// Looked at in one look, an estimate of its time: each place that is tried counts as
-/// what it sees.
-constexpr int kUnitsOfALook = 16 * 1024;
+/// Tried in one look, each of which may see all that is in sight.
+constexpr int kPlacesOfALook = 16;
 /// A longer line goes by pieces also for a pattern that repeats nothing.
 constexpr int kLongLine = 16384;
 
@@ -38,8 +37,9 @@ QString withoutCopy(const QString &line, int from, int to)
 
 } // namespace
 
-LineFinder::LineFinder(const QRegExp &pattern)
+LineFinder::LineFinder(const QRegExp &pattern, int sight)
     : m_pattern(pattern)
+    , m_sight(sight)
     , m_repeats(repeats(pattern.pattern()))
     , m_hasEnd(pattern.pattern().contains(QLatin1Char('$')))
     , m_asksBefore(pattern.pattern().contains(QLatin1String("\\b"), Qt::CaseInsensitive))
@@ -69,7 +69,7 @@ bool LineFinder::isRuledOut(const QString &line, int from, int to)
 /// Of the match that begins exactly there; 0 without one. Adds what was seen to units.
 int LineFinder::lengthAt(const QString &line, int start, int *units) const
 {
-    const int seenEnd = std::min(start + kSight, line.size());
+    const int seenEnd = std::min(start + m_sight, line.size());
     *units += seenEnd - start;
     // A search backward tries its place alone, and what is before it in the text.
     const int first = m_asksBefore && start > 0 ? start - 1 : start;
@@ -90,9 +90,9 @@ LineFinder::Look LineFinder::lookForward(const QString &line, int from, int limi
     if (!goesByPlaces(line))
         return wholeForward(line, from, limit);
     const int end = std::min((from / kPiece + 1) * kPiece, limit);
-    if (isRuledOut(line, from, end + kSight))
+    if (isRuledOut(line, from, end + m_sight))
         return {{}, end};
-    for (int units = 0; from < end && units < kUnitsOfALook; ++from) {
+    for (int units = 0; from < end && units < kPlacesOfALook * m_sight; ++from) {
         const int length = lengthAt(line, from, &units);
         if (length > 0)
             return {{from, length}, from + length};
@@ -108,9 +108,9 @@ LineFinder::Look LineFinder::lookBackward(const QString &line, int from, int end
     if (!goesByPlaces(line))
         return wholeBackward(line, from, end);
     const int first = (from - 1) / kPiece * kPiece;
-    if (isRuledOut(line, first, from + kSight))
+    if (isRuledOut(line, first, from + m_sight))
         return {{}, first};
-    for (int units = 0; from > first && units < kUnitsOfALook;) {
+    for (int units = 0; from > first && units < kPlacesOfALook * m_sight;) {
         const int length = lengthAt(line, --from, &units);
         if (length > 0 && from + length <= end)
             return {{from, length}, from};

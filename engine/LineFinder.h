@@ -46,7 +46,11 @@ public:
 
     /// Never finds anything.
     LineFinder() = default;
-    explicit LineFinder(const QRegExp &pattern);
+    /// sight stands for kSight in what is said above.
+    explicit LineFinder(const QRegExp &pattern, int sight = kSight);
+
+    /// Of the matches of a pattern that repeats nothing, or more; else kNoLimit.
+    int longestMatch() const { return m_repeats ? kNoLimit : m_pattern.pattern().size(); }
 
     /// The first match, not an empty one, that begins at or behind from and before
     /// limit. Without a match the look may have ended anywhere, at the end of the piece
@@ -67,6 +71,7 @@ private:
     Look wholeBackward(const QString &line, int from, int end) const;
 
     QRegExp m_pattern;
+    int m_sight = kSight;
     bool m_repeats = false;
     bool m_hasEnd = false; // "$"
     bool m_asksBefore = false; // for the unit before a match, as "\b" does

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+/// Takes apart patterns in QRegExp's classic syntax whose look-aheads reach to the
+/// end of the line, such as "//(?!.*\*/)". QRegExp walks to the end of the line for
+/// each place that such a pattern begins at.
+namespace PatternSplit {
+
+/// A match of marker that ends at e is one of the whole pattern when no match of any
+/// of the forbidden patterns begins at e or behind it.
+struct Part {
+    QString marker;
+    QStringList forbidden;
+};
+
+/// The parts of a pattern that QRegExp accepts. The first place where a part matches
+/// is where the pattern does, and the longest match of a part there is as long as the
+/// pattern's own. What cannot be taken apart is one part and forbids nothing.
+std::vector<Part> parts(const QString &pattern);
+/// The pattern as one part.
+std::vector<Part> whole(const QString &pattern);
+
+} // namespace PatternSplit
