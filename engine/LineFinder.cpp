@@ -30,6 +30,15 @@ bool repeats(const QString &pattern)
     return false;
 }
 
+/// As QRegExp decides where "\b" matches.
+bool isWordAt(const QString &line, int at)
+{
+    if (at < 0 || at >= line.size())
+        return false;
+    const QChar c = line.at(at);
+    return c.isLetterOrNumber() || c.isMark() || c == QLatin1Char('_');
+}
+
 QString withoutCopy(const QString &line, int from, int to)
 {
     return QString::fromRawData(line.constData() + from, to - from);
@@ -69,10 +78,14 @@ bool LineFinder::isRuledOut(const QString &line, int from, int to)
 /// Of the match that begins exactly there; 0 without one. Adds what was seen to units.
 int LineFinder::lengthAt(const QString &line, int start, int *units) const
 {
+    const bool isBehindWord = isWordAt(line, start - 1);
+    if (m_beginsAtBoundary && isBehindWord == isWordAt(line, start))
+        return 0;
     const int seenEnd = std::min(start + m_sight, line.size());
     *units += seenEnd - start;
-    // A search backward tries its place alone, and what is before it in the text.
-    const int first = m_asksBefore && start > 0 ? start - 1 : start;
+    // A search backward tries its place alone, and what is before it in the text. The
+    // start of the text is to "\b" what a character of no word is.
+    const int first = m_asksBefore && isBehindWord ? start - 1 : start;
     const QString seen = withoutCopy(line, first, seenEnd);
     const auto caret = start > 0 ? QRegExp::CaretWontMatch : QRegExp::CaretAtZero;
     if (m_pattern.lastIndexIn(seen, start - first, caret) != start - first)

@@ -49,6 +49,10 @@ public:
     /// sight stands for kSight in what is said above.
     explicit LineFinder(const QRegExp &pattern, int sight = kSight);
 
+    /// Tells that each match begins where "\b" matches, so that other places are not
+    /// tried.
+    void setBeginsAtBoundary() { m_beginsAtBoundary = true; }
+
     /// Of the matches of a pattern that repeats nothing, or more; else kNoLimit.
     int longestMatch() const { return m_repeats ? kNoLimit : m_pattern.pattern().size(); }
 
@@ -74,6 +78,7 @@ private:
     int m_sight = kSight;
     bool m_repeats = false;
     bool m_hasEnd = false; // "$"
+    bool m_beginsAtBoundary = false;
     bool m_asksBefore = false; // for the unit before a match, as "\b" does
     std::optional<LineAutomaton> m_automaton; // made for the first long line
 };

@@ -22,7 +22,9 @@ std::vector<LinePattern::Part> &LinePattern::parts() const
     const bool isSplit = m_expression.patternSyntax() == QRegExp::RegExp;
     for (const PatternSplit::Part &part :
          isSplit ? PatternSplit::parts(pattern) : PatternSplit::whole(pattern)) {
-        m_parts.push_back({finderOf(part.marker), {}});
+        m_parts.push_back({finderOf(part.marker), {}, part.isAtStart});
+        if (part.isAtBoundary)
+            m_parts.back().marker.setBeginsAtBoundary();
         for (const QString &forbidden : part.forbidden)
             m_parts.back().forbidden.push_back(finderOf(forbidden));
     }
@@ -100,8 +102,9 @@ bool LinePatternWalk::lookForPart(std::size_t part, int from)
 {
     LinePattern::Part &finders = m_pattern->parts()[part];
     PartSearch &search = m_parts[part];
-    if (!search.marker.isDone(from, m_limit)) {
-        search.marker.step(finders.marker, m_line, m_limit);
+    const int limit = finders.isAtStart ? std::min(m_limit, 1) : m_limit;
+    if (!search.marker.isDone(from, limit)) {
+        search.marker.step(finders.marker, m_line, limit);
         return false;
     }
     if (!search.marker.match.isValid())

@@ -30,6 +30,7 @@ private:
     struct Part {
         LineFinder marker;
         std::vector<LineFinder> forbidden;
+        bool isAtStart = false;
     };
     std::vector<Part> &parts() const;
 

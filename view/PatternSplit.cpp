@@ -91,10 +91,15 @@ bool asksAround(const QString &pattern)
     });
 }
 
+bool isQuantifier(const QString &item)
+{
+    return !item.isEmpty() && QStringLiteral("*+?{").contains(item);
+}
+
 /// What matches anywhere in a line regardless of what is around it, and not nothing.
 bool isSelfContained(const QString &pattern)
 {
-    const bool isWhole = !pattern.isEmpty() && !QStringLiteral("*+?{").contains(pattern.at(0));
+    const bool isWhole = !pattern.isEmpty() && !isQuantifier(pattern.left(1));
     return isWhole && !asksAround(pattern) && QRegExp(pattern).indexIn(QString()) < 0;
 }
 
@@ -117,6 +122,12 @@ QString takeForbidden(const QString &lookAhead, QStringList &forbidden)
     return kNotFollowedBy + left.join(QLatin1Char('|')) + QLatin1Char(')');
 }
 
+/// Whether the pattern begins with the anchor, not repeated.
+bool beginsWith(const QString &pattern, QLatin1String anchor)
+{
+    return pattern.startsWith(anchor) && !isQuantifier(pattern.mid(anchor.size(), 1));
+}
+
 PatternSplit::Part partOf(const QString &alternative)
 {
     PatternSplit::Part part;
@@ -126,8 +137,11 @@ PatternSplit::Part partOf(const QString &alternative)
         lookAheads.prepend(takeForbidden(items.takeLast(), part.forbidden));
     // Look-aheads alone match nothing, wherever that is.
     if (items.isEmpty() || part.forbidden.isEmpty())
-        return {alternative, {}};
-    part.marker = items.join(QString()) + lookAheads;
+        part = {alternative, {}};
+    else
+        part.marker = items.join(QString()) + lookAheads;
+    part.isAtStart = beginsWith(part.marker, QLatin1String("^"));
+    part.isAtBoundary = beginsWith(part.marker, QLatin1String("\\b"));
     return part;
 }
 
@@ -140,7 +154,7 @@ bool hasBackReference(const QStringList &items)
 
 std::vector<PatternSplit::Part> PatternSplit::whole(const QString &pattern)
 {
-    return {{pattern, {}}};
+    return {{pattern, {}, false, false}};
 }
 
 std::vector<PatternSplit::Part> PatternSplit::parts(const QString &pattern)
@@ -149,15 +163,7 @@ std::vector<PatternSplit::Part> PatternSplit::parts(const QString &pattern)
     if (items.isEmpty() || hasBackReference(items))
         return whole(pattern);
     std::vector<Part> parts;
-    QStringList others;
-    for (const QString &alternative : alternativesOf(items)) {
-        Part part = partOf(alternative);
-        if (part.forbidden.isEmpty())
-            others.append(alternative);
-        else
-            parts.push_back(std::move(part));
-    }
-    if (!others.isEmpty())
-        parts.insert(parts.begin(), {others.join(QLatin1Char('|')), {}});
+    for (const QString &alternative : alternativesOf(items))
+        parts.push_back(partOf(alternative));
     return parts;
 }

@@ -15,11 +15,18 @@ namespace PatternSplit {
 struct Part {
     QString marker;
     QStringList forbidden;
+    /// A match begins where the line does.
+    bool isAtStart = false;
+    /// A match begins at a word's boundary.
+    bool isAtBoundary = false;
 };
 
 /// The parts of a pattern that QRegExp accepts. The first place where a part matches
 /// is where the pattern does, and the longest match of a part there is as long as the
 /// pattern's own. What cannot be taken apart is one part and forbids nothing.
+///
+/// Also alternatives that forbid nothing are parts of their own: what one repeats, or
+/// where it may begin, is not so for the others.
 std::vector<Part> parts(const QString &pattern);
 /// The pattern as one part.
 std::vector<Part> whole(const QString &pattern);

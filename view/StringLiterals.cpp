@@ -13,13 +13,6 @@ int endOfHidden(const StringLiteral &literal, StringLiterals::Context context)
 
 } // namespace
 
-StringLiterals::StringLiterals()
-    // Without the closing quote, so that a literal that runs out of its line
-    // matches as well.
-    : m_doubleQuoteString(QStringLiteral("\"[^\"]*")), m_singleQuoteString(QStringLiteral("'[^']*"))
-{
-}
-
 /// Of the literals that begin before before.
 bool StringLiterals::nextLiteral(const QString &text, const TextSpan &range, int before,
                                  Context context, StringLiteral &literal) const
@@ -37,11 +30,9 @@ bool StringLiterals::nextLiteral(const QString &text, const TextSpan &range, int
     if (start >= before)
         return false;
     literal.quote = text.at(start);
-    const bool isDouble = literal.quote == QLatin1Char('"');
-    const QRegExp &pattern = isDouble ? m_doubleQuoteString : m_singleQuoteString;
-    // cppcheck-suppress ignoredReturnValue ; the matched length tells the same
-    pattern.indexIn(text, start);
-    const int close = start + pattern.matchedLength();
+    // An expression takes longer to begin than most literals to walk through.
+    const int quote = text.indexOf(literal.quote, start + 1);
+    const int close = quote < 0 ? text.size() : quote;
     literal.closed = close < range.end;
     literal.span = {start, literal.closed ? close + 1 : range.end};
     return true;

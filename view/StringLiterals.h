@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QRegExp>
 #include <QString>
 
 #include <functional>
@@ -31,8 +30,6 @@ struct StringLiteral {
 /// literal opens no other one. There are no escapes: "C:\" is a whole literal.
 class StringLiterals {
 public:
-    StringLiterals();
-
     /// Whether '...' is a literal too; "..." always is. Initially it is.
     void setSingleQuotes(bool areLiterals) { m_singleQuotes = areLiterals; }
     bool singleQuotes() const { return m_singleQuotes; }
@@ -63,7 +60,5 @@ private:
     bool nextLiteral(const QString &text, const TextSpan &range, int before, Context context,
                      StringLiteral &literal) const;
 
-    QRegExp m_doubleQuoteString;
-    QRegExp m_singleQuoteString;
     bool m_singleQuotes = true;
 };
