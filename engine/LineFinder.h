@@ -53,9 +53,6 @@ public:
     /// tried.
     void setBeginsAtBoundary() { m_beginsAtBoundary = true; }
 
-    /// Of the matches of a pattern that repeats nothing, or more; else kNoLimit.
-    int longestMatch() const { return m_repeats ? kNoLimit : m_pattern.pattern().size(); }
-
     /// The first match, not an empty one, that begins at or behind from and before
     /// limit. Without a match the look may have ended anywhere, at the end of the piece
     /// of kPiece units that from lies in at the latest. There is nothing more to look

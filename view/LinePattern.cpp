@@ -22,7 +22,12 @@ std::vector<LinePattern::Part> &LinePattern::parts() const
     const bool isSplit = m_expression.patternSyntax() == QRegExp::RegExp;
     for (const PatternSplit::Part &part :
          isSplit ? PatternSplit::parts(pattern) : PatternSplit::whole(pattern)) {
-        m_parts.push_back({finderOf(part.marker), {}, part.isAtStart});
+        const bool isOneText = m_expression.caseSensitivity() == Qt::CaseSensitive;
+        m_parts.push_back({finderOf(part.marker),
+                           isOneText ? part.literal : QString(),
+                           part.longestMatch,
+                           {},
+                           part.isAtStart});
         if (part.isAtBoundary)
             m_parts.back().marker.setBeginsAtBoundary();
         for (const QString &forbidden : part.forbidden)
@@ -58,6 +63,14 @@ void LinePatternWalk::Search::step(LineFinder &finder, const QString &line, int 
     const LineFinder::Look look = finder.lookForward(line, at, limit);
     match = look.match;
     at = match.isValid() ? match.start : look.next;
+}
+
+void LinePatternWalk::Search::step(const QString &literal, const QString &line, int limit)
+{
+    const int start = line.indexOf(literal, at);
+    const bool isFound = start >= 0 && start < limit;
+    match = isFound ? LineFinder::Match{start, literal.size()} : LineFinder::Match();
+    at = isFound ? start : limit;
 }
 
 /// Goes on to the next match that may end behind forbiddenStart.
@@ -104,7 +117,10 @@ bool LinePatternWalk::lookForPart(std::size_t part, int from)
     PartSearch &search = m_parts[part];
     const int limit = finders.isAtStart ? std::min(m_limit, 1) : m_limit;
     if (!search.marker.isDone(from, limit)) {
-        search.marker.step(finders.marker, m_line, limit);
+        if (finders.literal.isEmpty())
+            search.marker.step(finders.marker, m_line, limit);
+        else
+            search.marker.step(finders.literal, m_line, limit);
         return false;
     }
     if (!search.marker.match.isValid())
@@ -117,7 +133,7 @@ bool LinePatternWalk::lookForPart(std::size_t part, int from)
             return false;
         }
         if (forbidden.match.isValid()) {
-            search.marker.passMatch(finders.marker.longestMatch(), forbidden.match.start);
+            search.marker.passMatch(finders.longestMatch, forbidden.match.start);
             return false;
         }
     }

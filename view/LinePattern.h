@@ -29,6 +29,8 @@ private:
 
     struct Part {
         LineFinder marker;
+        QString literal; // what marker finds, if that is one text only
+        int longestMatch = LineFinder::kNoLimit;
         std::vector<LineFinder> forbidden;
         bool isAtStart = false;
     };
@@ -71,6 +73,7 @@ private:
 
         bool isDone(int from, int limit);
         void step(LineFinder &finder, const QString &line, int limit);
+        void step(const QString &literal, const QString &line, int limit);
         void passMatch(int longest, int forbiddenStart);
     };
     struct PartSearch {

@@ -128,6 +128,33 @@ bool beginsWith(const QString &pattern, QLatin1String anchor)
     return pattern.startsWith(anchor) && !isQuantifier(pattern.mid(anchor.size(), 1));
 }
 
+/// Whether nothing but look-aheads repeats anything.
+bool isBounded(const QString &pattern)
+{
+    const QStringList items = itemsOf(pattern);
+    return std::all_of(items.begin(), items.end(), [](const QString &item) {
+        if (item.startsWith(QLatin1String("(?!")) || item.startsWith(QLatin1String("(?=")))
+            return true;
+        if (item.startsWith(QLatin1Char('(')))
+            return isBounded(item.mid(1, item.size() - 2));
+        return item == QLatin1String("?") || !isQuantifier(item);
+    });
+}
+
+QString literalOf(const QString &pattern)
+{
+    QString literal;
+    for (const QString &item : itemsOf(pattern)) {
+        const QChar c = item.back();
+        const bool isEscaped = item.size() == 2 && item.at(0) == QLatin1Char('\\');
+        const bool isSign = c.isPunct() || c.isSymbol();
+        if (isEscaped ? !isSign : item.size() > 1 || QStringLiteral("*+?{|^$.()[]\\").contains(c))
+            return QString();
+        literal.append(c);
+    }
+    return literal;
+}
+
 PatternSplit::Part partOf(const QString &alternative)
 {
     PatternSplit::Part part;
@@ -136,10 +163,11 @@ PatternSplit::Part partOf(const QString &alternative)
     while (!items.isEmpty() && items.last().startsWith(kNotFollowedBy))
         lookAheads.prepend(takeForbidden(items.takeLast(), part.forbidden));
     // Look-aheads alone match nothing, wherever that is.
-    if (items.isEmpty() || part.forbidden.isEmpty())
-        part = {alternative, {}};
-    else
-        part.marker = items.join(QString()) + lookAheads;
+    if (items.isEmpty())
+        part.forbidden.clear();
+    part.marker = part.forbidden.isEmpty() ? alternative : items.join(QString()) + lookAheads;
+    part.literal = literalOf(part.marker);
+    part.longestMatch = isBounded(part.marker) ? part.marker.size() : PatternSplit::kUnbounded;
     part.isAtStart = beginsWith(part.marker, QLatin1String("^"));
     part.isAtBoundary = beginsWith(part.marker, QLatin1String("\\b"));
     return part;
@@ -154,7 +182,7 @@ bool hasBackReference(const QStringList &items)
 
 std::vector<PatternSplit::Part> PatternSplit::whole(const QString &pattern)
 {
-    return {{pattern, {}, false, false}};
+    return {{pattern, {}, QString(), kUnbounded, false, false}};
 }
 
 std::vector<PatternSplit::Part> PatternSplit::parts(const QString &pattern)

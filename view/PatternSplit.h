@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <limits>
 #include <vector>
 
 /// Takes apart patterns in QRegExp's classic syntax whose look-aheads reach to the
@@ -10,11 +11,17 @@
 /// each place that such a pattern begins at.
 namespace PatternSplit {
 
+constexpr int kUnbounded = std::numeric_limits<int>::max();
+
 /// A match of marker that ends at e is one of the whole pattern when no match of any
 /// of the forbidden patterns begins at e or behind it.
 struct Part {
     QString marker;
     QStringList forbidden;
+    /// What the marker is when it stands for one text only; else empty.
+    QString literal;
+    /// No match is longer, in UTF-16 code units; kUnbounded if any may be.
+    int longestMatch = kUnbounded;
     /// A match begins where the line does.
     bool isAtStart = false;
     /// A match begins at a word's boundary.

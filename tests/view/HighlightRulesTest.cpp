@@ -24,6 +24,9 @@ private slots:
     void otherRulesOfALongTextSeeBeyondTheLimit();
     void aFindThatSearchesToTheEndIsBounded();
     void aLookForFindsGoesOnWhereItEnded();
+    void aLookForRulesOfALongTextGoesOnWhereItEnded();
+    void rulesOfALongTextAreGivenUp();
+    void inAShortTextNothingIsGivenUp();
     void aChangedRuleIsLookedForAnew();
     void aRuleIsReplacedByItsName();
     void aRemovedRuleIsGone();
@@ -238,6 +241,51 @@ void HighlightRulesTest::aLookForFindsGoesOnWhereItEnded()
     QVERIFY2(calls >= 2 * 4, qPrintable(QString::number(calls)));
     QVERIFY(rules.lookForMatches(line, kAll, [] { return true; }));
     QCOMPARE(matchesOf(rules, line, Group::Finds), text("3:4000:1 2:4001:1"));
+}
+
+void HighlightRulesTest::aLookForRulesOfALongTextGoesOnWhereItEnded()
+{
+    const QString line = text("a ").repeated(2000) + text("ab word");
+    HighlightRules rules;
+    rules.set(text("A"), QRegExp(text("a+(?=b)")), kReserved);
+    rules.setWord(text("B"), text("word"), kReserved);
+    rules.set(text("C"), QRegExp(text("b+")), kKeyword);
+    rules.set(HighlightRules::findName(1), QRegExp(text("ab")), HighlightColour::Find1);
+    int calls = 1;
+    while (!rules.lookForMatches(line, kAll, [] { return true; })) {
+        ++calls;
+        QVERIFY(calls < 2000);
+    }
+    QVERIFY2(calls >= 3 * 4, qPrintable(QString::number(calls)));
+    QVERIFY(rules.lookForMatches(line, kAll, [] { return true; }));
+    QCOMPARE(matchesOf(rules, line, Group::Language), text("3:4000:1 3:4003:4 2:4001:1"));
+    QCOMPARE(matchesOf(rules, line, Group::Finds).section(QLatin1Char(':'), 1), text("4000:2"));
+    // The same text asked for as far as another place is looked through anew.
+    QCOMPARE(matchesOf(rules, line, Group::Language, 4001), text("3:4000:1"));
+}
+
+void HighlightRulesTest::rulesOfALongTextAreGivenUp()
+{
+    // Would take hours.
+    HighlightRules rules;
+    rules.setPatience(0);
+    rules.set(text("A"), QRegExp(text("a+(?=c)")), kReserved);
+    rules.setWord(text("B"), text("word"), kReserved);
+    rules.set(HighlightRules::findName(1), QRegExp(text("word")), kKeyword);
+    const QString line = text("word ") + text("a").repeated(1 << 20);
+    QCOMPARE(matchesOf(rules, line, Group::Language), text("3:0:4"));
+    QCOMPARE(matchesOf(rules, line, Group::Finds), text("2:0:4"));
+}
+
+void HighlightRulesTest::inAShortTextNothingIsGivenUp()
+{
+    HighlightRules rules;
+    rules.setPatience(0);
+    rules.set(text("A"), QRegExp(text("a+(?=c)")), kReserved);
+    rules.set(text("B"), QRegExp(text("c")), kKeyword);
+    const QString line = text("ab").repeated(LinePattern::kShortLine / 2 - 1) + text("ac");
+    QCOMPARE(line.size(), LinePattern::kShortLine);
+    QCOMPARE(matchesOf(rules, line), text("3:1022:1 2:1023:1"));
 }
 
 void HighlightRulesTest::aChangedRuleIsLookedForAnew()

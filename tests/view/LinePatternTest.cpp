@@ -200,6 +200,7 @@ void LinePatternTest::aLookAheadIsAskedOnceALine_data()
     QTest::addColumn<QString>("pattern");
     QTest::newRow("that ends with the line") << text("//(?!.*\\*/)");
     QTest::newRow("with others beside it") << text("//(?!!|.*\\*/)");
+    QTest::newRow("behind one that repeats") << text("//(?!=*!)(?!.*\\*/)");
     QTest::newRow("behind a repetition") << text("//+(?!.*\\*/)");
     QTest::newRow("in an alternative") << text("#|//(?!.*\\*/)");
     QTest::newRow("twice") << text("//(?!.*\\*/)(?!.*\\*\\))");

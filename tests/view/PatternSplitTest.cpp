@@ -10,6 +10,9 @@ private slots:
     void whatReachesToTheEndIsTakenOff();
     void alternativesArePartsOfTheirOwn();
     void whereAPartMayBeginIsTold();
+    void theLongestMatchIsTold_data();
+    void theLongestMatchIsTold();
+    void aLiteralIsTold();
     void othersStayWhole_data();
     void othersStayWhole();
 };
@@ -77,6 +80,51 @@ void PatternSplitTest::whereAPartMayBeginIsTold()
         QCOMPARE(parts[i].isAtBoundary, i == 1);
     }
     QVERIFY(!PatternSplit::parts(text("^(a)\\1")).front().isAtStart);
+}
+
+void PatternSplitTest::theLongestMatchIsTold_data()
+{
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<int>("longest"); // at least; -1 for any
+    QTest::newRow("text") << text("abc") << 3;
+    QTest::newRow("a look-ahead that repeats") << text("#(?!\\[=*\\[)(?!.*x)") << 1;
+    QTest::newRow("another one") << text("ab(?=c+)") << 2;
+    QTest::newRow("a class of signs") << text("(^|[\\s;({|*])#?") << 2;
+    QTest::newRow("signs that stand for themselves") << text("\\*\\{") << 2;
+    QTest::newRow("a repetition") << text("a+") << -1;
+    QTest::newRow("a counted one") << text("a{9}") << -1;
+    QTest::newRow("in a group") << text("(a|(b)c*)") << -1;
+    QTest::newRow("behind a look-ahead") << text("a(?=b)c+") << -1;
+    QTest::newRow("a text that stands for another") << text("(a+)\\1") << -1;
+}
+
+void PatternSplitTest::theLongestMatchIsTold()
+{
+    QFETCH(QString, pattern);
+    QFETCH(int, longest);
+    const auto parts = PatternSplit::parts(pattern);
+    QCOMPARE(parts.size(), std::size_t(1));
+    if (longest < 0) {
+        QCOMPARE(parts[0].longestMatch, PatternSplit::kUnbounded);
+    } else {
+        QVERIFY(parts[0].longestMatch >= longest);
+        QVERIFY(parts[0].longestMatch <= pattern.size());
+    }
+}
+
+void PatternSplitTest::aLiteralIsTold()
+{
+    const auto literalOf = [](const char *pattern) {
+        return PatternSplit::parts(text(pattern)).front().literal;
+    };
+    QCOMPARE(literalOf("//(?!.*\\*/)"), text("//"));
+    QCOMPARE(literalOf("/\\*"), text("/*"));
+    QCOMPARE(literalOf("<!--"), text("<!--"));
+    QCOMPARE(literalOf("]=}"), QString());
+    QCOMPARE(literalOf("\\\\a \\_b"), text("\\a _b"));
+    for (const char *pattern :
+         {"a.", "^a", "a$", "a+", "a?", "[a]", "(a)", "\\s", "\\ba", "\\x0041", "a(?!b)", "\\t"})
+        QCOMPARE(literalOf(pattern), QString());
 }
 
 void PatternSplitTest::othersStayWhole_data()
