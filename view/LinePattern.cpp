@@ -27,7 +27,7 @@ std::vector<LinePattern::Part> &LinePattern::parts() const
                            isOneText ? part.literal : QString(),
                            part.longestMatch,
                            {},
-                           part.isAtStart});
+                           part.limit});
         if (part.isAtBoundary)
             m_parts.back().marker.setBeginsAtBoundary();
         for (const QString &forbidden : part.forbidden)
@@ -115,7 +115,7 @@ bool LinePatternWalk::lookForPart(std::size_t part, int from)
 {
     LinePattern::Part &finders = m_pattern->parts()[part];
     PartSearch &search = m_parts[part];
-    const int limit = finders.isAtStart ? std::min(m_limit, 1) : m_limit;
+    const int limit = std::min(m_limit, finders.limit);
     if (!search.marker.isDone(from, limit)) {
         if (finders.literal.isEmpty())
             search.marker.step(finders.marker, m_line, limit);

@@ -32,7 +32,7 @@ private:
         QString literal; // what marker finds, if that is one text only
         int longestMatch = LineFinder::kNoLimit;
         std::vector<LineFinder> forbidden;
-        bool isAtStart = false;
+        int limit = LineFinder::kNoLimit;
     };
     std::vector<Part> &parts() const;
 

@@ -155,6 +155,15 @@ QString literalOf(const QString &pattern)
     return literal;
 }
 
+int limitOf(const QString &pattern)
+{
+    // Something behind the end of the line: how a definition says that it has no marker.
+    if (pattern.size() == 2 && pattern.at(0) == QLatin1Char('$')
+        && (pattern.at(1) == QLatin1Char('.') || !literalOf(pattern.mid(1)).isEmpty()))
+        return 0;
+    return beginsWith(pattern, QLatin1String("^")) ? 1 : PatternSplit::kUnbounded;
+}
+
 PatternSplit::Part partOf(const QString &alternative)
 {
     PatternSplit::Part part;
@@ -168,7 +177,7 @@ PatternSplit::Part partOf(const QString &alternative)
     part.marker = part.forbidden.isEmpty() ? alternative : items.join(QString()) + lookAheads;
     part.literal = literalOf(part.marker);
     part.longestMatch = isBounded(part.marker) ? part.marker.size() : PatternSplit::kUnbounded;
-    part.isAtStart = beginsWith(part.marker, QLatin1String("^"));
+    part.limit = limitOf(part.marker);
     part.isAtBoundary = beginsWith(part.marker, QLatin1String("\\b"));
     return part;
 }
@@ -182,7 +191,7 @@ bool hasBackReference(const QStringList &items)
 
 std::vector<PatternSplit::Part> PatternSplit::whole(const QString &pattern)
 {
-    return {{pattern, {}, QString(), kUnbounded, false, false}};
+    return {{pattern, {}, QString(), kUnbounded, kUnbounded, false}};
 }
 
 std::vector<PatternSplit::Part> PatternSplit::parts(const QString &pattern)

@@ -22,8 +22,9 @@ struct Part {
     QString literal;
     /// No match is longer, in UTF-16 code units; kUnbounded if any may be.
     int longestMatch = kUnbounded;
-    /// A match begins where the line does.
-    bool isAtStart = false;
+    /// Each match begins before it, in UTF-16 code units: 1 for one where the line
+    /// begins, 0 for none at all.
+    int limit = kUnbounded;
     /// A match begins at a word's boundary.
     bool isAtBoundary = false;
 };

@@ -76,10 +76,14 @@ void PatternSplitTest::whereAPartMayBeginIsTold()
     const auto parts = PatternSplit::parts(text("^a|\\ba|(^a)|b^|\\^|\\Ba|^?a|\\b*a"));
     QCOMPARE(parts.size(), std::size_t(8));
     for (std::size_t i = 0; i < parts.size(); ++i) {
-        QCOMPARE(parts[i].isAtStart, i == 0);
+        QCOMPARE(parts[i].limit, i == 0 ? 1 : PatternSplit::kUnbounded);
         QCOMPARE(parts[i].isAtBoundary, i == 1);
     }
-    QVERIFY(!PatternSplit::parts(text("^(a)\\1")).front().isAtStart);
+    QCOMPARE(PatternSplit::parts(text("^(a)\\1")).front().limit, PatternSplit::kUnbounded);
+    for (const char *never : {"$.", "$'"})
+        QCOMPARE(PatternSplit::parts(text(never)).front().limit, 0);
+    for (const char *some : {"$", "$+", "$|", "\\$.", "$.*", "$$"})
+        QCOMPARE(PatternSplit::parts(text(some)).front().limit, PatternSplit::kUnbounded);
 }
 
 void PatternSplitTest::theLongestMatchIsTold_data()
