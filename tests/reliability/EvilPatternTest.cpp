@@ -1,5 +1,6 @@
 #include "engine/LineFinder.h"
 #include "tests/engine_support/SearchCaseGenerator.h"
+#include "view/CommentScanner.h"
 #include "view/FindPattern.h"
 #include "view/HighlightRules.h"
 
@@ -16,6 +17,8 @@ private slots:
     void aSearchEnds();
     void theMarksOfAFindEnd_data();
     void theMarksOfAFindEnd();
+    void aLanguageGivesALongLineUp_data();
+    void aLanguageGivesALongLineUp();
     void aLongLineIsLeftBetweenTwoLooks_data();
     void aLongLineIsLeftBetweenTwoLooks();
 };
@@ -96,6 +99,41 @@ void EvilPatternTest::theMarksOfAFindEnd()
     rules.visitMatches(line, HighlightRules::Group::Finds, line.size(),
                        [&marks](int, int, HighlightColour) { ++marks; });
     QCOMPARE(marks, 0);
+}
+
+void EvilPatternTest::aLanguageGivesALongLineUp_data()
+{
+    QTest::addColumn<QString>("pattern");
+    for (const char *pattern : {"(a|aa)+(?=c)", "(?!(a*)*b)c", "(a*)\\1c", "a.*c(?!.*b)"})
+        QTest::newRow(pattern) << QString::fromLatin1(pattern);
+}
+
+/// As keyword and as each of the markers of comments.
+void EvilPatternTest::aLanguageGivesALongLineUp()
+{
+    QFETCH(QString, pattern);
+    const QRegExp evil(pattern);
+    const QRegExp never(QStringLiteral("\\^"));
+    const QString line = almost().repeated(kLongText / 300 + 1) + QLatin1Char('b');
+
+    HighlightRules rules;
+    rules.setPatience(0);
+    rules.set(QStringLiteral("KeyWord_0"), evil, HighlightColour::Keyword);
+    int parts = 0;
+    rules.visitMatches(line, HighlightRules::Group::Language, line.size(),
+                       [&parts](int, int, HighlightColour) { ++parts; });
+    QCOMPARE(parts, 0);
+
+    for (const CommentMarkers &markers :
+         {CommentMarkers{evil, never, never}, CommentMarkers{never, evil, never},
+          CommentMarkers{never, never, evil}}) {
+        CommentScanner scanner(markers, StringLiterals());
+        scanner.setPatience(0);
+        CommentScanner::OpenComments open = {1};
+        QCOMPARE(scanner.blockComments(line, open).size(), std::size_t(1));
+        QCOMPARE(open.count(), 1);
+        QCOMPARE(scanner.lineComment(line, {}), -1);
+    }
 }
 
 void EvilPatternTest::aLongLineIsLeftBetweenTwoLooks_data()
