@@ -8,9 +8,8 @@ namespace {
 
 /// Shorter lines are searched as a whole: no pattern takes long for them.
 constexpr int kShortLine = 256;
-/// Looked at in one look, an estimate of its time: each place that is tried counts as
-/// what it sees.
-constexpr int kUnitsOfALook = 16 * 1024;
+/// Tried in one look, each of which may see all that is in sight.
+constexpr int kPlacesOfALook = 16;
 /// A longer line goes by pieces also for a pattern that repeats nothing.
 constexpr int kLongLine = 16384;
 
@@ -31,6 +30,15 @@ bool repeats(const QString &pattern)
     return false;
 }
 
+/// As QRegExp decides where "\b" matches.
+bool isWordAt(const QString &line, int at)
+{
+    if (at < 0 || at >= line.size())
+        return false;
+    const QChar c = line.at(at);
+    return c.isLetterOrNumber() || c.isMark() || c == QLatin1Char('_');
+}
+
 QString withoutCopy(const QString &line, int from, int to)
 {
     return QString::fromRawData(line.constData() + from, to - from);
@@ -38,8 +46,9 @@ QString withoutCopy(const QString &line, int from, int to)
 
 } // namespace
 
-LineFinder::LineFinder(const QRegExp &pattern)
+LineFinder::LineFinder(const QRegExp &pattern, int sight)
     : m_pattern(pattern)
+    , m_sight(sight)
     , m_repeats(repeats(pattern.pattern()))
     , m_hasEnd(pattern.pattern().contains(QLatin1Char('$')))
     , m_asksBefore(pattern.pattern().contains(QLatin1String("\\b"), Qt::CaseInsensitive))
@@ -69,10 +78,14 @@ bool LineFinder::isRuledOut(const QString &line, int from, int to)
 /// Of the match that begins exactly there; 0 without one. Adds what was seen to units.
 int LineFinder::lengthAt(const QString &line, int start, int *units) const
 {
-    const int seenEnd = std::min(start + kSight, line.size());
+    const bool isBehindWord = isWordAt(line, start - 1);
+    if (m_beginsAtBoundary && isBehindWord == isWordAt(line, start))
+        return 0;
+    const int seenEnd = std::min(start + m_sight, line.size());
     *units += seenEnd - start;
-    // A search backward tries its place alone, and what is before it in the text.
-    const int first = m_asksBefore && start > 0 ? start - 1 : start;
+    // A search backward tries its place alone, and what is before it in the text. The
+    // start of the text is to "\b" what a character of no word is.
+    const int first = m_asksBefore && isBehindWord ? start - 1 : start;
     const QString seen = withoutCopy(line, first, seenEnd);
     const auto caret = start > 0 ? QRegExp::CaretWontMatch : QRegExp::CaretAtZero;
     if (m_pattern.lastIndexIn(seen, start - first, caret) != start - first)
@@ -90,9 +103,9 @@ LineFinder::Look LineFinder::lookForward(const QString &line, int from, int limi
     if (!goesByPlaces(line))
         return wholeForward(line, from, limit);
     const int end = std::min((from / kPiece + 1) * kPiece, limit);
-    if (isRuledOut(line, from, end + kSight))
+    if (isRuledOut(line, from, end + m_sight))
         return {{}, end};
-    for (int units = 0; from < end && units < kUnitsOfALook; ++from) {
+    for (int units = 0; from < end && units < kPlacesOfALook * m_sight; ++from) {
         const int length = lengthAt(line, from, &units);
         if (length > 0)
             return {{from, length}, from + length};
@@ -108,9 +121,9 @@ LineFinder::Look LineFinder::lookBackward(const QString &line, int from, int end
     if (!goesByPlaces(line))
         return wholeBackward(line, from, end);
     const int first = (from - 1) / kPiece * kPiece;
-    if (isRuledOut(line, first, from + kSight))
+    if (isRuledOut(line, first, from + m_sight))
         return {{}, first};
-    for (int units = 0; from > first && units < kUnitsOfALook;) {
+    for (int units = 0; from > first && units < kPlacesOfALook * m_sight;) {
         const int length = lengthAt(line, --from, &units);
         if (length > 0 && from + length <= end)
             return {{from, length}, from};

@@ -46,7 +46,12 @@ public:
 
     /// Never finds anything.
     LineFinder() = default;
-    explicit LineFinder(const QRegExp &pattern);
+    /// sight stands for kSight in what is said above.
+    explicit LineFinder(const QRegExp &pattern, int sight = kSight);
+
+    /// Tells that each match begins where "\b" matches, so that other places are not
+    /// tried.
+    void setBeginsAtBoundary() { m_beginsAtBoundary = true; }
 
     /// The first match, not an empty one, that begins at or behind from and before
     /// limit. Without a match the look may have ended anywhere, at the end of the piece
@@ -67,8 +72,10 @@ private:
     Look wholeBackward(const QString &line, int from, int end) const;
 
     QRegExp m_pattern;
+    int m_sight = kSight;
     bool m_repeats = false;
     bool m_hasEnd = false; // "$"
+    bool m_beginsAtBoundary = false;
     bool m_asksBefore = false; // for the unit before a match, as "\b" does
     std::optional<LineAutomaton> m_automaton; // made for the first long line
 };

@@ -34,43 +34,66 @@ CommentScanner::CommentScanner(const CommentMarkers &markers, const StringLitera
 {
 }
 
-int CommentScanner::nextSingleLine(Line &line, int from) const
+CommentScanner::Line CommentScanner::lineOf(const QString &text) const
 {
-    const bool isAhead = line.nextSingleLine == -1 || line.nextSingleLine >= from;
-    if (!isAhead)
-        line.nextSingleLine = m_markers.singleLine.indexIn(line.text, from);
-    return line.nextSingleLine;
+    return {text,
+            {m_markers.singleLine, text},
+            {m_markers.multiLineStart, text},
+            {m_markers.multiLineEnd, text},
+            {},
+            false};
 }
 
-TextSpan CommentScanner::find(const QRegExp &marker, Line &line, int from,
+TextSpan CommentScanner::next(LinePatternWalk &marker, Line &line, int from) const
+{
+    while (!line.isGivenUp) {
+        const LinePatternWalk::Look look = marker.look(from);
+        if (look.isDone) {
+            const LineFinder::Match &match = look.match;
+            return match.isValid() ? TextSpan{match.start, match.start + match.length} : kNone;
+        }
+        if (!line.timer.isValid())
+            line.timer.start();
+        line.isGivenUp = line.timer.elapsed() >= m_patienceMilliseconds;
+    }
+    return kNone;
+}
+
+TextSpan CommentScanner::nextOutside(LinePatternWalk &marker, Line &line, int from, int end,
+                                     StringLiterals::Context context) const
+{
+    const auto nextFrom = [&](int place) {
+        return next(marker, line, place);
+    };
+    return m_literals.findOutside(nextFrom, line.text, from, end, context);
+}
+
+TextSpan CommentScanner::find(LinePatternWalk &marker, Line &line, int from,
                               StringLiterals::Context context) const
 {
-    const int match = m_literals.indexOutside(marker, line.text, from, context);
-    if (match < 0)
+    const TextSpan span = nextOutside(marker, line, from, line.text.size(), context);
+    if (!found(span))
         return kNone;
-    const TextSpan span = {match, match + marker.matchedLength()};
-    if (m_markers.singleLine.isEmpty())
-        return span;
     // What looks like a marker may still stand in a literal.
-    int comment = nextSingleLine(line, from);
-    if (comment >= 0 && comment < match)
-        comment = m_literals.indexOutside(m_markers.singleLine, line.text, from, context);
-    return comment >= 0 && comment < match ? kNone : span;
+    TextSpan comment = next(line.singleLine, line, from);
+    if (found(comment) && comment.start < span.start)
+        comment = nextOutside(line.singleLine, line, from, span.start, context);
+    return found(comment) && comment.start < span.start ? kNone : span;
 }
 
 TextSpan CommentScanner::findStart(Line &line, int from) const
 {
-    return find(m_markers.multiLineStart, line, from, StringLiterals::Context::Code);
+    return find(line.multiLineStart, line, from, StringLiterals::Context::Code);
 }
 
 TextSpan CommentScanner::findEnd(Line &line, int from) const
 {
-    return find(m_markers.multiLineEnd, line, from, StringLiterals::Context::Comment);
+    return find(line.multiLineEnd, line, from, StringLiterals::Context::Comment);
 }
 
 std::vector<TextSpan> CommentScanner::blockComments(const QString &text, OpenComments &open) const
 {
-    Line line{text};
+    Line line = lineOf(text);
     std::vector<TextSpan> spans;
     const bool continued = !open.isEmpty();
     TextSpan start = findStart(line, 0);
@@ -106,18 +129,19 @@ std::vector<TextSpan> CommentScanner::blockComments(const QString &text, OpenCom
 
 int CommentScanner::lineComment(const QString &text, const std::vector<TextSpan> &blocks) const
 {
-    Line line{text};
     if (m_markers.singleLine.isEmpty())
         return -1;
+    Line line = lineOf(text);
     for (const TextSpan &gap : gapsBetween(blocks, text.size())) {
-        const int next = nextSingleLine(line, gap.start);
-        if (next < 0)
+        const TextSpan ahead = next(line.singleLine, line, gap.start);
+        if (!found(ahead))
             return -1;
-        if (next >= gap.end)
+        if (ahead.start >= gap.end)
             continue;
-        const int start = m_literals.indexOutside(m_markers.singleLine, text, gap.start);
-        if (start >= 0 && start < gap.end)
-            return start;
+        const TextSpan marker =
+            nextOutside(line.singleLine, line, gap.start, gap.end, StringLiterals::Context::Code);
+        if (found(marker))
+            return marker.start;
     }
     return -1;
 }

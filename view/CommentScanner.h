@@ -1,8 +1,9 @@
 #pragma once
 
+#include "view/LinePattern.h"
 #include "view/StringLiterals.h"
 
-#include <QRegExp>
+#include <QElapsedTimer>
 #include <QString>
 
 #include <vector>
@@ -10,10 +11,10 @@
 /// What marks the comments of a language.
 struct CommentMarkers {
     /// Begins a comment that ends with its line. Empty without one.
-    QRegExp singleLine;
+    LinePattern singleLine;
     // Around a comment that may span lines.
-    QRegExp multiLineStart;
-    QRegExp multiLineEnd;
+    LinePattern multiLineStart;
+    LinePattern multiLineEnd;
 };
 
 /// Finds the comments of one line after the other.
@@ -28,6 +29,9 @@ struct CommentMarkers {
 ///    marker and no end marker at all.
 /// 3. Each end marker closes the innermost comment; while others are open, what
 ///    follows is still comment.
+///
+/// A line for which a definition's markers take longer than the patience, which a line
+/// of up to LinePattern::kShortLine units never does, has no further markers.
 class CommentScanner {
 public:
     /// How many block comments are open. Only their number decides about a line;
@@ -45,6 +49,11 @@ public:
 
     CommentScanner(const CommentMarkers &markers, const StringLiterals &literals);
 
+    /// How long the markers of one line are looked for, in milliseconds; with 0 by one
+    /// look.
+    void setPatience(int milliseconds) { m_patienceMilliseconds = milliseconds; }
+    static constexpr int kPatienceMilliseconds = 200;
+
     /// The parts of the line that belong to comments of the start and end
     /// markers, those that began in earlier lines included, from left to right.
     /// open is what the lines before left open, and afterwards what this one
@@ -61,21 +70,27 @@ public:
                                               const std::vector<TextSpan> &blocks, int end) const;
 
 private:
-    /// One line, and the first text like a single-line comment's marker at or
-    /// behind the place that was asked for last: looking for it again from each
+    /// One line, and what was found in it: looking for the same marker again from each
     /// comment of a long line would take the square of its length.
     struct Line {
         const QString &text;
-        int nextSingleLine = kNotSearched;
-        static constexpr int kNotSearched = -2;
+        LinePatternWalk singleLine;
+        LinePatternWalk multiLineStart;
+        LinePatternWalk multiLineEnd;
+        QElapsedTimer timer; // from the second look on
+        bool isGivenUp = false;
     };
 
-    int nextSingleLine(Line &line, int from) const;
-    TextSpan find(const QRegExp &marker, Line &line, int from,
+    Line lineOf(const QString &text) const;
+    TextSpan next(LinePatternWalk &marker, Line &line, int from) const;
+    TextSpan nextOutside(LinePatternWalk &marker, Line &line, int from, int end,
+                         StringLiterals::Context context) const;
+    TextSpan find(LinePatternWalk &marker, Line &line, int from,
                   StringLiterals::Context context) const;
     TextSpan findStart(Line &line, int from) const;
     TextSpan findEnd(Line &line, int from) const;
 
     CommentMarkers m_markers;
     StringLiterals m_literals;
+    int m_patienceMilliseconds = kPatienceMilliseconds;
 };

@@ -2,6 +2,8 @@
 
 #include "view/LanguagePattern.h"
 
+#include <QElapsedTimer>
+
 #include <algorithm>
 
 namespace {
@@ -17,6 +19,11 @@ bool isPlainWord(const QString &text)
     return !text.isEmpty() && std::all_of(text.begin(), text.end(), isWordCharacter);
 }
 
+bool isLong(const QString &text)
+{
+    return text.size() > LinePattern::kShortLine;
+}
+
 } // namespace
 
 QString HighlightRules::findName(int number)
@@ -27,7 +34,7 @@ QString HighlightRules::findName(int number)
 void HighlightRules::forget()
 {
     m_prepared = false;
-    m_finds = Finds();
+    m_known = Known();
 }
 
 void HighlightRules::clear()
@@ -44,7 +51,9 @@ void HighlightRules::remove(const QString &name)
 
 void HighlightRules::put(const QString &name, Rule rule)
 {
-    if (!(name < QLatin1String("z")))
+    if (name < QLatin1String("z"))
+        rule.pattern = LinePattern(rule.expression, kSight);
+    else
         rule.finder = LineFinder(rule.expression);
     m_rules[name] = std::move(rule);
     forget();
@@ -52,18 +61,17 @@ void HighlightRules::put(const QString &name, Rule rule)
 
 void HighlightRules::set(const QString &name, const QRegExp &expression, HighlightColour colour)
 {
-    put(name, {expression, colour, QString(), LineFinder()});
+    put(name, {expression, colour, QString(), {}, {}});
 }
 
 void HighlightRules::setWord(const QString &name, const QString &word, HighlightColour colour)
 {
     if (isPlainWord(word)) {
-        put(name, {QRegExp(), colour, word, LineFinder()});
+        put(name, {QRegExp(), colour, word, {}, {}});
         return;
     }
     const QLatin1String boundary("\\b");
-    put(name,
-        {LanguagePattern::compiled(boundary + word + boundary), colour, QString(), LineFinder()});
+    put(name, {LanguagePattern::compiled(boundary + word + boundary), colour, QString(), {}, {}});
 }
 
 QRegExp HighlightRules::expression(const QString &name) const
@@ -120,14 +128,11 @@ std::vector<HighlightRules::Match> HighlightRules::wordMatches(const QString &te
     return matches;
 }
 
-void HighlightRules::visitRule(const Rule &rule, const QString &wholeText, int limit,
+void HighlightRules::visitRule(const Rule &rule, const QString &text, int limit,
                                const Visitor &visitor)
 {
     if (rule.expression.isEmpty())
         return;
-    // Where a long text has no match, each rule would walk to its end.
-    const int seen = wholeText.size() - limit > kLongText ? limit + kLongText : wholeText.size();
-    const QString text = QString::fromRawData(wholeText.constData(), seen);
     int from = 0;
     while (from <= text.size()) {
         const int start = rule.expression.indexIn(text, from);
@@ -140,50 +145,100 @@ void HighlightRules::visitRule(const Rule &rule, const QString &wholeText, int l
     }
 }
 
-bool HighlightRules::lookForFinds(const QString &text, int limit,
-                                  const std::function<bool()> &isTimeUp) const
+bool HighlightRules::lookForMatches(const QString &text, int limit,
+                                    const std::function<bool()> &isTimeUp) const
 {
     prepare();
     const int end = std::min(limit, text.size());
-    if (m_finds.limit != end || m_finds.text != text)
-        m_finds = {text, end, m_firstFind, 0, {}};
+    if (m_known.limit != end || m_known.text != text) {
+        m_known = Known();
+        m_known.text = text;
+        m_known.limit = end;
+        // In a short text the language's rules take no time.
+        m_known.order = isLong(text) ? 0 : m_firstFind;
+    }
     bool isFirst = true;
-    while (m_finds.order < static_cast<int>(m_order.size())) {
+    while (m_known.order < static_cast<int>(m_order.size())) {
         if (!isFirst && isTimeUp())
             return false;
         isFirst = false;
-        LineFinder &finder = m_order[static_cast<std::size_t>(m_finds.order)]->finder;
-        const LineFinder::Look look = finder.lookForward(text, m_finds.from, end);
-        m_finds.from = look.next;
-        if (look.match.isValid())
-            m_finds.matches.push_back({m_finds.order, look.match.start, look.match.length});
-        if (look.next >= end) {
-            ++m_finds.order;
-            m_finds.from = 0;
-        }
+        look();
     }
     return true;
 }
 
-void HighlightRules::visitFinds(const QString &text, int limit, const Visitor &visitor) const
+void HighlightRules::look() const
 {
-    lookForFinds(text, limit, [] { return false; });
-    for (const Match &match : m_finds.matches)
-        visitor(match.start, match.length, m_order[static_cast<std::size_t>(match.order)]->colour);
+    const Rule &rule = *m_order[static_cast<std::size_t>(m_known.order)];
+    if (m_known.order >= m_firstFind)
+        return lookForFind(rule);
+    QElapsedTimer timer;
+    timer.start();
+    lookForLanguage(rule);
+    m_known.nanoseconds += timer.nsecsElapsed();
+    if (m_known.order < m_firstFind
+        && m_known.nanoseconds >= qint64(m_patienceMilliseconds) * 1000 * 1000)
+        goOnToRule(m_firstFind);
+}
+
+void HighlightRules::lookForLanguage(const Rule &rule) const
+{
+    if (!m_known.walk)
+        m_known.walk.emplace(rule.pattern, m_known.text, m_known.limit);
+    const LinePatternWalk::Look look = m_known.walk->look(m_known.from);
+    if (!look.isDone)
+        return;
+    if (!look.match.isValid())
+        return goOnToRule(m_known.order + 1);
+    m_known.matches.push_back({m_known.order, look.match.start, look.match.length});
+    m_known.from = look.match.start + look.match.length;
+}
+
+void HighlightRules::lookForFind(const Rule &rule) const
+{
+    const LineFinder::Look look =
+        rule.finder.lookForward(m_known.text, m_known.from, m_known.limit);
+    m_known.from = look.next;
+    if (look.match.isValid())
+        m_known.matches.push_back({m_known.order, look.match.start, look.match.length});
+    if (look.next >= m_known.limit)
+        goOnToRule(m_known.order + 1);
+}
+
+void HighlightRules::goOnToRule(int order) const
+{
+    m_known.order = order;
+    m_known.from = 0;
+    m_known.walk.reset();
+}
+
+/// What is known of the rules from order to end.
+void HighlightRules::visitKnown(int order, int end, const Visitor &visitor) const
+{
+    const auto first = std::partition_point(m_known.matches.begin(), m_known.matches.end(),
+                                            [&](const Match &m) { return m.order < order; });
+    for (auto match = first; match != m_known.matches.end() && match->order < end; ++match)
+        visitor(match->start, match->length,
+                m_order[static_cast<std::size_t>(match->order)]->colour);
 }
 
 void HighlightRules::visitMatches(const QString &text, Group group, int limit,
                                   const Visitor &visitor) const
 {
-    if (group == Group::Finds)
-        return visitFinds(text, limit, visitor);
     prepare();
+    if (group == Group::Finds || isLong(text))
+        lookForMatches(text, limit, [] { return false; });
+    if (group == Group::Finds)
+        return visitKnown(m_firstFind, static_cast<int>(m_order.size()), visitor);
     const std::vector<Match> words = wordMatches(text, limit);
     auto word = words.begin();
     for (int place = 0; place < m_firstFind; ++place) {
         const Rule &rule = *m_order[static_cast<std::size_t>(place)];
         for (; word != words.end() && word->order == place; ++word)
             visitor(word->start, word->length, rule.colour);
-        visitRule(rule, text, limit, visitor);
+        if (isLong(text))
+            visitKnown(place, place + 1, visitor);
+        else
+            visitRule(rule, text, limit, visitor);
     }
 }

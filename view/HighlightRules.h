@@ -2,6 +2,7 @@
 
 #include "engine/LineFinder.h"
 #include "view/HighlightColour.h"
+#include "view/LinePattern.h"
 
 #include <QHash>
 #include <QRegExp>
@@ -12,6 +13,7 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <vector>
 
 /// Named rules, each a pattern and a colour, applied in the order of their names
@@ -26,7 +28,9 @@ public:
     /// Called for each match that is not empty.
     using Visitor = std::function<void(int start, int length, HighlightColour colour)>;
 
-    static constexpr int kLongText = 16384;
+    /// How far a match of a rule of the language sees in a long text, in UTF-16 code
+    /// units.
+    static constexpr int kSight = 4096;
 
     /// The rules that mark what was found come after all others, by their names.
     enum class Group { Language, Finds };
@@ -49,15 +53,22 @@ public:
     /// rule by rule in order, the matches of each from left to right, not
     /// overlapping.
     ///
-    /// Matches of what was found are those of LineFinder, which in a long text may
-    /// end early. The other rules see kLongText units beyond limit.
+    /// In a text of more than LinePattern::kShortLine units, matches of the language's
+    /// rules are those of LinePatternWalk, and may be none after the patience is used
+    /// up; those of what was found are LineFinder's, and may end early.
     void visitMatches(const QString &text, Group group, int limit, const Visitor &visitor) const;
 
-    /// Looks for what visitMatches() will visit of the group Finds for the same text
-    /// and limit, until isTimeUp says so; it is asked before each look but the first.
-    /// True when all is known. Otherwise the next call for this text and limit goes
-    /// on where this one ended.
-    bool lookForFinds(const QString &text, int limit, const std::function<bool()> &isTimeUp) const;
+    /// Looks for what visitMatches() will visit for the same text and limit, but for what
+    /// costs next to nothing, until isTimeUp says so; it is asked before each look but
+    /// the first. True when all is known. Otherwise the next call for this text and
+    /// limit goes on where this one ended.
+    bool lookForMatches(const QString &text, int limit,
+                        const std::function<bool()> &isTimeUp) const;
+
+    /// How long the language's rules are looked for in one text, in milliseconds; with 0
+    /// by one look.
+    void setPatience(int milliseconds) { m_patienceMilliseconds = milliseconds; }
+    static constexpr int kPatienceMilliseconds = 5000;
 
 private:
     struct Rule {
@@ -67,6 +78,8 @@ private:
         QString word;
         /// For the matches of what was found.
         mutable LineFinder finder;
+        /// For those of the language in a long text.
+        LinePattern pattern;
     };
     struct Match {
         int order;
@@ -78,9 +91,12 @@ private:
     void forget();
     void prepare() const;
     std::vector<Match> wordMatches(const QString &text, int limit) const;
-    static void visitRule(const Rule &rule, const QString &wholeText, int limit,
-                          const Visitor &visitor);
-    void visitFinds(const QString &text, int limit, const Visitor &visitor) const;
+    void look() const;
+    void lookForLanguage(const Rule &rule) const;
+    void lookForFind(const Rule &rule) const;
+    void goOnToRule(int order) const;
+    static void visitRule(const Rule &rule, const QString &text, int limit, const Visitor &visitor);
+    void visitKnown(int order, int end, const Visitor &visitor) const;
 
     std::map<QString, Rule> m_rules;
 
@@ -92,13 +108,16 @@ private:
     /// texts in m_rules.
     mutable QHash<QStringView, QVector<int>> m_words;
 
-    /// What was found in one text, as far as it is known.
-    struct Finds {
+    /// The matches in one text, as far as they are known.
+    struct Known {
         QString text;
         int limit = -1;
         int order = 0; // of the rule to go on with
         int from = 0;
-        std::vector<Match> matches;
+        std::optional<LinePatternWalk> walk; // of that rule, when it is the language's
+        qint64 nanoseconds = 0; // spent on the language's rules
+        std::vector<Match> matches; // by their orders
     };
-    mutable Finds m_finds;
+    mutable Known m_known;
+    int m_patienceMilliseconds = kPatienceMilliseconds;
 };

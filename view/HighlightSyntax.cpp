@@ -131,7 +131,7 @@ void HighlightSyntax::setCommentRule()
     if (m_markers.singleLine.isEmpty())
         m_rules.remove(rule);
     else
-        m_rules.set(rule, m_markers.singleLine, HighlightColour::LineComment);
+        m_rules.set(rule, m_markers.singleLine.expression(), HighlightColour::LineComment);
 }
 
 void HighlightSyntax::takeBlockComments(const QString &start, const QString &end)

@@ -248,7 +248,7 @@ bool Highlighter::knowsFinds(const QString &text, int units, qint64 *nanoseconds
     const auto isTimeUp = [&] {
         return timer.nsecsElapsed() >= *nanosecondsLeft;
     };
-    const bool allKnown = m_syntax.rules().lookForFinds(text, units, isTimeUp);
+    const bool allKnown = m_syntax.rules().lookForMatches(text, units, isTimeUp);
     *nanosecondsLeft -= timer.nsecsElapsed();
     return allKnown;
 }

@@ -2,14 +2,6 @@
 
 namespace {
 
-int indexOfSome(const QRegExp &pattern, const QString &text, int from)
-{
-    int match = pattern.indexIn(text, from);
-    while (match >= 0 && pattern.matchedLength() == 0)
-        match = match < text.size() ? pattern.indexIn(text, match + 1) : -1;
-    return match;
-}
-
 /// Where the part ends in which a literal hides what else begins there. An
 /// apostrophe closes nothing and hides nothing; a double quote is one in code only.
 int endOfHidden(const StringLiteral &literal, StringLiterals::Context context)
@@ -21,15 +13,9 @@ int endOfHidden(const StringLiteral &literal, StringLiterals::Context context)
 
 } // namespace
 
-StringLiterals::StringLiterals()
-    // Without the closing quote, so that a literal that runs out of its line
-    // matches as well.
-    : m_doubleQuoteString(QStringLiteral("\"[^\"]*")), m_singleQuoteString(QStringLiteral("'[^']*"))
-{
-}
-
-bool StringLiterals::nextLiteral(const QString &text, const TextSpan &range, Context context,
-                                 StringLiteral &literal) const
+/// Of the literals that begin before before.
+bool StringLiterals::nextLiteral(const QString &text, const TextSpan &range, int before,
+                                 Context context, StringLiteral &literal) const
 {
     const auto opens = [&](int position) {
         const QChar c = text.at(position);
@@ -39,16 +25,14 @@ bool StringLiterals::nextLiteral(const QString &text, const TextSpan &range, Con
             || !text.at(position - 1).isLetterOrNumber();
     };
     int start = range.start;
-    while (start < range.end && !opens(start))
+    while (start < before && !opens(start))
         ++start;
-    if (start >= range.end)
+    if (start >= before)
         return false;
     literal.quote = text.at(start);
-    const bool isDouble = literal.quote == QLatin1Char('"');
-    const QRegExp &pattern = isDouble ? m_doubleQuoteString : m_singleQuoteString;
-    // cppcheck-suppress ignoredReturnValue ; the matched length tells the same
-    pattern.indexIn(text, start);
-    const int close = start + pattern.matchedLength();
+    // An expression takes longer to begin than most literals to walk through.
+    const int quote = text.indexOf(literal.quote, start + 1);
+    const int close = quote < 0 ? text.size() : quote;
     literal.closed = close < range.end;
     literal.span = {start, literal.closed ? close + 1 : range.end};
     return true;
@@ -58,24 +42,25 @@ std::vector<StringLiteral> StringLiterals::find(const QString &text, const TextS
 {
     std::vector<StringLiteral> literals;
     StringLiteral literal;
-    for (int from = range.start; nextLiteral(text, {from, range.end}, Context::Code, literal);) {
+    for (int from = range.start;
+         nextLiteral(text, {from, range.end}, range.end, Context::Code, literal);) {
         from = endOfHidden(literal, Context::Code);
         literals.push_back(literal);
     }
     return literals;
 }
 
-int StringLiterals::indexOutside(const QRegExp &pattern, const QString &text, int from,
-                                 Context context) const
+TextSpan StringLiterals::findOutside(const Finder &find, const QString &text, int from, int end,
+                                     Context context) const
 {
-    int match = indexOfSome(pattern, text, from);
+    TextSpan match = find(from);
     StringLiteral literal;
     int quotesFrom = from;
-    while (match >= 0 && nextLiteral(text, {quotesFrom, text.size()}, context, literal)
-           && literal.span.start < match) {
+    while (match.start >= 0 && match.start < end
+           && nextLiteral(text, {quotesFrom, text.size()}, match.start, context, literal)) {
         quotesFrom = endOfHidden(literal, context);
-        if (match < quotesFrom)
-            match = indexOfSome(pattern, text, quotesFrom);
+        if (match.start < quotesFrom)
+            match = find(quotesFrom);
     }
-    return match;
+    return match.start < end ? match : TextSpan{-1, -1};
 }

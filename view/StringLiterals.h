@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QRegExp>
 #include <QString>
 
+#include <functional>
 #include <vector>
 
 /// Half-open range of a line, in UTF-16 code units.
@@ -30,8 +30,6 @@ struct StringLiteral {
 /// literal opens no other one. There are no escapes: "C:\" is a whole literal.
 class StringLiterals {
 public:
-    StringLiterals();
-
     /// Whether '...' is a literal too; "..." always is. Initially it is.
     void setSingleQuotes(bool areLiterals) { m_singleQuotes = areLiterals; }
     bool singleQuotes() const { return m_singleQuotes; }
@@ -47,19 +45,20 @@ public:
         Comment
     };
 
-    /// Position of the first match of pattern, at from or later, that does not
-    /// begin inside a literal that hides it (which begin at from or later as well);
-    /// -1 without one. The pattern's own opening quote is not inside the literal
-    /// that it opens. Matches of no character are passed over. After a match,
-    /// pattern.matchedLength() is its length.
-    int indexOutside(const QRegExp &pattern, const QString &text, int from,
-                     Context context = Context::Code) const;
+    /// The first match at or behind from, not an empty one; one that starts at -1
+    /// without any.
+    using Finder = std::function<TextSpan(int from)>;
+
+    /// The first match of find, at from or later, that begins before end and does not
+    /// begin inside a literal that hides it (which begin at from or later as well); one
+    /// that starts at -1 without any. A match's own opening quote is not inside the
+    /// literal that it opens.
+    TextSpan findOutside(const Finder &find, const QString &text, int from, int end,
+                         Context context = Context::Code) const;
 
 private:
-    bool nextLiteral(const QString &text, const TextSpan &range, Context context,
+    bool nextLiteral(const QString &text, const TextSpan &range, int before, Context context,
                      StringLiteral &literal) const;
 
-    QRegExp m_doubleQuoteString;
-    QRegExp m_singleQuoteString;
     bool m_singleQuotes = true;
 };

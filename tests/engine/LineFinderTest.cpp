@@ -23,6 +23,8 @@ private slots:
     void theStartOfAPieceIsNoStartOfTheLine();
     void aMatchThatBeginsAtTheLimitIsNone();
     void aMatchBehindTheEndIsNone();
+    void anotherSightMayBeAskedFor();
+    void onlyBoundariesAreTriedIfSaid();
     void aCarriageReturnMayBeMatched();
     void withoutAPatternNothingIsFound_data();
     void withoutAPatternNothingIsFound();
@@ -271,6 +273,29 @@ void LineFinderTest::aMatchBehindTheEndIsNone()
     QCOMPARE(found.lookBackward(line, 4, 3).match.start, 0);
     QCOMPARE(found.lookBackward(line, 9, 9).match.start, 2);
     QVERIFY(!found.lookBackward(line, 0, 4).match.isValid());
+}
+
+void LineFinderTest::anotherSightMayBeAskedFor()
+{
+    QCOMPARE(forwardByLooks(LineFinder(QRegExp(text("a+")), 2000), letters(3000)),
+             QStringList({text("0:2000"), text("2000:1000")}));
+    QCOMPARE(forwardByLooks(LineFinder(QRegExp(text("a+b")), 3000), letters(3000) + text("b")),
+             QStringList(text("1:3000")));
+}
+
+void LineFinderTest::onlyBoundariesAreTriedIfSaid()
+{
+    const QString line = QString::fromUtf8("aab -ab_ab+\u3042ab\u0301 ab ").repeated(100);
+    for (const char *pattern : {"\\b[ab]+", "\\b[^ab]+", "\\b\\W*", "\\ba+b(?=\\W)", "\\b.{2}"}) {
+        LineFinder some = finder(pattern);
+        some.setBeginsAtBoundary();
+        QCOMPARE(forwardByLooks(some, line), forwardByLooks(finder(pattern), line));
+        QCOMPARE(forwardByLooks(some, line), forwardInOneGo(QRegExp(text(pattern)), line));
+        QCOMPARE(backwardByLooks(some, line), backwardByLooks(finder(pattern), line));
+    }
+    LineFinder other = finder("b+");
+    other.setBeginsAtBoundary();
+    QCOMPARE(forwardByLooks(other, letters(300) + text(" bb ab")), QStringList(text("301:2")));
 }
 
 void LineFinderTest::aCarriageReturnMayBeMatched()

@@ -1,5 +1,6 @@
 #include "engine/LineFinder.h"
 #include "tests/engine_support/SearchCaseGenerator.h"
+#include "view/CommentScanner.h"
 #include "view/FindPattern.h"
 #include "view/HighlightRules.h"
 
@@ -16,11 +17,16 @@ private slots:
     void aSearchEnds();
     void theMarksOfAFindEnd_data();
     void theMarksOfAFindEnd();
+    void aLanguageGivesALongLineUp_data();
+    void aLanguageGivesALongLineUp();
     void aLongLineIsLeftBetweenTwoLooks_data();
     void aLongLineIsLeftBetweenTwoLooks();
 };
 
 namespace {
+
+/// Far longer than any line of code.
+constexpr int kLongText = 16384;
 
 void addPatterns()
 {
@@ -88,11 +94,46 @@ void EvilPatternTest::theMarksOfAFindEnd()
     rules.set(HighlightRules::findName(1), FindPattern::forKeyword(pattern, options),
               HighlightColour::Find1);
     // Longer than any line of code: marked piece by piece.
-    const QString line = almost().repeated(HighlightRules::kLongText / 300 + 1);
+    const QString line = almost().repeated(kLongText / 300 + 1);
     int marks = 0;
     rules.visitMatches(line, HighlightRules::Group::Finds, line.size(),
                        [&marks](int, int, HighlightColour) { ++marks; });
     QCOMPARE(marks, 0);
+}
+
+void EvilPatternTest::aLanguageGivesALongLineUp_data()
+{
+    QTest::addColumn<QString>("pattern");
+    for (const char *pattern : {"(a|aa)+(?=c)", "(?!(a*)*b)c", "(a*)\\1c", "a.*c(?!.*b)"})
+        QTest::newRow(pattern) << QString::fromLatin1(pattern);
+}
+
+/// As keyword and as each of the markers of comments.
+void EvilPatternTest::aLanguageGivesALongLineUp()
+{
+    QFETCH(QString, pattern);
+    const QRegExp evil(pattern);
+    const QRegExp never(QStringLiteral("\\^"));
+    const QString line = almost().repeated(kLongText / 300 + 1) + QLatin1Char('b');
+
+    HighlightRules rules;
+    rules.setPatience(0);
+    rules.set(QStringLiteral("KeyWord_0"), evil, HighlightColour::Keyword);
+    int parts = 0;
+    rules.visitMatches(line, HighlightRules::Group::Language, line.size(),
+                       [&parts](int, int, HighlightColour) { ++parts; });
+    QCOMPARE(parts, 0);
+
+    for (const CommentMarkers &markers :
+         {CommentMarkers{evil, never, never}, CommentMarkers{never, evil, never},
+          CommentMarkers{never, never, evil}}) {
+        CommentScanner scanner(markers, StringLiterals());
+        scanner.setPatience(0);
+        CommentScanner::OpenComments open = {1};
+        QCOMPARE(scanner.blockComments(line, open).size(), std::size_t(1));
+        QCOMPARE(open.count(), 1);
+        QCOMPARE(scanner.lineComment(line, {}), -1);
+    }
 }
 
 void EvilPatternTest::aLongLineIsLeftBetweenTwoLooks_data()
@@ -119,7 +160,7 @@ void EvilPatternTest::aLongLineIsLeftBetweenTwoLooks()
     QFETCH(QString, pattern);
     QFETCH(bool, isRuledOut);
     constexpr int kEnoughLooks = 40;
-    const int length = isRuledOut ? 1 << 20 : HighlightRules::kLongText;
+    const int length = isRuledOut ? 1 << 20 : kLongText;
     const QString line = QString(length, QLatin1Char('a')) + QLatin1Char('-');
     const int pieces = line.size() / LineFinder::kPiece + 1;
     const QRegExp expression(pattern);
@@ -128,9 +169,9 @@ void EvilPatternTest::aLongLineIsLeftBetweenTwoLooks()
     rules.set(HighlightRules::findName(1), expression, HighlightColour::Find1);
     const int turns = isRuledOut ? pieces : kEnoughLooks;
     for (int turn = 1; turn < turns; ++turn)
-        QVERIFY(!rules.lookForFinds(line, line.size(), [] { return true; }));
+        QVERIFY(!rules.lookForMatches(line, line.size(), [] { return true; }));
     if (isRuledOut)
-        QVERIFY(rules.lookForFinds(line, line.size(), [] { return true; }));
+        QVERIFY(rules.lookForMatches(line, line.size(), [] { return true; }));
 
     LineFinder finder(expression);
     int at = line.size();

@@ -3,6 +3,7 @@
 #include <QStringList>
 #include <QTest>
 
+#include <limits>
 #include <random>
 
 class CommentScannerTest : public QObject {
@@ -22,6 +23,11 @@ private slots:
     void markersOfOneTextOpenAndClose();
     void aMarkerThatMatchesNothingNeverOpens();
     void aLongLineIsWalkedOnce();
+    void aLongLineHasTheCommentsOfAShortOne_data();
+    void aLongLineHasTheCommentsOfAShortOne();
+    void markersInLiteralsAreWalkedOnce();
+    void aLineThatTakesTooLongHasNoFurtherMarkers();
+    void aShortLineIsNeverGivenUp();
     void anyLinesAreSurvived();
 };
 
@@ -207,6 +213,84 @@ void CommentScannerTest::aLongLineIsWalkedOnce()
     const std::vector<TextSpan> comments = scanner().blockComments(line, open);
     QCOMPARE(comments.size(), std::size_t(count));
     QCOMPARE(scanner().lineComment(line, comments), -1);
+}
+
+void CommentScannerTest::aLongLineHasTheCommentsOfAShortOne_data()
+{
+    QTest::addColumn<QString>("unit");
+    QTest::addColumn<QString>("ending");
+    QTest::addColumn<int>("lineComment"); // at this unit of the line; -1 for none
+    QTest::addColumn<int>("opened");
+    const auto row = [](const char *name, const char *unit, const char *ending, int lineComment,
+                        int opened) {
+        QTest::newRow(name) << text(unit) << text(ending) << lineComment << opened;
+    };
+    row("markers of line comments", "// x ", "", 0, 0);
+    row("with an end behind them", "// x ", "*/", -1, 0);
+    row("addresses", "a(\"http://x\");", "*/", -1, 0);
+    row("addresses outside literals", "a(http://x);", "*/", -1, 0);
+    row("a start behind them", "http://x ", "*/ /*", -1, 1);
+    row("starts", "/* ", "", -1, 1);
+    row("comments", "/**/", "", -1, 0);
+    row("comments, and a start", "/**/", "/*", -1, 1);
+    row("apostrophes in comments", "/* don't */ ", "", -1, 0);
+}
+
+/// Most of these lines would take hours if each marker looked through the rest.
+void CommentScannerTest::aLongLineHasTheCommentsOfAShortOne()
+{
+    QFETCH(QString, unit);
+    QFETCH(QString, ending);
+    QFETCH(int, lineComment);
+    QFETCH(int, opened);
+    CommentScanner patient = scanner("//(?!.*\\*/)");
+    patient.setPatience(std::numeric_limits<int>::max());
+    for (const int count : {20, 200000}) {
+        const QString line = unit.repeated(count) + ending;
+        CommentScanner::OpenComments open;
+        const std::vector<TextSpan> blocks = patient.blockComments(line, open);
+        QCOMPARE(patient.lineComment(line, blocks), lineComment);
+        QCOMPARE(open.count(), opened);
+        open = {1};
+        patient.blockComments(line, open);
+        QCOMPARE(open.count() > 0, !line.contains(text("*/")) || line.endsWith(text("/*")));
+    }
+}
+
+void CommentScannerTest::markersInLiteralsAreWalkedOnce()
+{
+    // Takes hours when every comment goes through all the literals behind it.
+    constexpr int kCount = 100000;
+    CommentScanner patient = scanner();
+    patient.setPatience(std::numeric_limits<int>::max());
+    CommentScanner::OpenComments open;
+    const QString line = text("/* a */ '//' ").repeated(kCount);
+    QCOMPARE(patient.blockComments(line, open).size(), std::size_t(kCount));
+}
+
+void CommentScannerTest::aLineThatTakesTooLongHasNoFurtherMarkers()
+{
+    // Would take hours.
+    CommentScanner slow = scanner("\\w+(?=#)");
+    slow.setPatience(0);
+    const QString line = text("a").repeated(1 << 20) + text("/*");
+    CommentScanner::OpenComments open;
+    QVERIFY(slow.blockComments(line, open).empty());
+    QVERIFY(open.isEmpty());
+    QCOMPARE(slow.lineComment(line, {}), -1);
+    open = {1};
+    QCOMPARE(slow.blockComments(line, open), std::vector<TextSpan>({{0, line.size()}}));
+    QCOMPARE(open.count(), 1);
+}
+
+void CommentScannerTest::aShortLineIsNeverGivenUp()
+{
+    CommentScanner impatient = scanner("\\w+(?=#)");
+    impatient.setPatience(0);
+    const QString line = text("a").repeated(LinePattern::kShortLine - 2) + text("/*");
+    CommentScanner::OpenComments open;
+    QCOMPARE(impatient.blockComments(line, open).size(), std::size_t(1));
+    QCOMPARE(open.count(), 1);
 }
 
 void CommentScannerTest::anyLinesAreSurvived()

@@ -24,6 +24,9 @@ private slots:
     void otherRulesOfALongTextSeeBeyondTheLimit();
     void aFindThatSearchesToTheEndIsBounded();
     void aLookForFindsGoesOnWhereItEnded();
+    void aLookForRulesOfALongTextGoesOnWhereItEnded();
+    void rulesOfALongTextAreGivenUp();
+    void inAShortTextNothingIsGivenUp();
     void aChangedRuleIsLookedForAnew();
     void aRuleIsReplacedByItsName();
     void aRemovedRuleIsGone();
@@ -39,6 +42,8 @@ private slots:
 namespace {
 
 using Group = HighlightRules::Group;
+/// Longer than what is looked for at once.
+constexpr int kLongText = 16384;
 constexpr int kAll = std::numeric_limits<int>::max();
 
 QString text(const char *utf8)
@@ -153,7 +158,7 @@ void HighlightRulesTest::findsInALongTextAreThoseOfAnyText()
 {
     std::mt19937 random(7);
     QString line;
-    while (line.size() < 3 * HighlightRules::kLongText)
+    while (line.size() < 3 * kLongText)
         line += QLatin1Char("ab c_\t"[random() % 6]);
     for (const char *pattern : {"ab", "\\ba+\\b", "b[ac]*b", "$", "c+ "}) {
         const QRegExp expression(text(pattern));
@@ -179,15 +184,14 @@ void HighlightRulesTest::theStartOfALongTextIsFoundOnce()
 {
     HighlightRules rules;
     rules.set(HighlightRules::findName(1), QRegExp(text("^a")), kReserved);
-    QCOMPARE(matchesOf(rules, text("a").repeated(HighlightRules::kLongText), Group::Finds),
-             text("3:0:1"));
+    QCOMPARE(matchesOf(rules, text("a").repeated(kLongText), Group::Finds), text("3:0:1"));
 }
 
 void HighlightRulesTest::findsInALongTextBeginBeforeTheLimit()
 {
     HighlightRules rules;
     rules.set(HighlightRules::findName(1), QRegExp(text("bb")), kReserved);
-    const QString line = text("abb").repeated(HighlightRules::kLongText);
+    const QString line = text("abb").repeated(kLongText);
     QCOMPARE(matchesOf(rules, line, Group::Finds, 2), text("3:1:2"));
     QCOMPARE(matchesOf(rules, line, Group::Finds, 4), text("3:1:2"));
     QCOMPARE(matchesOf(rules, line, Group::Finds, 5), text("3:1:2 3:4:2"));
@@ -200,10 +204,10 @@ void HighlightRulesTest::otherRulesOfALongTextSeeBeyondTheLimit()
     HighlightRules rules;
     rules.set(text("Value"), QRegExp(text("a+b")), kReserved);
     const QString line = text("ab") + text("-").repeated(kLimit - 3)
-        + text("a").repeated(HighlightRules::kLongText) + text("b")
-        + text("-").repeated(2 * HighlightRules::kLongText);
+        + text("a").repeated(HighlightRules::kSight - 1) + text("b")
+        + text("-").repeated(2 * HighlightRules::kSight);
     QCOMPARE(matchesOf(rules, line, Group::Language, kLimit),
-             text("3:0:2 3:99:%1").arg(HighlightRules::kLongText + 1));
+             text("3:0:2 3:99:%1").arg(HighlightRules::kSight));
     QCOMPARE(matchesOf(rules, line, Group::Language, kLimit - 1), text("3:0:2"));
     QString longer = line;
     longer.insert(kLimit, QLatin1Char('a'));
@@ -229,14 +233,59 @@ void HighlightRulesTest::aLookForFindsGoesOnWhereItEnded()
     rules.set(HighlightRules::findName(1), QRegExp(text("a+(?=b)")), kReserved);
     rules.set(HighlightRules::findName(2), QRegExp(text("b+")), kKeyword);
     int calls = 1;
-    while (!rules.lookForFinds(line, kAll, [] { return true; })) {
+    while (!rules.lookForMatches(line, kAll, [] { return true; })) {
         ++calls;
         QVERIFY(calls < 1000);
     }
     // Four pieces for each rule at least.
     QVERIFY2(calls >= 2 * 4, qPrintable(QString::number(calls)));
-    QVERIFY(rules.lookForFinds(line, kAll, [] { return true; }));
+    QVERIFY(rules.lookForMatches(line, kAll, [] { return true; }));
     QCOMPARE(matchesOf(rules, line, Group::Finds), text("3:4000:1 2:4001:1"));
+}
+
+void HighlightRulesTest::aLookForRulesOfALongTextGoesOnWhereItEnded()
+{
+    const QString line = text("a ").repeated(2000) + text("ab word");
+    HighlightRules rules;
+    rules.set(text("A"), QRegExp(text("a+(?=b)")), kReserved);
+    rules.setWord(text("B"), text("word"), kReserved);
+    rules.set(text("C"), QRegExp(text("b+")), kKeyword);
+    rules.set(HighlightRules::findName(1), QRegExp(text("ab")), HighlightColour::Find1);
+    int calls = 1;
+    while (!rules.lookForMatches(line, kAll, [] { return true; })) {
+        ++calls;
+        QVERIFY(calls < 2000);
+    }
+    QVERIFY2(calls >= 3 * 4, qPrintable(QString::number(calls)));
+    QVERIFY(rules.lookForMatches(line, kAll, [] { return true; }));
+    QCOMPARE(matchesOf(rules, line, Group::Language), text("3:4000:1 3:4003:4 2:4001:1"));
+    QCOMPARE(matchesOf(rules, line, Group::Finds).section(QLatin1Char(':'), 1), text("4000:2"));
+    // The same text asked for as far as another place is looked through anew.
+    QCOMPARE(matchesOf(rules, line, Group::Language, 4001), text("3:4000:1"));
+}
+
+void HighlightRulesTest::rulesOfALongTextAreGivenUp()
+{
+    // Would take hours.
+    HighlightRules rules;
+    rules.setPatience(0);
+    rules.set(text("A"), QRegExp(text("a+(?=c)")), kReserved);
+    rules.setWord(text("B"), text("word"), kReserved);
+    rules.set(HighlightRules::findName(1), QRegExp(text("word")), kKeyword);
+    const QString line = text("word ") + text("a").repeated(1 << 20);
+    QCOMPARE(matchesOf(rules, line, Group::Language), text("3:0:4"));
+    QCOMPARE(matchesOf(rules, line, Group::Finds), text("2:0:4"));
+}
+
+void HighlightRulesTest::inAShortTextNothingIsGivenUp()
+{
+    HighlightRules rules;
+    rules.setPatience(0);
+    rules.set(text("A"), QRegExp(text("a+(?=c)")), kReserved);
+    rules.set(text("B"), QRegExp(text("c")), kKeyword);
+    const QString line = text("ab").repeated(LinePattern::kShortLine / 2 - 1) + text("ac");
+    QCOMPARE(line.size(), LinePattern::kShortLine);
+    QCOMPARE(matchesOf(rules, line), text("3:1022:1 2:1023:1"));
 }
 
 void HighlightRulesTest::aChangedRuleIsLookedForAnew()

@@ -15,8 +15,9 @@ private slots:
     void aMatchInsideALiteralIsSkipped_data();
     void aMatchInsideALiteralIsSkipped();
     void aLoneQuoteInACommentHidesNothing();
-    void aMatchOfNothingIsPassedOver();
-    void theLengthOfTheMatchIsKept();
+    void theWholeMatchIsAnswered();
+    void aMatchAtTheEndIsNone();
+    void onlyWhatIsBeforeAMatchIsLookedAt();
     void aLongLineIsWalkedOnce();
 };
 
@@ -25,6 +26,17 @@ namespace {
 QString text(const char *utf8)
 {
     return QString::fromUtf8(utf8);
+}
+
+int indexOutside(const char *pattern, const QString &line,
+                 StringLiterals::Context context = StringLiterals::Context::Code)
+{
+    const QRegExp expression(text(pattern));
+    const auto find = [&](int from) {
+        const int start = expression.indexIn(line, from);
+        return TextSpan{start, start + expression.matchedLength()};
+    };
+    return StringLiterals().findOutside(find, line, 0, line.size(), context).start;
 }
 
 QStringList textsOf(const QString &line, const std::vector<StringLiteral> &literals)
@@ -128,13 +140,13 @@ void StringLiteralsTest::aMatchInsideALiteralIsSkipped()
 {
     QFETCH(QString, line);
     QFETCH(int, position);
-    QCOMPARE(StringLiterals().indexOutside(QRegExp(text("#")), line, 0), position);
+    QCOMPARE(indexOutside("#", line), position);
 }
 
 void StringLiteralsTest::aLoneQuoteInACommentHidesNothing()
 {
     const auto indexOf = [](const char *line, StringLiterals::Context context) {
-        return StringLiterals().indexOutside(QRegExp(text("#")), text(line), 0, context);
+        return indexOutside("#", text(line), context);
     };
     QCOMPARE(indexOf("don't # 'a'", StringLiterals::Context::Comment), 6);
     QCOMPARE(indexOf("don't # 'a'", StringLiterals::Context::Code), -1);
@@ -144,18 +156,41 @@ void StringLiteralsTest::aLoneQuoteInACommentHidesNothing()
     QCOMPARE(indexOf("19\" # x", StringLiterals::Context::Code), -1);
 }
 
-void StringLiteralsTest::aMatchOfNothingIsPassedOver()
+void StringLiteralsTest::theWholeMatchIsAnswered()
 {
-    QCOMPARE(StringLiterals().indexOutside(QRegExp(text("x*")), text("abxx"), 0), 2);
-    QCOMPARE(StringLiterals().indexOutside(QRegExp(text("x*")), text("ab"), 0), -1);
-    QCOMPARE(StringLiterals().indexOutside(QRegExp(text("^|$")), QString(), 0), -1);
+    const QString line = text("\"#\" ### \"#####\"");
+    const auto find = [&line](int from) {
+        const int start = line.indexOf(text("##"), from);
+        return TextSpan{start, start + 2};
+    };
+    QCOMPARE(StringLiterals().findOutside(find, line, 0, line.size()), (TextSpan{4, 6}));
 }
 
-void StringLiteralsTest::theLengthOfTheMatchIsKept()
+void StringLiteralsTest::aMatchAtTheEndIsNone()
 {
-    const QRegExp pattern(text("#+"));
-    QCOMPARE(StringLiterals().indexOutside(pattern, text("\"#\" ### \"#####\""), 0), 4);
-    QCOMPARE(pattern.matchedLength(), 3);
+    const QString line = text("a#'#'#");
+    const auto find = [&line](int from) {
+        const int start = line.indexOf(QLatin1Char('#'), from);
+        return TextSpan{start, start + 1};
+    };
+    const auto startBefore = [&](int from, int end) {
+        return StringLiterals().findOutside(find, line, from, end).start;
+    };
+    QCOMPARE(startBefore(0, 1), -1);
+    QCOMPARE(startBefore(0, 2), 1);
+    QCOMPARE(startBefore(2, 5), -1);
+    QCOMPARE(startBefore(2, 6), 5);
+}
+
+void StringLiteralsTest::onlyWhatIsBeforeAMatchIsLookedAt()
+{
+    // Takes minutes when every call goes on to the quote at the end.
+    const QString line = text("#").repeated(500000) + text("\"");
+    const auto find = [](int from) {
+        return TextSpan{from, from + 1};
+    };
+    for (int from = 0; from < line.size() - 1; ++from)
+        QCOMPARE(StringLiterals().findOutside(find, line, from, line.size()).start, from);
 }
 
 void StringLiteralsTest::aLongLineIsWalkedOnce()
@@ -163,7 +198,7 @@ void StringLiteralsTest::aLongLineIsWalkedOnce()
     // Takes minutes when every literal looks for a quote through the whole line.
     const QString line = text("\"a\" ").repeated(500000);
     QCOMPARE(StringLiterals().find(line, {0, line.size()}).size(), std::size_t(500000));
-    QCOMPARE(StringLiterals().indexOutside(QRegExp(text("#")), line + text("#"), 0), line.size());
+    QCOMPARE(indexOutside("#", line + text("#")), line.size());
 }
 
 QTEST_GUILESS_MAIN(StringLiteralsTest)
