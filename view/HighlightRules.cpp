@@ -175,7 +175,10 @@ void HighlightRules::look() const
     QElapsedTimer timer;
     timer.start();
     lookForLanguage(rule);
-    m_known.nanoseconds += timer.nsecsElapsed();
+    const qint64 spent = timer.nsecsElapsed();
+    const qint64 atOnceLeft = qint64(kAtOnceMilliseconds) * 1000 * 1000 - m_known.nanoseconds;
+    m_nanosecondsAtOnce += std::clamp(atOnceLeft, qint64(0), spent);
+    m_known.nanoseconds += spent;
     if (m_known.order < m_firstFind
         && m_known.nanoseconds >= qint64(m_patienceMilliseconds) * 1000 * 1000)
         goOnToRule(m_firstFind);

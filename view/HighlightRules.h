@@ -65,6 +65,12 @@ public:
     bool lookForMatches(const QString &text, int limit,
                         const std::function<bool()> &isTimeUp) const;
 
+    /// Of the time that all looks together took, what is no reason to leave a text: in
+    /// each the first kAtOnceMilliseconds for the language's rules, so that ordinary
+    /// lines have their colours as soon as they are seen.
+    qint64 nanosecondsAtOnce() const { return m_nanosecondsAtOnce; }
+    static constexpr int kAtOnceMilliseconds = 300;
+
     /// How long the language's rules are looked for in one text, in milliseconds; with 0
     /// by one look.
     void setPatience(int milliseconds) { m_patienceMilliseconds = milliseconds; }
@@ -119,5 +125,6 @@ private:
         std::vector<Match> matches; // by their orders
     };
     mutable Known m_known;
+    mutable qint64 m_nanosecondsAtOnce = 0;
     int m_patienceMilliseconds = kPatienceMilliseconds;
 };

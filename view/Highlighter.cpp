@@ -245,11 +245,15 @@ bool Highlighter::knowsFinds(const QString &text, int units, qint64 *nanoseconds
         return true;
     QElapsedTimer timer;
     timer.start();
+    const qint64 before = m_syntax.rules().nanosecondsAtOnce();
+    const auto spent = [&] {
+        return timer.nsecsElapsed() - (m_syntax.rules().nanosecondsAtOnce() - before);
+    };
     const auto isTimeUp = [&] {
-        return timer.nsecsElapsed() >= *nanosecondsLeft;
+        return spent() >= *nanosecondsLeft;
     };
     const bool allKnown = m_syntax.rules().lookForMatches(text, units, isTimeUp);
-    *nanosecondsLeft -= timer.nsecsElapsed();
+    *nanosecondsLeft -= spent();
     return allKnown;
 }
 

@@ -113,8 +113,9 @@ void LinePatternTest::matchesAreThoseOfAnyExpression_data()
     QTest::addColumn<QString>("pattern");
     QStringList patterns = shippedPatterns();
     QVERIFY(patterns.contains(text("//(?!.*\\*/)")));
-    for (const char *own : {"a+(?!.*b)", "a|aa(?!.*b)|a+c(?!.*c)", "[ab]+(?!b|.*ca|.*cb)(?!c)",
-                            "a(?!.*b$)", "(a|ab)(?!.*ba)", "a*(?!.*b)", "(^|\\s)a(?!.*(b|c a))"})
+    for (const char *own :
+         {"a+(?!.*b)", "[ab](?!.*b)", "a|aa(?!.*b)|a+c(?!.*c)", "[ab]+(?!b|.*ca|.*cb)(?!c)",
+          "a(?!.*b$)", "(a|ab)(?!.*ba)", "a*(?!.*b)", "(^|\\s)a(?!.*(b|c a))"})
         patterns.append(text(own));
     for (const QString &pattern : qAsConst(patterns))
         QTest::newRow(pattern.left(200).toLatin1().constData()) << pattern;
