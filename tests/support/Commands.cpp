@@ -38,9 +38,9 @@ quint32 Commands::nextKill(quint32 microseconds, bool wasLate)
 {
     constexpr quint32 kLongest = 5'000'000;
     constexpr quint32 kShortest = 1000;
-    const quint32 step = microseconds / 4;
-    return wasLate ? std::max(microseconds - step, kShortest)
-                   : std::min(microseconds + step, kLongest);
+    // Upwards in bigger steps: a process may take long to start.
+    return wasLate ? std::max(microseconds * 3 / 5, kShortest)
+                   : std::min(microseconds * 2, kLongest);
 }
 
 bool Commands::asOrdinaryUser(QStringList &command)
