@@ -1,10 +1,10 @@
 #include "mainwindow/HistoryControl.h"
 
 #include "mainwindow/BackgroundTask.h"
-#include "mainwindow/DocumentText.h"
 #include "mainwindow/SearchForm.h"
 #include "mainwindow/history/ResultLogFile.h"
 #include "settings/AppSettings.h"
+#include "view/DocumentText.h"
 #include "view/GrepEditor.h"
 
 #include <QAction>

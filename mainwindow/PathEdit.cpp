@@ -1,7 +1,7 @@
 #include "mainwindow/PathEdit.h"
 
-#include "mainwindow/DocumentText.h"
 #include "settings/SearchPaths.h"
+#include "view/DocumentText.h"
 #include "view/FocusEdge.h"
 #include "view/TextDrag.h"
 

@@ -3,7 +3,9 @@
 #include "settings/AppSettings.h"
 #include "settings/ShownFont.h"
 #include "view/DisplayColumn.h"
+#include "view/DocumentText.h"
 #include "view/EditorCommand.h"
+#include "view/FileLineSearch.h"
 #include "view/FindPattern.h"
 #include "view/FocusEdge.h"
 #include "view/GrepEditorHost.h"
@@ -65,6 +67,7 @@ GrepEditor::GrepEditor(bool isResultView, QWidget *parent)
     layout->setPaintDevice(viewport()); // as the one before had it, for its resolution
     document()->setDocumentLayout(layout);
     setDocument(document()); // takes up the layout
+    m_fileLineSearch = std::make_unique<FileLineSearch>(*document());
     viewport()->setCursor(Qt::ArrowCursor);
     setLineWrapMode(QPlainTextEdit::NoWrap);
     const AppSettings &settings = AppSettings::instance();
@@ -120,23 +123,7 @@ QString GrepEditor::currentLineText() const
 
 QString GrepEditor::fileLineText() const
 {
-    QTextBlock block = textCursor().block();
-    while (!endsUpwardSearch(block)) {
-        const QTextBlock above = block.previous();
-        if (!above.isValid())
-            break;
-        block = above;
-    }
-    return block.text();
-}
-
-bool GrepEditor::endsUpwardSearch(const QTextBlock &block) const
-{
-    // Not the block's text: on the way up from a hit, thousands would be copied.
-    const int start = block.position();
-    const QChar first = document()->characterAt(start);
-    const bool hit = first == QLatin1Char(' ');
-    return !hit && ResultLine::endsUpwardSearch(first, document()->characterAt(start + 1));
+    return m_fileLineSearch->headOf(textCursor().block()).text();
 }
 
 void GrepEditor::setLocation(const QString &fileName, int line, int column)
@@ -443,6 +430,13 @@ std::unique_ptr<QMenu> GrepEditor::makeContextMenu()
         menu->addAction(QStringLiteral("(&G)srvaik起動\tAlt+G"), this, &GrepEditor::othergrep);
     grepAction->setEnabled(selected);
     return menu;
+}
+
+QMimeData *GrepEditor::createMimeDataFromSelection() const
+{
+    auto *copied = new QMimeData;
+    copied->setText(DocumentText::rows(textCursor()));
+    return copied;
 }
 
 bool GrepEditor::canInsertFromMimeData(const QMimeData *source) const

@@ -11,6 +11,7 @@
 
 #include <memory>
 
+class FileLineSearch;
 class GrepEditorHost;
 class Highlighter;
 class ProgramLauncher;
@@ -125,6 +126,9 @@ public:
     std::unique_ptr<QMenu> makeContextMenu();
 
 protected:
+    /// The text alone, letter by letter. The toolkit would offer it formatted as well, a
+    /// second copy of all of it, which takes many seconds for a million hits.
+    QMimeData *createMimeDataFromSelection() const override;
     /// Not a file: dropped, it is for the window, and its address is no text to insert.
     bool canInsertFromMimeData(const QMimeData *source) const override;
     void contextMenuEvent(QContextMenuEvent *event) override;
@@ -139,7 +143,6 @@ protected:
     void wheelEvent(QWheelEvent *event) override;
 
 private:
-    bool endsUpwardSearch(const QTextBlock &block) const;
     bool takeLocationFromLine();
     BlockPainter::Look look() const;
     void keepCursorInSelectedLine();
@@ -152,6 +155,7 @@ private:
     void resetPickCounts();
     ProgramLauncher &launcher() const;
 
+    std::unique_ptr<FileLineSearch> m_fileLineSearch;
     Highlighter *m_highlighter = nullptr;
     QString m_pickedWord;
     QString m_fileName;

@@ -8,6 +8,7 @@
 #include <QAbstractTextDocumentLayout>
 #include <QClipboard>
 #include <QMenu>
+#include <QMimeData>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTextBlock>
@@ -32,6 +33,7 @@ private slots:
     void theCurrentLineIsTheCursorsLine();
     void theFileLineHeadsTheHits_data();
     void theFileLineHeadsTheHits();
+    void theTextIsCopiedAloneAndLetterByLetter();
 
     void f5PicksOneWordMoreAtEachPress();
     void aPickKeyDoesNotResetTheOther();
@@ -221,6 +223,17 @@ void GrepEditorTest::theFileLineHeadsTheHits()
     view.appendLines(lines);
     place(view, line, 0);
     QTEST(view.fileLineText(), "fileLine");
+}
+
+void GrepEditorTest::theTextIsCopiedAloneAndLetterByLetter()
+{
+    GrepEditor view(true);
+    view.appendLines({text("::C:/a\u00a0b.txt"), text("     1:    1:x\ty")});
+    view.selectAll();
+    view.copy();
+    const QMimeData *copied = QGuiApplication::clipboard()->mimeData();
+    QCOMPARE(copied->text(), text("::C:/a\u00a0b.txt\n     1:    1:x\ty"));
+    QCOMPARE(copied->formats(), QStringList(text("text/plain")));
 }
 
 void GrepEditorTest::f5PicksOneWordMoreAtEachPress()

@@ -1,4 +1,4 @@
-#include "mainwindow/DocumentText.h"
+#include "view/DocumentText.h"
 
 #include <QTextCursor>
 #include <QTextDocument>
