@@ -18,18 +18,24 @@ class GraphWalk {
 public:
     explicit GraphWalk(const PatternGraph &graph) : m_graph(graph) { }
 
+    enum class Place { InLine, AtLineEnd };
+
     /// The states and all that are reached from them without a symbol.
-    StateSet closed(const StateSet &states) const
+    StateSet closed(const StateSet &states, Place place = Place::InLine) const
     {
         std::set<int> reached(states.cbegin(), states.cend());
         StateSet open = states;
+        const auto reach = [&](int state) {
+            if (reached.insert(state).second)
+                open.push_back(state);
+        };
         while (!open.empty()) {
-            const int state = open.back();
+            const PatternGraph::State &state = m_graph.states()[size_t(open.back())];
             open.pop_back();
-            for (const int next : m_graph.states()[size_t(state)].free) {
-                if (reached.insert(next).second)
-                    open.push_back(next);
-            }
+            for (const int next : state.free)
+                reach(next);
+            if (place == Place::AtLineEnd && state.atLineEnd >= 0)
+                reach(state.atLineEnd);
         }
         return StateSet(reached.cbegin(), reached.cend());
     }
@@ -51,6 +57,12 @@ public:
     bool accepts(const StateSet &states) const
     {
         return std::binary_search(states.cbegin(), states.cend(), m_graph.end());
+    }
+
+    /// Whether the line may match if it ends here.
+    bool acceptsAtLineEnd(const StateSet &states) const
+    {
+        return accepts(closed(states, Place::AtLineEnd));
     }
 
 private:
@@ -107,7 +119,9 @@ LineAutomaton::Machine LineAutomaton::machineOf(const PatternGraph &graph, bool 
     const auto width = std::uint32_t(classes.symbols().size());
     Machine machine;
     const StateSet start = walk.closed({graph.start()});
-    if (walk.accepts(start))
+    // An empty line may match; then what is behind the last line feed would have to be
+    // told from a line.
+    if (walk.acceptsAtLineEnd(start))
         return machine;
     machine.table.assign(width, 0); // row 0 is the accepted one
     std::map<StateSet, std::uint32_t> rows = {{start, width}};
@@ -117,14 +131,17 @@ LineAutomaton::Machine LineAutomaton::machineOf(const PatternGraph &graph, bool 
         if (done >= size_t(kMostStates))
             return Machine();
         const StateSet states = open[done];
+        const bool mayEnd = walk.acceptsAtLineEnd(states);
         for (const int symbol : classes.symbols()) {
             StateSet next = states;
+            // A carriage return may be all that ends a line.
+            const bool isEnd = symbol == kLineFeed || symbol == kCarriageReturn;
             if (symbol == kLineFeed)
                 next = start;
-            else if (symbol != kCarriageReturn)
+            else if (!isEnd)
                 next = walk.after(states, symbol, bytes && symbol == PatternGraph::kHigh);
             std::uint32_t row = machine.accepted;
-            if (!walk.accepts(next)) {
+            if (!(isEnd && mayEnd) && !walk.accepts(next)) {
                 const auto newRow = std::uint32_t(open.size() + 1) * width;
                 const auto [place, isNew] = rows.emplace(next, newRow);
                 if (isNew)
@@ -165,7 +182,8 @@ qint64 LineAutomaton::Machine::next(const Unit *text, qint64 size, qint64 from) 
         if (row == accepted)
             return at;
     }
-    return -1;
+    // Where the text ends, its last line does.
+    return step(row, Unit(kLineFeed)) == accepted ? size - 1 : -1;
 }
 
 qint64 LineAutomaton::next(QStringView text, qint64 from) const

@@ -157,8 +157,9 @@ PatternGraph::Part PatternGraph::atom()
     const int from = m_at;
     switch (const ushort unit = take()) {
     case '^':
-    case '$':
         return nothing();
+    case '$':
+        return lineEnd();
     case '.':
         return oneOf(Symbols().set());
     case '(':
@@ -248,6 +249,13 @@ PatternGraph::Part PatternGraph::nothing()
 {
     const int state = newState();
     return {state, state};
+}
+
+PatternGraph::Part PatternGraph::lineEnd()
+{
+    const Part part = {newState(), newState()};
+    m_states[size_t(part.start)].atLineEnd = part.end;
+    return part;
 }
 
 PatternGraph::Part PatternGraph::oneOf(const Symbols &symbols)

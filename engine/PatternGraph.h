@@ -12,8 +12,8 @@
 /// 1. Which ASCII characters a single character, a class or an escape stands for
 ///    is asked of QRegExp itself. All characters beyond ASCII are one symbol,
 ///    High; it is left out only where none of them can match.
-/// 2. Anchors, word boundaries and lookaheads are taken as fulfilled, a
-///    back-reference as any text.
+/// 2. "^", word boundaries and lookaheads are taken as fulfilled, a
+///    back-reference as any text. "$" is fulfilled at the end of a line only.
 /// 3. A count above kMostCopies counts as that many and more.
 ///
 /// Of what it cannot follow, and of patterns that grow beyond kMostStates, it
@@ -31,6 +31,8 @@ public:
         Symbols symbols;
         /// Left without a symbol.
         std::vector<int> free;
+        /// Left without a symbol where the line ends; -1: not.
+        int atLineEnd = -1;
     };
 
     /// pattern must be one that QRegExp accepts.
@@ -72,6 +74,7 @@ private:
 
     int newState();
     Part nothing();
+    Part lineEnd();
     Part oneOf(const Symbols &symbols);
     Part anyText();
     Part single(int from, bool high);

@@ -16,6 +16,8 @@ private slots:
     void aLineThatCannotMatchIsPassedOver();
     void theFirstOfSeveralLinesIsFound();
     void aMatchDoesNotReachOverALineFeed();
+    void theEndIsThatOfALine_data();
+    void theEndIsThatOfALine();
     void carriageReturnsCountForNothing();
     void aPatternThatMatchesNothingIsOfNoUse_data();
     void aPatternThatMatchesNothingIsOfNoUse();
@@ -69,6 +71,15 @@ void addMatches()
     add("the Kelvin sign", "k+1", "\u212A1", Qt::CaseInsensitive);
     add("another case", "ab+c", "ABBC", Qt::CaseInsensitive);
     add("beyond the basic plane", "a.+b", "a𠮷b");
+    add("blanks at the end", "\\s+$", "foo  bar  ");
+    add("the end in an alternative", "a(b$|c)", "xab");
+    add("the end twice", "a$$", "xa");
+    add("the end repeated", "a$*b$+", "xab");
+    add("the end perhaps", "a(b|$)?c", "ac");
+    add("the end before nothing", "a$b*", "xa");
+    add("the end in a lookahead", "a(?=b$)b", "ab");
+    add("no end in a lookahead", "a(?!$)b", "abc");
+    add("a dollar", "a\\$|a[$]b", "a$b");
 }
 
 } // namespace
@@ -103,6 +114,9 @@ void LineAutomatonTest::aLineThatCannotMatchIsPassedOver_data()
     add("too many copies", "xa{2}b", "xaaab");
     add("a class beyond ASCII is not one within", "[あ-ん]+x", "abcx");
     add("ASCII alone is not beyond it", "[a-z]9", "漢9");
+    add("blanks before the end", "\\s+$", "foo  bar;");
+    add("behind the end", "a$b", "ab");
+    add("the end in an alternative", "a(b$|c)", "abd");
 }
 
 void LineAutomatonTest::aLineThatCannotMatchIsPassedOver()
@@ -133,6 +147,34 @@ void LineAutomatonTest::aMatchDoesNotReachOverALineFeed()
     QVERIFY(!findsInBytes(made, "a\nc a\n\nc"));
 }
 
+void LineAutomatonTest::theEndIsThatOfALine_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("line"); // -1: none
+    const auto add = [](const char *name, const char *text, int line) {
+        QTest::newRow(name) << QString::fromUtf8(text) << line;
+    };
+    add("the last one", "b\naa", 1);
+    add("with a line feed", "b\naa\nb", 1);
+    add("with both", "b\r\naa\r\nb", 1);
+    add("with a carriage return", "aa\rb", 0);
+    add("with two", "b\naa\r\r\nb", 1);
+    add("not where another begins", "aab\nb\naab", -1);
+    add("nothing", "", -1);
+    add("nothing behind a line feed", "b\n", -1);
+    add("beyond ASCII before it", "aa漢\n漢aa\n", 1);
+}
+
+void LineAutomatonTest::theEndIsThatOfALine()
+{
+    QFETCH(QString, text);
+    QFETCH(int, line);
+    const LineAutomaton made = automaton(QStringLiteral("a+$"));
+    const qint64 found = made.next(text, 0);
+    QCOMPARE(found < 0 ? -1 : text.left(int(found)).count(QLatin1Char('\n')), line);
+    QCOMPARE(findsInBytes(made, text.toUtf8()), line >= 0);
+}
+
 void LineAutomatonTest::carriageReturnsCountForNothing()
 {
     const LineAutomaton made = automaton(QStringLiteral("[ab]c[de]"));
@@ -143,7 +185,8 @@ void LineAutomatonTest::carriageReturnsCountForNothing()
 void LineAutomatonTest::aPatternThatMatchesNothingIsOfNoUse_data()
 {
     QTest::addColumn<QString>("pattern");
-    for (const char *const pattern : {"a*", "(ab)?", "^", "\\b", "a|", "(?=a)", "x{0}"})
+    for (const char *const pattern :
+         {"a*", "(ab)?", "^", "$", "a*$", "a$|", "\\b", "a|", "(?=a)", "x{0}"})
         QTest::newRow(pattern) << QString::fromLatin1(pattern);
 }
 
@@ -216,6 +259,7 @@ void LineAutomatonTest::noLineThatMatchesIsPassedOver()
     static const char *const counts[] = {"", "", "", "", "*", "+", "?", "{2}", "{1,3}", "{0,1}"};
     static const char *const texts[] = {"a", "b",  "c",  "x", "k", "K",  "\u212A", "あ", "漢", "1",
                                         " ", "ｋ", "Ａ", "9", "_", "𠮷", "ſ",      "ı",  "İ"};
+    static const char *const ends[] = {"", "\n", "\r\n", "\nanother"};
     QRandomGenerator random(20240601);
     const auto pick = [&random](const auto &list) {
         return QString::fromUtf8(list[random.bounded(int(std::size(list)))]);
@@ -237,7 +281,15 @@ void LineAutomatonTest::noLineThatMatchesIsPassedOver()
         if (expression.indexIn(line) < 0)
             continue;
         ++matches;
-        if (made.next(line, 0) < 0 || !findsInBytes(made, line.toUtf8()))
+        const QString before = QStringLiteral("an earlier one\n");
+        const QString end = pick(ends);
+        const QString text = before + line + end;
+        // Of the line's last character that is a line feed, or of its last one.
+        const qint64 found = made.next(text, before.size());
+        const bool isOnLine = found >= before.size()
+            && found < std::max(before.size() + line.size() + end.indexOf(QLatin1Char('\n')) + 1,
+                                before.size() + line.size());
+        if (!isOnLine || !findsInBytes(made, line.toUtf8() + end.toUtf8()))
             QFAIL(qPrintable(pattern + QLatin1String(" in ") + line));
     }
     QVERIFY2(matches > 400, qPrintable(QString::number(matches)));
