@@ -1,6 +1,7 @@
 #include "view/GrepEditor.h"
 
 #include "settings/AppSettings.h"
+#include "tests/support/Patience.h"
 #include "view/Highlighter.h"
 #include "view/LongLineLayout.h"
 
@@ -64,6 +65,7 @@ public:
         : GrepEditor(isResultView)
     {
         setCursorWidth(0); // it blinks
+        highlighter().setTurn(kPatienceMilliseconds); // whatever is seen is coloured at once
         setPlainText(content);
         showSmall(*this);
     }

@@ -57,6 +57,7 @@ public:
     {
         setFrameShape(QFrame::NoFrame);
         resize(400, 200);
+        highlighter().setTurn(kPatienceMilliseconds); // whatever is seen is coloured at once
         setPlainText(content);
         show();
     }

@@ -206,6 +206,7 @@ void HighlighterTest::make(const char *content, const char *suffix, Mode mode)
 {
     m_document = makeDocument();
     m_highlighter = new Highlighter(m_document.get(), false, mode);
+    m_highlighter->setTurn(kPatienceMilliseconds); // what is asked for is coloured at once
     m_highlighter->setLanguage(text(suffix));
     m_document->setPlainText(text(content));
 }

@@ -79,6 +79,7 @@ void VisibleColouringTest::init()
     m_view->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_view->resize(400, 300);
     m_highlighter = new Highlighter(m_view->document(), false, Highlighter::Mode::OnDemand);
+    m_highlighter->setTurn(kPatienceMilliseconds);
     new VisibleColouring(m_view.get(), m_highlighter);
     m_highlighter->setLanguage(QString(), text("c"));
     m_view->setPlainText(text("12 a b c\n").repeated(1000));
