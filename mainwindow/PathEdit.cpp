@@ -127,9 +127,7 @@ void PathEdit::addFolders(const QMimeData &source)
 
 QMimeData *PathEdit::createMimeDataFromSelection() const
 {
-    auto *copied = new QMimeData;
-    copied->setText(DocumentText::rows(textCursor()));
-    return copied;
+    return DocumentText::copied(textCursor());
 }
 
 bool PathEdit::canInsertFromMimeData(const QMimeData *source) const

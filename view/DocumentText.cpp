@@ -1,6 +1,7 @@
 #include "view/DocumentText.h"
 
 #include <QCoreApplication>
+#include <QMimeData>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -39,4 +40,11 @@ QString DocumentText::rows(const QTextDocument &document)
 QString DocumentText::rows(const QTextCursor &selection)
 {
     return withLineFeeds(selection.selectedText());
+}
+
+QMimeData *DocumentText::copied(const QTextCursor &selection)
+{
+    auto *data = new QMimeData;
+    data->setText(rows(selection));
+    return data;
 }

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+class QMimeData;
 class QTextCursor;
 class QTextDocument;
 
@@ -19,5 +20,7 @@ QString take(const QTextDocument &document);
 QString rows(const QTextDocument &document);
 /// The same of what the cursor selects.
 QString rows(const QTextCursor &selection);
+/// That as what a view copies, and nothing else; the caller's.
+QMimeData *copied(const QTextCursor &selection);
 
 } // namespace DocumentText

@@ -434,9 +434,7 @@ std::unique_ptr<QMenu> GrepEditor::makeContextMenu()
 
 QMimeData *GrepEditor::createMimeDataFromSelection() const
 {
-    auto *copied = new QMimeData;
-    copied->setText(DocumentText::rows(textCursor()));
-    return copied;
+    return DocumentText::copied(textCursor());
 }
 
 bool GrepEditor::canInsertFromMimeData(const QMimeData *source) const
