@@ -1,8 +1,30 @@
 #include "tests/support/ScratchFolder.h"
 
+#include "tests/support/Patience.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QThread>
+
+#include <functional>
+
+namespace {
+
+/// On Windows a file that another process is just moving to its name is there already
+/// and can neither be read nor removed for a moment.
+bool withPatience(const QString &name, const std::function<bool()> &step)
+{
+    constexpr unsigned long kPause = 10;
+    for (unsigned long waited = 0; !step(); waited += kPause) {
+        if (waited >= kPatienceMilliseconds || !QFileInfo::exists(name))
+            return false;
+        QThread::msleep(kPause);
+    }
+    return true;
+}
+
+} // namespace
 
 ScratchFolder::ScratchFolder()
 {
@@ -42,7 +64,7 @@ QString ScratchFolder::makeFolder(const QString &relativePath) const
 QByteArray ScratchFolder::read(const QString &relativePath) const
 {
     QFile file(filePath(relativePath));
-    if (!file.open(QIODevice::ReadOnly))
+    if (!withPatience(file.fileName(), [&file] { return file.open(QIODevice::ReadOnly); }))
         qFatal("cannot read %s: %s", qPrintable(file.fileName()), qPrintable(file.errorString()));
     return file.readAll();
 }
@@ -54,6 +76,7 @@ bool ScratchFolder::exists(const QString &relativePath) const
 
 void ScratchFolder::remove(const QString &relativePath) const
 {
-    if (!QFile::remove(filePath(relativePath)))
-        qFatal("cannot remove %s", qPrintable(relativePath));
+    QFile file(filePath(relativePath));
+    if (!withPatience(file.fileName(), [&file] { return file.remove(); }))
+        qFatal("cannot remove %s: %s", qPrintable(relativePath), qPrintable(file.errorString()));
 }
