@@ -153,6 +153,9 @@ void RequiredLiteralTest::anInvalidPatternNeverMatches_data()
     QTest::newRow("repeated twice") << QStringLiteral("foo**");
     QTest::newRow("lookbehind") << QStringLiteral("(?<=foo)bar");
     QTest::newRow("backslash at the end") << QStringLiteral("foo\\");
+    QTest::newRow("count of letters") << QStringLiteral("foo{a}");
+    QTest::newRow("group of no known kind") << QStringLiteral("(?foo)");
+    QTest::newRow("backslash at the end of a class") << QStringLiteral("[foo\\");
     QTest::newRow("deep groups") << QString(12000, QLatin1Char('(')) + QStringLiteral("foo")
             + QString(12000, QLatin1Char(')'));
     QTest::newRow("counts of counts") << QStringLiteral("(((foo{999}){999}){999})");
@@ -207,6 +210,7 @@ void RequiredLiteralTest::aPatternsLiteralIsFound_data()
     row("negative class with a bracket first", "[^]abcdefgh]xy", "xy");
     row("hexadecimal character", "\\x3042\\x41x", "\u3042Ax");
     row("octal character", "\\0101x", "Ax");
+    row("control characters", "a\\a\\f\\n\\r\\t\\v\\x1", "a\a\f\n\r\t\v\x01");
     row("escaped marks", "a\\.b\\\\c", "a.b\\c");
     row("escaped letter without a meaning", "\\k\\yz", "kyz");
     row("kanji beat letters", "日本.*abc", "日本");

@@ -55,6 +55,8 @@ private slots:
     void aModifiedFileIsOfferedForSaving();
     void ctrlSSavesWithABackup();
     void savingTwiceKeepsTheFirstBackup();
+    void ctrlTabWritesATab();
+    void tabGoesOnToTheNextField();
     void aFileThatIsGoneIsWrittenAgain();
     void lineEndsAndMarksSurviveASave();
     void aFileChangedByOthersIsAskedFor();
@@ -366,6 +368,27 @@ void MainWindowPreviewTest::savingTwiceKeepsTheFirstBackup()
     QCOMPARE(m_fixture->tree.read(QStringLiteral("a.txt")),
              QByteArray("new one apple\ntwo pears\nthree apple pies\n"));
     QVERIFY(m_fixture->prompt.messages.isEmpty());
+}
+
+void MainWindowPreviewTest::ctrlTabWritesATab()
+{
+    searchAndSelect(text("one apple"));
+    m_fixture->preview()->setFocus();
+    QTest::keyClick(m_fixture->preview(), Qt::Key_Tab, Qt::ControlModifier);
+    QCOMPARE(previewText(), text("\tone apple\ntwo pears\nthree apple pies\n"));
+    m_fixture->preview()->document()->setModified(false);
+    m_fixture->preview()->setReadOnly(true);
+    QTest::keyClick(m_fixture->preview(), Qt::Key_Tab, Qt::ControlModifier);
+    QVERIFY(!m_fixture->preview()->document()->isModified());
+}
+
+void MainWindowPreviewTest::tabGoesOnToTheNextField()
+{
+    searchAndSelect(text("one apple"));
+    m_fixture->preview()->setFocus();
+    QTest::keyClick(m_fixture->preview(), Qt::Key_Tab);
+    QVERIFY(!m_fixture->preview()->document()->isModified());
+    QTRY_VERIFY_WITH_TIMEOUT(!m_fixture->preview()->hasFocus(), kPatienceMilliseconds);
 }
 
 void MainWindowPreviewTest::aFileThatIsGoneIsWrittenAgain()

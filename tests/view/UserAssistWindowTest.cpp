@@ -50,6 +50,7 @@ private slots:
     void aResizeBehindAMoveIsRelativeToTheParent();
     void theMouseMovesIt();
     void onlyTheLeftButtonMovesIt();
+    void aDoubleClickSelectsNothing();
     void theUserAsksToClose_data();
     void theUserAsksToClose();
     void theCloseButtonIsThereUnderTheMouseOnly();
@@ -337,6 +338,14 @@ void UserAssistWindowTest::onlyTheLeftButtonMovesIt()
     moveMouse(viewport, Qt::MiddleButton, QPoint(50, 60));
     QTest::mouseRelease(viewport, Qt::MiddleButton, Qt::NoModifier, QPoint(50, 60));
     QCOMPARE(window->pos(), start);
+}
+
+void UserAssistWindowTest::aDoubleClickSelectsNothing()
+{
+    UserAssistWindow *window = show();
+    QTest::mouseDClick(window->textEdit()->viewport(), Qt::LeftButton, Qt::NoModifier,
+                       window->textEdit()->cursorRect().center());
+    QVERIFY(!window->textEdit()->textCursor().hasSelection());
 }
 
 void UserAssistWindowTest::theUserAsksToClose_data()
