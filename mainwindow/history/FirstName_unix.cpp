@@ -9,8 +9,8 @@
 
 namespace {
 
-/// For file systems that know no renaming without replacing. An empty file stands
-/// there for an instant; who deletes it meanwhile does no harm.
+/// For file systems that know neither a plain renaming nor second names. An empty file
+/// stands there for an instant; who deletes it meanwhile does no harm.
 FirstName::Result giveByClaiming(const QByteArray &temporary, const QByteArray &path)
 {
     const int descriptor = ::open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
@@ -21,6 +21,26 @@ FirstName::Result giveByClaiming(const QByteArray &temporary, const QByteArray &
         return FirstName::Result::Given;
     ::unlink(path.constData());
     return FirstName::Result::Failed;
+}
+
+/// For file systems that know no renaming without replacing. A kill between the two
+/// steps leaves a whole file under both names.
+FirstName::Result giveByLinking(const QByteArray &temporary, const QByteArray &path)
+{
+    if (::link(temporary.constData(), path.constData()) == 0) {
+        ::unlink(temporary.constData());
+        return FirstName::Result::Given;
+    }
+    switch (errno) {
+    case EEXIST:
+        return FirstName::Result::Taken;
+    case EPERM:
+    case ENOSYS:
+    case EOPNOTSUPP:
+        return giveByClaiming(temporary, path);
+    default:
+        return FirstName::Result::Failed;
+    }
 }
 
 } // namespace
@@ -37,5 +57,5 @@ FirstName::Result FirstName::give(const QString &temporary, const QString &path)
     if (errno != EINVAL && errno != ENOSYS)
         return Result::Failed;
 #endif
-    return giveByClaiming(from, to);
+    return giveByLinking(from, to);
 }

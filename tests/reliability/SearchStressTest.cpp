@@ -126,7 +126,7 @@ void SearchStressTest::verifyResults(SpoolRun &run, bool lineCount)
         QCOMPARE(run.lineCounts.size(), m_files);
         return;
     }
-    QMap<QString, int> hits;
+    Hits hits;
     QString file;
     int heads = 0;
     for (const QString &line : run.takeAll()) {
@@ -134,13 +134,17 @@ void SearchStressTest::verifyResults(SpoolRun &run, bool lineCount)
             file = line;
             ++heads;
         } else {
-            ++hits[file];
+            hits[file].append(line);
         }
     }
     QCOMPARE(heads, m_files);
     QCOMPARE(hits.size(), m_files);
-    for (const int count : qAsConst(hits))
-        QCOMPARE(count, kHitsInAFile);
+    // The same lines in every file, and each of them once.
+    QStringList once = hits.first();
+    QCOMPARE(once.removeDuplicates(), 0);
+    QCOMPARE(once.size(), kHitsInAFile);
+    for (const QStringList &lines : qAsConst(hits))
+        QCOMPARE(lines, hits.first());
     QCOMPARE(run->hitLineCount(), m_files * kHitsInAFile);
 }
 

@@ -24,11 +24,16 @@ private:
     void meddle();
     void changeSettings();
     void pause();
+    void closeTheWindow();
     void verifyWholeSearch(const QString &keyword);
     int number(int limit) { return static_cast<int>(m_random() % static_cast<unsigned>(limit)); }
 
     WindowFixture m_fixture;
     std::mt19937 m_random{20260401};
+    // What was done to a window whose search was running.
+    int m_closed = 0;
+    int m_deleted = 0;
+    int m_changed = 0;
 };
 
 namespace {
@@ -86,6 +91,7 @@ void WindowStressTest::meddle()
 /// What a search reads, to values with which it finds the same.
 void WindowStressTest::changeSettings()
 {
+    m_changed += m_fixture.isRunning() ? 1 : 0;
     AppSettings &settings = AppSettings::instance();
     settings.pathhistory.append(m_fixture.tree.path());
     settings.bigsize = 1 + number(9);
@@ -100,22 +106,56 @@ void WindowStressTest::verifyWholeSearch(const QString &keyword)
 {
     QVERIFY(m_fixture.waitUntilIdle());
     QVERIFY(m_fixture.search(m_fixture.tree.path(), QStringLiteral("*.txt"), keyword));
+    QMap<QString, QStringList> hits;
+    QString file;
     int heads = 0;
-    int hits = 0;
+    int ends = 0;
     for (const QString &line : m_fixture.resultText().split(QLatin1Char('\n'))) {
-        heads += line.startsWith(QLatin1String("::")) ? 1 : 0;
-        hits += line.startsWith(QLatin1Char(' ')) && line.contains(keyword) ? 1 : 0;
+        if (line.startsWith(QLatin1String("::"))) {
+            file = line;
+            ++heads;
+        } else if (line.startsWith(QLatin1Char(' ')) && line.contains(keyword)) {
+            hits[file].append(line);
+        }
+        ends += line.startsWith(QStringLiteral("該当行数")) ? 1 : 0;
     }
     QCOMPARE(heads, kFolders * kFiles);
-    QCOMPARE(hits, kFolders * kFiles * kHitsInAFile);
+    QCOMPARE(hits.size(), kFolders * kFiles);
+    // The same lines in every file, and each of them once.
+    QStringList once = hits.first();
+    QCOMPARE(once.removeDuplicates(), 0);
+    QCOMPARE(once.size(), kHitsInAFile);
+    for (const QStringList &lines : qAsConst(hits))
+        QCOMPARE(lines, hits.first());
+    QCOMPARE(ends, 1);
+}
+
+/// As the user does, after which the program's loop still turns, or all at once.
+void WindowStressTest::closeTheWindow()
+{
+    const int running = m_fixture.isRunning() ? 1 : 0;
+    if (number(2) == 0) {
+        m_closed += running;
+        QVERIFY(m_fixture.window().close());
+        pause();
+    } else {
+        m_deleted += running;
+    }
+    m_fixture.close();
 }
 
 void WindowStressTest::aWindowSurvivesWhatIsDoneToItDuringASearch()
 {
-    for (int round = 0; round < TestLength::rounds(25, 250); ++round) {
+    for (int round = 0; round < TestLength::rounds(50, 500); ++round) {
         m_fixture.open();
         m_fixture.fill(m_fixture.tree.path(), QStringLiteral("*.txt"), QStringLiteral("needle"));
         m_fixture.searchButton()->click();
+        // At times while it has hardly begun, on however busy a machine.
+        if (round % 5 == 0) {
+            changeSettings();
+            closeTheWindow();
+            continue;
+        }
         for (int acts = number(6); acts > 0; --acts) {
             pause();
             meddle();
@@ -127,8 +167,11 @@ void WindowStressTest::aWindowSurvivesWhatIsDoneToItDuringASearch()
             verifyWholeSearch(QStringLiteral("needle"));
         if (QTest::currentTestFailed())
             return;
-        m_fixture.close(); // a run or not
+        closeTheWindow(); // a run or not
     }
+    QVERIFY2(m_closed > 0, "no run was going on");
+    QVERIFY2(m_deleted > 0, "no run was going on");
+    QVERIFY2(m_changed > 0, "no run was going on");
     m_fixture.open();
     verifyWholeSearch(QStringLiteral("straw"));
     m_fixture.close();
