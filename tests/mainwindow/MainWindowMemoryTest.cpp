@@ -2,6 +2,7 @@
 
 #include "mainwindow/FreeMemory.h"
 #include "mainwindow/RunControl.h"
+#include "tests/support/TestLength.h"
 
 #include <QFileInfo>
 #include <QTest>
@@ -16,6 +17,7 @@ private slots:
     void aSearchThatTakesTheLastMemoryEndsAndSaysSo();
     void aLineCountThatTakesTheLastMemorySaysSo();
     void aSmallSearchIsNotBlamedForAFullMachine();
+    void millionsOfHitsEndWithAllOfThemOrTheReason();
     void littleMemoryIsATenthOfItOrHalfAGigabyte_data();
     void littleMemoryIsATenthOfItOrHalfAGigabyte();
     void theSystemTellsItsMemory();
@@ -28,6 +30,18 @@ private:
 namespace {
 
 constexpr qint64 kGigabyte = Q_INT64_C(1024) * 1024 * 1024;
+
+const QString kReason =
+    QStringLiteral("メモリが足りなくなったため中止しました。見つけて表示していない行 ");
+
+/// The number that stands behind text; 0 when the text is not there.
+int numberBehind(const QString &text, const QString &result)
+{
+    return result.section(text, 1)
+        .section(QLatin1Char('\n'), 0, 0)
+        .remove(QLatin1Char(','))
+        .toInt();
+}
 
 } // namespace
 
@@ -58,23 +72,15 @@ void MainWindowMemoryTest::aSearchThatTakesTheLastMemoryEndsAndSaysSo()
     const int shown = result.count(QStringLiteral("one apple"));
     QVERIFY(shown < 210000);
     QVERIFY(result.contains(QStringLiteral("/// 中止しました ///")));
-    const QString reason =
-        QStringLiteral("メモリが足りなくなったため中止しました。見つけて表示していない行 ");
-    QVERIFY(result.contains(reason));
-    const QString number = result.section(reason, 1).section(QLatin1Char('\n'), 0, 0);
-    const QString found =
-        result.section(QStringLiteral("該当行数 "), 1).section(QLatin1Char('\n'), 0, 0);
-    const auto numberOf = [](QString text) {
-        return text.remove(QLatin1Char(',')).toInt();
-    };
-    QVERIFY(numberOf(number) > 0);
-    QCOMPARE(shown + numberOf(number), numberOf(found));
+    const int leftOut = numberBehind(kReason, result);
+    QVERIFY(leftOut > 0);
+    QCOMPARE(shown + leftOut, numberBehind(QStringLiteral("該当行数 "), result));
     // The next one begins anew.
     m_memory.available = kGigabyte;
     m_availableOnceListed = kGigabyte;
     QVERIFY(m_fixture->search(m_fixture->tree.path(), QStringLiteral("*.none"),
                               QStringLiteral("pear")));
-    QVERIFY(!m_fixture->resultText().contains(reason));
+    QVERIFY(!m_fixture->resultText().contains(kReason));
 }
 
 void MainWindowMemoryTest::aLineCountThatTakesTheLastMemorySaysSo()
@@ -101,6 +107,27 @@ void MainWindowMemoryTest::aSmallSearchIsNotBlamedForAFullMachine()
                               QStringLiteral("pear")));
     QCOMPARE(m_fixture->resultText().count(QStringLiteral("one pear")), 2);
     QVERIFY(!m_fixture->resultText().contains(QStringLiteral("中止")));
+}
+
+/// With the memory that this machine has.
+void MainWindowMemoryTest::millionsOfHitsEndWithAllOfThemOrTheReason()
+{
+    constexpr int kFiles = 50;
+    constexpr int kLongestMilliseconds = 1000000;
+    const int hits = TestLength::rounds(200000, 5000000);
+    for (int file = 0; file < kFiles; ++file)
+        m_fixture->tree.write(QStringLiteral("%1.many").arg(file),
+                              QByteArray("a fig\n").repeated(hits / kFiles));
+    m_fixture->window().findChild<RunControl *>()->setMemorySource(&FreeMemory::now);
+    m_fixture->fill(m_fixture->tree.path(), QStringLiteral("*.many"), QStringLiteral("fig"));
+    m_fixture->searchButton()->click();
+    QVERIFY(QTest::qWaitFor([this] { return !m_fixture->isRunning(); }, kLongestMilliseconds));
+    const QString result = m_fixture->resultText();
+    const int leftOut = numberBehind(kReason, result);
+    if (leftOut == 0)
+        QCOMPARE(numberBehind(QStringLiteral("該当行数 "), result), hits);
+    QCOMPARE(result.count(QStringLiteral("a fig")) + leftOut,
+             numberBehind(QStringLiteral("該当行数 "), result));
 }
 
 void MainWindowMemoryTest::littleMemoryIsATenthOfItOrHalfAGigabyte_data()
