@@ -10,8 +10,8 @@ const QString kHold = QStringLiteral("hold");
 
 } // namespace
 
-RecordingProgram::RecordingProgram(const ScratchFolder &folder)
-    : m_folder(folder), m_path(RecordingProgramFiles::make(folder))
+RecordingProgram::RecordingProgram(const ScratchFolder &folder, const QString &name)
+    : m_folder(folder), m_path(RecordingProgramFiles::make(folder, name))
 {
 }
 

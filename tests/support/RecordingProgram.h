@@ -9,9 +9,10 @@
 /// Windows a copy of ArgumentRecorder.
 class RecordingProgram {
 public:
-    explicit RecordingProgram(const ScratchFolder &folder);
+    /// name is without a suffix.
+    explicit RecordingProgram(const ScratchFolder &folder,
+                              const QString &name = QStringLiteral("my editor"));
 
-    /// With a blank in it.
     QString path() const { return m_path; }
 
     /// Each as the platform has it, on Windows in UTF-8, where the system's own

@@ -11,8 +11,8 @@ namespace RecordingProgramFiles {
 /// What it writes, beside itself.
 const QString kRecord = QStringLiteral("arguments");
 
-/// Returns its path.
-QString make(const ScratchFolder &folder);
+/// Returns its path; on Windows name gets ".exe" behind it.
+QString make(const ScratchFolder &folder, const QString &name);
 
 QByteArrayList arguments(const QByteArray &record);
 

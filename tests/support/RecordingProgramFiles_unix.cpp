@@ -2,7 +2,7 @@
 
 #include <QFile>
 
-QString RecordingProgramFiles::make(const ScratchFolder &folder)
+QString RecordingProgramFiles::make(const ScratchFolder &folder, const QString &name)
 {
     // NUL after each argument, because nothing else is impossible in one; renamed when
     // it is whole, so that a half of it is never read.
@@ -10,7 +10,7 @@ QString RecordingProgramFiles::make(const ScratchFolder &folder)
                               "while [ -e hold ]; do sleep 0.01; done\n"
                               "for argument; do printf '%s\\0' \"$argument\"; done > half\n"
                               "mv half arguments\n";
-    const QString path = folder.write(QStringLiteral("my editor.sh"), script);
+    const QString path = folder.write(name, script);
     QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     return path;
 }

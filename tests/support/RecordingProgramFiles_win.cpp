@@ -6,9 +6,9 @@
 
 #include <shellapi.h>
 
-QString RecordingProgramFiles::make(const ScratchFolder &folder)
+QString RecordingProgramFiles::make(const ScratchFolder &folder, const QString &name)
 {
-    const QString path = folder.filePath(QStringLiteral("my editor.exe"));
+    const QString path = folder.filePath(name + QStringLiteral(".exe"));
     if (!QFile::copy(QStringLiteral(ARGUMENT_RECORDER), path))
         qFatal("cannot copy %s", ARGUMENT_RECORDER);
     return path;

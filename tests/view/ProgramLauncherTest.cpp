@@ -1,7 +1,9 @@
 #include "view/ProgramLauncher.h"
 
 #include "engine/NativePath.h"
+#include "engine/RegExpEscape.h"
 #include "tests/support/RecordingProgram.h"
+#include "view/OtherGrepCommand.h"
 
 #include <QtTest>
 
@@ -12,7 +14,7 @@ class ProgramLauncherTest : public QObject {
 private slots:
     void init();
     void cleanup();
-    void theProgramGetsEachArgumentAsItStands_data();
+    void theProgramGetsEachArgumentAsItStands_data() { hostileArguments(); }
     void theProgramGetsEachArgumentAsItStands();
     void bytesThatAreNoTextArriveAsTheyAre();
     void theFolderBecomesTheCurrentOne();
@@ -21,8 +23,11 @@ private slots:
     void aProgramWithoutFolderIsFoundOnThePath();
     void nothingWaitsForTheProgram();
     void openStartsTheProgramToo();
+    void aSecondWindowGetsTheFolderAndTheText_data() { hostileArguments(); }
+    void aSecondWindowGetsTheFolderAndTheText();
 
 private:
+    static void hostileArguments();
     LaunchCommand recorder(const QStringList &arguments) const;
 
     std::unique_ptr<ScratchFolder> m_folder;
@@ -56,7 +61,7 @@ LaunchCommand ProgramLauncherTest::recorder(const QStringList &arguments) const
     return command;
 }
 
-void ProgramLauncherTest::theProgramGetsEachArgumentAsItStands_data()
+void ProgramLauncherTest::hostileArguments()
 {
     QTest::addColumn<QString>("argument");
     QTest::addColumn<bool>("byOpen");
@@ -152,6 +157,24 @@ void ProgramLauncherTest::openStartsTheProgramToo()
 {
     QVERIFY(ProgramLauncher::native().open(recorder({QStringLiteral("a b")})));
     QCOMPARE(m_program->arguments(), QByteArrayList{QByteArrayLiteral("a b")});
+}
+
+/// The text is a pattern there, so its marks are escaped.
+void ProgramLauncherTest::aSecondWindowGetsTheFolderAndTheText()
+{
+    QFETCH(QString, argument);
+    QFETCH(bool, byOpen);
+    const RecordingProgram window(*m_folder, QStringLiteral("sarvik"));
+    const QString directory = QFileInfo(window.path()).path();
+    ProgramLauncher &launcher = ProgramLauncher::native();
+    const LaunchCommand command =
+        OtherGrepCommand::build(directory, argument, argument, launcher.pathStyle());
+    QVERIFY(byOpen ? launcher.open(command) : launcher.startDetached(command));
+    QString keyword = argument;
+    escapeRegExpMetaChars(keyword);
+    QCOMPARE(window.arguments(), QByteArrayList({argument.toUtf8(), keyword.toUtf8()}));
+    QVERIFY(!m_folder->exists(QStringLiteral("hole")));
+    QVERIFY(!QFileInfo::exists(QStringLiteral("hole")));
 }
 
 QTEST_GUILESS_MAIN(ProgramLauncherTest)
