@@ -35,7 +35,7 @@ void FileWorker::handle(const QString &path)
 {
     const bool counts = m_run.condition.linecount;
     const FileLoader::Outcome outcome = counts ? m_loader.load(path) : m_loader.open(path);
-    if (m_loader.wasStopped())
+    if (m_loader.wasStopped() || outcome == FileLoader::Outcome::Skipped)
         return;
     if (counts && m_loader.hasFailed())
         reportFailed(path);
@@ -43,7 +43,7 @@ void FileWorker::handle(const QString &path)
         reportEncoding(path, outcome);
     else if (outcome == FileLoader::Outcome::Refused)
         reportRefused(path);
-    else if (outcome == FileLoader::Outcome::Loaded)
+    else
         handleLoaded(path);
 }
 

@@ -2,7 +2,7 @@
 
 #include "engine/TextGrepCore.h"
 
-#include <QElapsedTimer>
+#include <QCoreApplication>
 #include <QTest>
 
 EngineRun::EngineRun(const EngineOptions &options) : m_engine(new TextGrepCore)
@@ -14,6 +14,16 @@ EngineRun::EngineRun(const EngineOptions &options) : m_engine(new TextGrepCore)
 EngineRun::~EngineRun()
 {
     delete m_engine;
+    // What its threads still had to say.
+    QCoreApplication::sendPostedEvents(this);
+}
+
+void EngineRun::end(QVector<bool> *flags, bool aborted)
+{
+    if (++m_ended > m_started)
+        qFatal("run number %d has ended twice", m_started);
+    flags->append(aborted);
+    emit ended();
 }
 
 void EngineRun::connectEngine()
@@ -53,22 +63,15 @@ void EngineRun::connectEngine()
         Qt::QueuedConnection);
     connect(
         m_engine, &TextGrepCore::finished, this,
-        [this](bool aborted) {
-            finishedFlags.append(aborted);
-            emit ended();
-        },
-        Qt::QueuedConnection);
+        [this](bool aborted) { end(&finishedFlags, aborted); }, Qt::QueuedConnection);
     connect(
         m_engine, &TextGrepCore::lcntFinished, this,
-        [this](bool aborted) {
-            lcntFinishedFlags.append(aborted);
-            emit ended();
-        },
-        Qt::QueuedConnection);
+        [this](bool aborted) { end(&lcntFinishedFlags, aborted); }, Qt::QueuedConnection);
 }
 
 void EngineRun::start(const SearchCondition &condition)
 {
+    ++m_started;
     m_engine->scan(condition.pathlist, condition.mask, condition.keyword1, condition.keyword2,
                    condition.keyword3, condition.plusline, condition.flg, condition.fnameflg,
                    condition.subdir, condition.linecount);

@@ -12,7 +12,8 @@
 class TextGrepCore;
 
 /// Runs an engine to its end and keeps all that it said. The engine lives on
-/// the test's thread; its workers are its own as ever.
+/// the test's thread; its workers are its own as ever. A run that ends twice ends the
+/// test's process, at the latest when the object goes.
 class EngineRun : public QObject {
     Q_OBJECT
 
@@ -51,6 +52,9 @@ signals:
 
 private:
     void connectEngine();
+    void end(QVector<bool> *flags, bool aborted);
 
     TextGrepCore *m_engine;
+    int m_started = 0;
+    int m_ended = 0;
 };

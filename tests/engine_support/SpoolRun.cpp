@@ -2,6 +2,7 @@
 
 #include "engine/SignalSpool.h"
 
+#include <QCoreApplication>
 #include <QTest>
 
 SpoolRun::SpoolRun(const EngineOptions &options) : m_spool(std::make_unique<SignalSpool>())
@@ -14,8 +15,15 @@ SpoolRun::SpoolRun(const EngineOptions &options) : m_spool(std::make_unique<Sign
 
 SpoolRun::~SpoolRun()
 {
+    finish();
+}
+
+void SpoolRun::finish()
+{
     m_thread.exit(0);
     m_thread.wait();
+    m_spool.reset();
+    QCoreApplication::sendPostedEvents(this);
 }
 
 void SpoolRun::listen()

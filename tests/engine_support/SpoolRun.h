@@ -23,6 +23,9 @@ public:
     explicit SpoolRun(const EngineOptions &options = EngineOptions());
     /// Ends the spool's thread and then deletes the spool.
     ~SpoolRun() override;
+    /// The same before the object goes, so that what was said to the very last can be
+    /// looked at.
+    void finish();
 
     SignalSpool *operator->() const { return m_spool.get(); }
 

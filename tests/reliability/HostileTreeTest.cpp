@@ -345,31 +345,39 @@ void HostileTreeTest::virtualFilesEndASearchAndALineCount_data()
 {
     QTest::addColumn<QString>("folder");
     QTest::addColumn<QString>("excluded");
+    QTest::addColumn<bool>("subdir");
     // Links to the whole system, what is as large as the kernel's memory, and a file
     // whose every read makes a device.
     const QString parts =
         QStringLiteral("root cwd fd task debug tracing slab subsystem device devices zram-control");
     for (const char *folder : {"/proc/self/", "/proc/sys/", "/proc/bus/", "/proc/driver/",
                                "/proc/irq/", "/sys/kernel/", "/sys/module/", "/sys/class/"})
-        QTest::newRow(folder) << QString::fromLatin1(folder) << parts;
+        QTest::newRow(folder) << QString::fromLatin1(folder) << parts << true;
     // "root" and "cwd" are the disk and no part of it.
     QTest::newRow("all of /proc/self/")
-        << QStringLiteral("/proc/self/") << QStringLiteral("root cwd");
+        << QStringLiteral("/proc/self/") << QStringLiteral("root cwd") << true;
+    QTest::newRow("the files right in /proc/") << QStringLiteral("/proc/") << QString() << false;
 }
 
 void HostileTreeTest::virtualFilesEndASearchAndALineCount()
 {
     QFETCH(QString, folder);
     QFETCH(QString, excluded);
+    QFETCH(bool, subdir);
     if (!QFileInfo::exists(folder))
         QSKIP("not there");
     EngineOptions options;
-    options.limits.excludedFolders = excluded.split(QLatin1Char(' '));
+    options.limits.excludedFolders = excluded.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    // What is read there the system's own log lacks.
+    options.limits.excludedFiles = QStringList{QStringLiteral("kmsg")};
     EngineRun run(options);
     SearchCondition condition = searchFor(QStringLiteral("no such text"), {folder});
+    condition.subdir = subdir;
     QVERIFY(run.run(condition, 300000));
     QCOMPARE(run.finishedFlags, QVector<bool>{false});
-    QVERIFY(run.run(countLinesIn({folder}), 300000));
+    condition = countLinesIn({folder});
+    condition.subdir = subdir;
+    QVERIFY(run.run(condition, 300000));
     QCOMPARE(run.lcntFinishedFlags, QVector<bool>{false});
 }
 

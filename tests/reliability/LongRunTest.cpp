@@ -1,14 +1,13 @@
 #include "engine/SignalSpool.h"
 #include "tests/engine_support/SearchRequests.h"
 #include "tests/engine_support/SpoolRun.h"
+#include "tests/support/ProcessMemory.h"
 #include "tests/support/ScratchFolder.h"
 #include "tests/support/TestLength.h"
 
-#include <QFile>
 #include <QTest>
 
 #include <malloc.h>
-#include <unistd.h>
 
 /// A working week of searches in one process.
 class LongRunTest : public QObject {
@@ -70,7 +69,7 @@ struct Memory {
     /// Bytes that the program has asked for and not given back, of every thread; 0
     /// where the allocator cannot tell.
     qint64 used = 0;
-    /// Bytes that the system gives the process, after what is free went back.
+    /// Bytes that the process alone takes of the system, after what is free went back.
     qint64 resident = 0;
 };
 
@@ -78,10 +77,7 @@ Memory memoryNow()
 {
     ::malloc_trim(0);
     const struct mallinfo2 info = ::mallinfo2();
-    QFile statm(QStringLiteral("/proc/self/statm"));
-    statm.open(QIODevice::ReadOnly);
-    const qint64 pages = statm.readAll().split(' ').value(1).toLongLong();
-    return {static_cast<qint64>(info.uordblks + info.hblkhd), pages * ::sysconf(_SC_PAGESIZE)};
+    return {static_cast<qint64>(info.uordblks + info.hblkhd), ProcessMemory::ownBytes()};
 }
 
 void verifyNotGrown(const char *what, qint64 before, qint64 after)

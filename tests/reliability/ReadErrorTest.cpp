@@ -1,4 +1,5 @@
 #include "engine/FileReader.h"
+#include "engine/TextGrepCore.h"
 #include "mainwindow/preview/PreviewFile.h"
 #include "tests/engine_support/EngineRun.h"
 #include "tests/engine_support/SearchRequests.h"
@@ -47,6 +48,7 @@ private slots:
 
     void theReaderTellsIt();
     void aFileOfWhichNothingCanBeReadIsLeftOut();
+    void noLinesOfItAreCountedAndNoTextIsShown();
     void aSearchTellsWhatItFoundAndTheError();
     void aLineCountTellsNoNumber();
     void thePreviewShowsNoHalfText();
@@ -102,13 +104,38 @@ void ReadErrorTest::aFileOfWhichNothingCanBeReadIsLeftOut()
     QCOMPARE(run.errors, QStringList());
 }
 
+void ReadErrorTest::noLinesOfItAreCountedAndNoTextIsShown()
+{
+    breakAt(0);
+    EngineRun run;
+    QVERIFY(run.run(countLinesIn({m_folder->path()})));
+    QCOMPARE(run.lineCounts.size(), 1);
+    QVERIFY(run.lineCounts.first().first.endsWith(QLatin1String("whole.txt")));
+    QCOMPARE(run.errors, QStringList());
+    QVERIFY(!PreviewFile::load(m_path, DetectionSettings(), [](const QString &, const QString &) {
+             }).readable);
+}
+
 void ReadErrorTest::aSearchTellsWhatItFoundAndTheError()
 {
     breakAt(200000);
     EngineRun run;
+    QStringList told;
+    connect(
+        run.engine(), &TextGrepCore::foundAtList, &run,
+        [&](const QString &path) {
+            if (path == m_path)
+                told.append(path);
+        },
+        Qt::QueuedConnection);
+    connect(
+        run.engine(), &TextGrepCore::ErrorMsg, &run,
+        [&](const QString &message) { told.append(message); }, Qt::QueuedConnection);
     QVERIFY(run.run(searchFor(QStringLiteral("needle"), {m_folder->path()})));
     QCOMPARE(run.hitsByPath().value(m_path).size(), 1);
     QCOMPARE(run.errors, QStringList(QStringLiteral("Error File read:") + m_path));
+    // The error comes behind the hits, as the window shows them.
+    QCOMPARE(told, QStringList({m_path, QStringLiteral("Error File read:") + m_path}));
 }
 
 void ReadErrorTest::aLineCountTellsNoNumber()

@@ -51,6 +51,7 @@ private:
     void verifyResults(SpoolRun &run, bool lineCount);
     void verifyNothingTwice(SpoolRun &run);
     void verifyCountsOnce(const SpoolRun &run);
+    void verifyEnds(SpoolRun &run, int searches, int lineCounts);
     EngineOptions otherOptions();
     void pause();
     int number(int limit) { return static_cast<int>(m_random() % static_cast<unsigned>(limit)); }
@@ -176,6 +177,14 @@ void SearchStressTest::verifyCountsOnce(const SpoolRun &run)
     }
 }
 
+/// Once nothing is left that could end once more.
+void SearchStressTest::verifyEnds(SpoolRun &run, int searches, int lineCounts)
+{
+    run.finish();
+    QCOMPARE(run.finishedFlags.size(), searches);
+    QCOMPARE(run.lcntFinishedFlags.size(), lineCounts);
+}
+
 /// As after a change of the settings; what is found stays the same.
 EngineOptions SearchStressTest::otherOptions()
 {
@@ -202,8 +211,8 @@ void SearchStressTest::runToTheEnd()
     run.settle();
     QTest::qWait(0);
     QCOMPARE(lineCount ? run.lcntFinishedFlags : run.finishedFlags, QVector<bool>{false});
-    QCOMPARE(run.finishedFlags.size() + run.lcntFinishedFlags.size(), 1);
     verifyResults(run, lineCount);
+    verifyEnds(run, lineCount ? 0 : 1, lineCount ? 1 : 0);
 }
 
 void SearchStressTest::abortInTheMiddle()
@@ -224,6 +233,7 @@ void SearchStressTest::abortInTheMiddle()
         verifyNothingTwice(run);
     else
         verifyResults(run, lineCount);
+    verifyEnds(run, lineCount ? 0 : 1, lineCount ? 1 : 0);
 }
 
 /// By a run of the other kind, so that their ends cannot be mistaken.
@@ -257,13 +267,19 @@ void SearchStressTest::replaceInTheMiddle()
         verifyNothingTwice(run);
     else
         verifyCountsOnce(run);
+    const int ofFirst = first.size();
+    verifyEnds(run, lineCount ? ofFirst : 1, lineCount ? 1 : ofFirst);
 }
 
 void SearchStressTest::giveUpInTheMiddle()
 {
     SpoolRun run;
-    run->requestScan(request(number(3) == 0));
+    const bool lineCount = number(3) == 0;
+    run->requestScan(request(lineCount));
     pause();
+    run.finish();
+    QVERIFY((lineCount ? run.lcntFinishedFlags : run.finishedFlags).size() <= 1);
+    QCOMPARE((lineCount ? run.finishedFlags : run.lcntFinishedFlags).size(), 0);
 }
 
 void SearchStressTest::everyRunEndsOnceWithAllThatItFound_data()
