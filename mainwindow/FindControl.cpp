@@ -129,12 +129,12 @@ void FindControl::end(TextFind::Result result)
     m_escape->setEnabled(false);
     switch (result) {
     case TextFind::Result::Found:
-        find->select();
+        select(*find);
         if (m_views.statusBar->currentMessage().isEmpty())
             emit placeWanted();
         break;
     case TextFind::Result::FoundAfterWrap:
-        find->select();
+        select(*find);
         tell(wrapMessage(find->direction()));
         break;
     case TextFind::Result::InvalidPattern:
@@ -146,6 +146,14 @@ void FindControl::end(TextFind::Result result)
     case TextFind::Result::Searching:
         break;
     }
+}
+
+void FindControl::select(const TextFind &find)
+{
+    find.select();
+    const QWidget *const results = m_views.resultView;
+    if (m_view == results && results->window()->focusWidget() != results)
+        emit foundUnfocused();
 }
 
 void FindControl::tellFailure(const QString &message)

@@ -28,6 +28,8 @@ class FindControl : public QObject {
 signals:
     /// The status bar is free again for the place of the selected hit.
     void placeWanted();
+    /// A line was selected in the result view while the focus was elsewhere.
+    void foundUnfocused();
 
 public:
     /// Not owned; must outlive this object.
@@ -57,6 +59,7 @@ private:
     void findIn(GrepEditor &view, TextFind::Direction direction);
     void goOn(int milliseconds);
     void end(TextFind::Result result);
+    void select(const TextFind &find);
     void cancel();
     void tell(const QString &message);
     void tellFailure(const QString &message);

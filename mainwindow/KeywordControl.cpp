@@ -10,6 +10,7 @@
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QCompleter>
+#include <QLineEdit>
 
 KeywordControl::KeywordControl(SearchForm *form, QObject *parent) : QObject(parent), m_form(form)
 {
@@ -24,6 +25,15 @@ void KeywordControl::setCompleter(QComboBox *combo, QCompleter *completer)
     completer->setCaseSensitivity(Qt::CaseInsensitive);
     combo->setCompleter(completer);
     new ClickThrough(completer);
+    // What is typed in full needs no list that offers it alone. Later: the list opens
+    // behind the signal.
+    connect(
+        combo->lineEdit(), &QLineEdit::textEdited, completer,
+        [completer](const QString &typed) {
+            if (completer->completionCount() == 1 && completer->currentCompletion() == typed)
+                completer->popup()->hide();
+        },
+        Qt::QueuedConnection);
     // Later: it may be the one that is bringing the key that led here.
     if (former) {
         former->popup()->hide();

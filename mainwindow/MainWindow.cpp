@@ -60,6 +60,11 @@ QString onlyOneFileText()
     return QStringLiteral("対象のファイルが１つだけのため、検索されませんでした");
 }
 
+QString notCountedText(int files)
+{
+    return QStringLiteral("大きすぎるか文字コードが分からず、数えなかったファイル: %L1").arg(files);
+}
+
 QString nothingIsKeptText()
 {
     return QStringLiteral(
@@ -363,12 +368,16 @@ void MainWindow::showLinecntResult(QString filename, int count)
 
 void MainWindow::linecntFinished(bool aborted)
 {
-    if (!m_run->listLineCountEnd(aborted))
+    const auto notCounted = m_run->listLineCountEnd(aborted);
+    if (!notCounted)
         return;
     // The file that was counted last.
     statusBar()->clearMessage();
     endRun();
-    tellMissingPath();
+    if (*notCounted > 0)
+        tellNext(notCountedText(*notCounted));
+    else
+        tellMissingPath();
 }
 
 /// A folder that is not there has no files, which looks as if nothing was found.

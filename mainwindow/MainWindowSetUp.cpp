@@ -74,6 +74,7 @@ void MainWindow::buildPreview()
                            m_applicationDirectory + QStringLiteral("sarvikrescue/"), this);
     connect(m_resultView, &GrepEditor::cursorPositionChanged, this, &MainWindow::previewFile);
     connect(m_find, &FindControl::placeWanted, m_previewControl, &PreviewControl::tellPlace);
+    connect(m_find, &FindControl::foundUnfocused, m_previewControl, &PreviewControl::showHit);
     auto *save = new QShortcut(QKeySequence::Save, m_preview);
     save->setContext(Qt::WidgetShortcut);
     connect(save, &QShortcut::activated, m_previewControl, &PreviewControl::save);

@@ -71,11 +71,16 @@ void PreviewControl::follow()
 {
     const GrepEditor &results = *m_views.resultView;
     m_followWaits = results.isMousePressed();
-    if (m_followWaits)
-        return;
     // Not hasFocus(): the window may just be getting the focus back from a dialog.
-    if (!m_resultShown || results.window()->focusWidget() != &results)
+    if (!m_followWaits && results.window()->focusWidget() == &results)
+        showHit();
+}
+
+void PreviewControl::showHit()
+{
+    if (!m_resultShown)
         return;
+    const GrepEditor &results = *m_views.resultView;
     m_views.statusBar->clearMessage();
     const QString line = results.currentLineText();
     const ResultLine::Kind kind = ResultLine::kind(line);

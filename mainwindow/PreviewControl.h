@@ -59,6 +59,10 @@ public:
     /// would end it.
     void follow();
 
+    /// Shows what the result view's cursor is on, wherever the user is; nothing while
+    /// there is no result.
+    void showHit();
+
     /// Asks whether a modified text is to be saved, and saves it. False when it
     /// was to be saved and was not, or when the question was cancelled. A text that
     /// was given up is not modified any more.

@@ -27,11 +27,15 @@ ProgressPanel::ProgressPanel(QWidget *parent)
     : QWidget(parent), m_ui(std::make_unique<Ui::ProgressPanel>())
 {
     m_ui->setupUi(this);
-    // A text is over both parts of its bar, the empty one and the filled one.
     QPalette colours = palette();
-    colours.setColor(QPalette::Text, ColourContrast::readableOn(QColor(kBarGround)));
+    const QColor onGround = ColourContrast::readableOn(QColor(kBarGround));
+    const QColor &filled = colours.color(QPalette::Highlight);
+    // A text is over both parts of its bar, the empty one and the filled one, and does
+    // not change its colour just where one ends.
+    const bool isReadOnBoth = ColourContrast::ratio(onGround, filled) >= ColourContrast::kSign;
+    colours.setColor(QPalette::Text, onGround);
     colours.setColor(QPalette::HighlightedText,
-                     ColourContrast::readableOn(colours.color(QPalette::Highlight)));
+                     isReadOnBoth ? onGround : ColourContrast::readableOn(filled));
     for (QProgressBar *bar : {m_ui->dirBar, m_ui->fileBar, m_ui->spoolBar})
         bar->setPalette(colours);
     setShown(false);

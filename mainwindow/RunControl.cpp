@@ -213,16 +213,17 @@ QStringList RunControl::summaryLines(bool aborted)
     return lines;
 }
 
-bool RunControl::listLineCountEnd(bool aborted)
+std::optional<int> RunControl::listLineCountEnd(bool aborted)
 {
     if (!m_run.exists())
-        return false;
+        return std::nullopt;
     m_timer.reset();
     listPendingCounts();
     m_listing.append(m_lineCount->finish(aborted));
     if (m_shortOfMemory)
         m_listing.append({SearchSummary::shortOfMemory()});
-    return true;
+    QStringList errors;
+    return m_run.spool()->takeErrors(&errors);
 }
 
 void RunControl::end()

@@ -347,13 +347,28 @@ void GrepEditor::mouseReleaseEvent(QMouseEvent *event)
 /// At every step of a drag the base class forgets how each line is laid out, a
 /// million times. As lines are not wrapped, the width matters only to those that
 /// are written from right to left; in a long text they keep the edge they have.
+///
+/// What the cursor's row loses to a scroll bar that a wide line brings, or to a smaller
+/// window, is scrolled into sight again.
 void GrepEditor::resizeEvent(QResizeEvent *event)
 {
+    const bool wasInSight = rowsToCursor(event->oldSize().height()) == 0;
     const bool layOutAnew = !m_isLaidOut || document()->characterCount() < kLongestLaidOutAnew;
     m_isLaidOut = m_isLaidOut || viewport()->width() > 0;
     const QSize unchangedWidth(event->size().width(), event->oldSize().height());
     QResizeEvent withoutLayout(event->size(), unchangedWidth);
     QPlainTextEdit::resizeEvent(layOutAnew ? event : &withoutLayout);
+    if (wasInSight)
+        verticalScrollBar()->setValue(verticalScrollBar()->value()
+                                      + rowsToCursor(viewport()->height()));
+}
+
+/// How many rows further down a viewport of this height shows all of the cursor's row.
+int GrepEditor::rowsToCursor(int viewportHeight) const
+{
+    const QRect cursor = cursorRect();
+    const int hidden = cursor.bottom() + 1 - viewportHeight;
+    return hidden > 0 && cursor.height() > 0 ? (hidden + cursor.height() - 1) / cursor.height() : 0;
 }
 
 void GrepEditor::wheelEvent(QWheelEvent *event)

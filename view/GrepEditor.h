@@ -146,6 +146,7 @@ private:
     bool takeLocationFromLine();
     BlockPainter::Look look() const;
     void keepCursorInSelectedLine();
+    int rowsToCursor(int viewportHeight) const;
     void zoomByWheel(const QWheelEvent &event);
     void scrollByLines(const QWheelEvent &event);
     /// Picks one word more than the last time that count was used.

@@ -35,6 +35,7 @@ private slots:
     void theSwitchesOfTheSettingsDecide();
     void inThePreviewItGoesAroundBothEnds();
     void thePlaceStaysInTheStatusBar();
+    void theHitThatIsFoundFromTheFormIsShown();
     void aWordOfTheFindGivesThePlaceBack();
     void aMessageThatCameMeanwhileStays();
     void noPlaceIsToldOfALineThatIsNone();
@@ -183,6 +184,16 @@ void MainWindowFindTest::thePlaceStaysInTheStatusBar()
     QCOMPARE(m_fixture->statusText(), text("末尾まで検索したので先頭に戻りました"));
     find(text("pies"));
     QCOMPARE(m_fixture->statusText(), place("a.txt", "3:7"));
+}
+
+void MainWindowFindTest::theHitThatIsFoundFromTheFormIsShown()
+{
+    QVERIFY(search());
+    m_fixture->keyword1()->setFocus();
+    find(text("an apple"));
+    QCOMPARE(m_fixture->preview()->toPlainText(), text("an apple tree\n"));
+    QCOMPARE(m_fixture->statusText(), place("b.txt", "1:4"));
+    QVERIFY(m_fixture->window().focusWidget() != m_fixture->resultView());
 }
 
 void MainWindowFindTest::aWordOfTheFindGivesThePlaceBack()

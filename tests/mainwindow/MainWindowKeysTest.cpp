@@ -30,6 +30,7 @@ private slots:
     void aKeywordThatDiffersInCaseOnlyIsSearchedAsItIs();
     void aPastKeywordThatIsTypedTakesTheNewSwitches();
     void aTypedKeywordStaysWhenTheFocusGoes();
+    void aKeywordTypedInFullNeedsNoList();
     void escapePutsBackWhatWasTypedBeforeACompletion();
     void aCompletionBringsItsSwitches_data();
     void aCompletionBringsItsSwitches();
@@ -135,6 +136,20 @@ QAbstractItemView *MainWindowKeysTest::typeUntilCompleted(const QString &start)
     QTest::keyClicks(keywordField(), start);
     QAbstractItemView *list = m_fixture->keyword1()->completer()->popup();
     return list->isVisible() ? list : nullptr;
+}
+
+void MainWindowKeysTest::aKeywordTypedInFullNeedsNoList()
+{
+    openWithPast("011Plain");
+    QAbstractItemView *list = typeUntilCompleted(text("Plai"));
+    QVERIFY(list);
+    QTest::keyClicks(list, text("n"));
+    QTRY_VERIFY_WITH_TIMEOUT(!list->isVisible(), kPatienceMilliseconds);
+    QCOMPARE(keywordField()->text(), text("Plain"));
+    // One that differs is offered.
+    QVERIFY(typeUntilCompleted(text("plain")));
+    QCoreApplication::processEvents();
+    QVERIFY(list->isVisible());
 }
 
 void MainWindowKeysTest::escapePutsBackWhatWasTypedBeforeACompletion()

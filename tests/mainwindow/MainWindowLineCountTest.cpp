@@ -1,4 +1,5 @@
 #include "tests/mainwindow/WindowTest.h"
+#include "tests/support/Patience.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -21,6 +22,7 @@ private slots:
     void theSamplesAreCounted_data();
     void theSamplesAreCounted();
     void charactersThatLookLikeLineFeedsAreNone();
+    void filesThatAreNotCountedAreTold();
     void theEndOfACountBringsTheWindowBack_data();
     void theEndOfACountBringsTheWindowBack();
 
@@ -167,6 +169,18 @@ void MainWindowLineCountTest::charactersThatLookLikeLineFeedsAreNone()
         expected[path] = linesIn(inUtf16(text, bigEndian), {2, bigEndian});
     }
     compare(m_fixture->tree.path(), expected);
+}
+
+void MainWindowLineCountTest::filesThatAreNotCountedAreTold()
+{
+    m_fixture->tree.write(QStringLiteral("large.txt"), QByteArray("line\n").repeated(300000));
+    m_fixture->tree.write(QStringLiteral("binary.txt"), QByteArray(100, '\0') + '\xFF');
+    const QString counted = m_fixture->tree.write(QStringLiteral("counted.txt"), "a\nb\n");
+    compare(m_fixture->tree.path(), {{counted, 3}});
+    QTRY_COMPARE_WITH_TIMEOUT(
+        m_fixture->statusText(),
+        QStringLiteral("大きすぎるか文字コードが分からず、数えなかったファイル: 2"),
+        kPatienceMilliseconds);
 }
 
 void MainWindowLineCountTest::theEndOfACountBringsTheWindowBack_data()

@@ -10,6 +10,7 @@
 #include <QFileInfo>
 #include <QGroupBox>
 #include <QLabel>
+#include <QScrollBar>
 #include <QTest>
 #include <QTextBlock>
 #include <QTextCodec>
@@ -55,6 +56,8 @@ private slots:
     void aModifiedFileIsOfferedForSaving();
     void ctrlSSavesWithABackup();
     void savingTwiceKeepsTheFirstBackup();
+    void aWideLineIsNotHiddenByItsScrollBar_data();
+    void aWideLineIsNotHiddenByItsScrollBar();
     void ctrlTabWritesATab();
     void tabGoesOnToTheNextField();
     void aFileThatIsGoneIsWrittenAgain();
@@ -368,6 +371,32 @@ void MainWindowPreviewTest::savingTwiceKeepsTheFirstBackup()
     QCOMPARE(m_fixture->tree.read(QStringLiteral("a.txt")),
              QByteArray("new one apple\ntwo pears\nthree apple pies\n"));
     QVERIFY(m_fixture->prompt.messages.isEmpty());
+}
+
+void MainWindowPreviewTest::aWideLineIsNotHiddenByItsScrollBar_data()
+{
+    QTest::addColumn<bool>("byFind");
+    QTest::newRow("a hit") << false;
+    QTest::newRow("a find") << true;
+}
+
+/// The bar comes when the line is seen, and then takes room of the view.
+void MainWindowPreviewTest::aWideLineIsNotHiddenByItsScrollBar()
+{
+    QFETCH(bool, byFind);
+    m_fixture->tree.write(text("a.txt"),
+                          "an apple\n" + QByteArray("short\n").repeated(60) + "the apple "
+                              + QByteArray("wide ").repeated(100) + '\n'
+                              + QByteArray("short\n").repeated(60));
+    searchAndSelect(byFind ? text(":an apple") : text(":the apple"));
+    GrepEditor *preview = m_fixture->preview();
+    QTRY_VERIFY_WITH_TIMEOUT(!preview->isReadOnly(), kPatienceMilliseconds);
+    if (byFind)
+        preview->setTextCursor(preview->document()->find(text("the apple")));
+    preview->ensureCursorVisible();
+    QTRY_VERIFY_WITH_TIMEOUT(preview->horizontalScrollBar()->isVisible(), kPatienceMilliseconds);
+    QCoreApplication::processEvents();
+    QVERIFY(preview->viewport()->rect().contains(preview->cursorRect().bottomLeft()));
 }
 
 void MainWindowPreviewTest::ctrlTabWritesATab()

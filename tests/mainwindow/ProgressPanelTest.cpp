@@ -15,6 +15,8 @@ private slots:
     void thePartsHaveTheirNames();
     void theBarsHaveTheirStyle_data();
     void theBarsHaveTheirStyle();
+    void theTextIsReadOnBothPartsOfABar_data();
+    void theTextIsReadOnBothPartsOfABar();
     void theBarsTellAReaderWhatTheyAre();
     void thePanelIsHiddenAtFirst();
     void theBarsAreShownAndHidden();
@@ -80,6 +82,33 @@ void ProgressPanelTest::theBarsHaveTheirStyle()
     const ProgressPanel panel;
     QCOMPARE(panel.findChild<QProgressBar *>(name)->styleSheet(),
              QStringLiteral("QProgressBar { text-align: center; background-color: #770000;}"));
+}
+
+void ProgressPanelTest::theTextIsReadOnBothPartsOfABar_data()
+{
+    QTest::addColumn<QColor>("filled");
+    QTest::addColumn<QColor>("text");
+    QTest::newRow("the default") << QColor(42, 130, 218) << QColor(Qt::white);
+    QTest::newRow("dark") << QColor(Qt::darkBlue) << QColor(Qt::white);
+    QTest::newRow("light") << QColor(Qt::yellow) << QColor(Qt::black);
+}
+
+/// White is read on the empty part, and a text in two colours not where they meet.
+void ProgressPanelTest::theTextIsReadOnBothPartsOfABar()
+{
+    QFETCH(QColor, filled);
+    QFETCH(QColor, text);
+    const QPalette before = QApplication::palette();
+    QPalette palette = before;
+    palette.setColor(QPalette::Highlight, filled);
+    QApplication::setPalette(palette);
+    const ProgressPanel panel;
+    QApplication::setPalette(before);
+    for (const char *name : {"dirBar", "fileBar", "spoolBar"}) {
+        const QPalette colours = bar(panel, name)->palette();
+        QCOMPARE(colours.color(QPalette::Text), QColor(Qt::white));
+        QCOMPARE(colours.color(QPalette::HighlightedText), text);
+    }
 }
 
 void ProgressPanelTest::theBarsTellAReaderWhatTheyAre()
