@@ -99,12 +99,13 @@ MainWindow::MainWindow(const QStringList &pathlist, const QString &mask, const Q
     connectForm();
     connectKeys();
     connectRun();
-    WindowLayout::restore({this, m_ui->viewSplitter, m_resultView, m_preview});
     buildPreview();
     listenForBroadcasts();
     fillHistories();
     buildHistory();
     showRequest(pathlist, mask, findword);
+    // Before all is in it, its least size is larger than it will be.
+    WindowLayout::restore({this, m_ui->viewSplitter, m_resultView, m_preview});
     m_history->remember(m_ui->searchForm->state());
     if (!ApplicationDirectory::canBeWritten(m_applicationDirectory))
         statusBar()->showMessage(nothingIsKeptText());

@@ -14,6 +14,7 @@
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QPointer>
+#include <QScreen>
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
@@ -88,6 +89,7 @@ private slots:
     void theOtherKeysOfFindingFindToo();
     void findingByAKeyNamesItselfInTheToolTip();
     void switchesAndLayoutAreStored();
+    void aSmallWindowThatIsMovedIntoTheScreenKeepsItsSize();
 
 private:
     QString m_tree;
@@ -620,6 +622,17 @@ void MainWindowTest::switchesAndLayoutAreStored()
     QVERIFY(m_fixture->child<QCheckBox>("skippedCheck")->isChecked());
     QVERIFY(settings.geometry.size() > 1);
     QVERIFY(settings.layouttoolbar.size() > 1);
+}
+
+void MainWindowTest::aSmallWindowThatIsMovedIntoTheScreenKeepsItsSize()
+{
+    m_fixture->window().resize(700, 1);
+    const QSize small = m_fixture->window().size();
+    m_fixture->window().move(-60, 100);
+    m_fixture->open();
+    QCOMPARE(m_fixture->window().size(), small);
+    QVERIFY(m_fixture->window().screen()->availableGeometry().contains(
+        m_fixture->window().frameGeometry()));
 }
 
 QTEST_MAIN(MainWindowTest)
