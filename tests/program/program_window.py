@@ -59,7 +59,9 @@ class Screen:
         # Without a reset when the first visitor leaves, in which the next one is
         # refused and the window manager lost.
         self.server = subprocess.Popen(
-            ["Xvfb", "-noreset", "-displayfd", str(write_end), "-screen", "0", f"{size}x24",
+            # Nor with keys that repeat: a machine that stalls between a press and its
+            # release would make many of one.
+            ["Xvfb", "-noreset", "-r", "-displayfd", str(write_end), "-screen", "0", f"{size}x24",
              "-dpi", "96",
              "-fbdir", self.frames.name],
             pass_fds=[write_end], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
