@@ -11,6 +11,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QLockFile>
+#include <QOperatingSystemVersion>
 #include <QProcess>
 #include <QTest>
 
@@ -38,6 +39,7 @@ private slots:
     void aFailedStepLeavesTheOldFile();
     void anUnreadableFileIsNotReplaced();
     void aMomentaryFailureToReplaceIsTriedAgain();
+    void aLastingFailureToReplaceIsNotTriedForever();
     void aFailedUpdateMovesNoBackup();
     void theBackupIsMadeOnlyWhenTheNewFileIsWritten();
     void withoutALockTheFileIsReplacedAndTheBackupsAreLeftAlone();
@@ -219,6 +221,21 @@ void IniFileTest::aMomentaryFailureToReplaceIsTriedAgain()
     QVERIFY(setKey(QStringLiteral("b"), 2));
     QCOMPARE(m_folder->read(QStringLiteral("a.ini")), kOld + "b=2\n");
     QCOMPARE(files(), QStringList{QStringLiteral("a.ini")});
+}
+
+void IniFileTest::aLastingFailureToReplaceIsNotTriedForever()
+{
+    m_folder->write(QStringLiteral("a.ini"), kOld);
+    int attempts = 0;
+    SaveSteps::setObserver([&](Step step) {
+        attempts += step == Step::ReplaceOld ? 1 : 0;
+        return step != Step::ReplaceOld;
+    });
+    QVERIFY(!setKey(QStringLiteral("b"), 2));
+    const bool onWindows =
+        QOperatingSystemVersion::currentType() == QOperatingSystemVersion::Windows;
+    QCOMPARE(attempts, onWindows ? 21 : 3);
+    QCOMPARE(m_folder->read(QStringLiteral("a.ini")), kOld);
 }
 
 void IniFileTest::aFailedUpdateMovesNoBackup()
