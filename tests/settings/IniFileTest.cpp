@@ -4,6 +4,7 @@
 #include "tests/support/FileTime.h"
 #include "tests/support/NativeLines.h"
 #include "tests/support/OrdinaryUser.h"
+#include "tests/support/Patience.h"
 #include "tests/support/ScratchFolder.h"
 #include "tests/support/SymbolicLink.h"
 #include "tests/support/TreeBuilder.h"
@@ -79,6 +80,7 @@ void IniFileTest::init()
 void IniFileTest::cleanup()
 {
     SaveSteps::setObserver(nullptr);
+    IniFile::setLongestWait(IniFile::kLongestWaitMilliseconds);
 }
 
 bool IniFileTest::setKey(const QString &key, const QVariant &value, IniFile::Backup backup) const
@@ -287,6 +289,7 @@ void IniFileTest::aLockThatIsGivenBackIsTaken()
 {
     m_folder->write(QStringLiteral("a.ini"), kOld);
     FileTime::setDayOfChange(path(), QDate::currentDate().addDays(-1));
+    IniFile::setLongestWait(kPatienceMilliseconds);
     QLockFile lock(path() + QStringLiteral(".lock"));
     QVERIFY(lock.lock());
     std::thread other([this] { setKey(QStringLiteral("b"), 2, IniFile::Backup::Daily); });
@@ -374,6 +377,8 @@ void IniFileTest::permissionsStay()
 
 void IniFileTest::changesFromTwoThreadsAreBothKept()
 {
+    // A thread that the machine keeps for longer from running would lose its lock.
+    IniFile::setLongestWait(kPatienceMilliseconds);
     const auto work = [this](const QString &prefix) {
         for (int i = 0; i < 10; ++i)
             setKey(prefix + QString::number(i), i);
