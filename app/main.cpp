@@ -6,6 +6,7 @@
 #include "settings/ApplicationPalette.h"
 #include "settings/LocaleSetup.h"
 #include "settings/ParameterFile.h"
+#include "settings/ProcessEnd.h"
 #include "settings/StarterSettings.h"
 #include "settings/StyleSheet.h"
 #include "settings/dialogs/ProgramStyle.h"
@@ -13,8 +14,6 @@
 
 #include <QApplication>
 #include <QToolTip>
-
-#include <cstdlib>
 
 namespace {
 
@@ -42,13 +41,11 @@ int runWindow(const QString &appDir)
 int endProcess(int exitStatus)
 {
     if (RunControl::isAnyLeftBehind())
-        std::_Exit(exitStatus);
+        ProcessEnd::atOnce(exitStatus);
     return exitStatus;
 }
 
-} // namespace
-
-int main(int argc, char *argv[])
+int runProgram(int argc, char *argv[])
 {
     LocaleSetup::useUtf8InPlainLocale();
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
@@ -66,4 +63,11 @@ int main(int argc, char *argv[])
     AppSettings::instance().load(appDir);
     applyLook(appDir);
     return endProcess(runWindow(appDir));
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    return ProcessEnd::withStatus(runProgram(argc, argv));
 }

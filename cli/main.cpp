@@ -10,6 +10,7 @@
 #include "settings/ApplicationDirectory.h"
 #include "settings/CodecEnvironment.h"
 #include "settings/LocaleSetup.h"
+#include "settings/ProcessEnd.h"
 
 #include <QCoreApplication>
 #include <QLoggingCategory>
@@ -62,9 +63,7 @@ int run(const Options &options)
     return QCoreApplication::exec();
 }
 
-} // namespace
-
-int main(int argc, char *argv[])
+int runProgram(int argc, char *argv[])
 {
     StandardStreams::prepare();
     LocaleSetup::useUtf8InPlainLocale();
@@ -86,4 +85,11 @@ int main(int argc, char *argv[])
     default:
         return run(parsed.options);
     }
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    return ProcessEnd::withStatus(runProgram(argc, argv));
 }

@@ -16,6 +16,12 @@ using SaveSteps::Step;
 
 namespace {
 
+int &longestWait()
+{
+    static int milliseconds = IniFile::kLongestWaitMilliseconds;
+    return milliseconds;
+}
+
 /// The file that a chain of symbolic links ends at; empty for links in a circle.
 QString targetOf(const QString &path)
 {
@@ -49,6 +55,11 @@ std::optional<QByteArray> contentOf(const QString &path)
 
 } // namespace
 
+void IniFile::setLongestWait(int milliseconds)
+{
+    longestWait() = milliseconds;
+}
+
 IniFile::IniFile(const QString &path, IniDocument::Form form) : m_path(path), m_form(form)
 {
 }
@@ -71,8 +82,8 @@ bool IniFile::update(const Edit &edit, Backup backup) const
         return false;
     QLockFile lock(target + QStringLiteral(".lock"));
     // Shorter than the wait, so that a lock which nobody gives back is had.
-    lock.setStaleLockTime(kLongestWaitMilliseconds * 3 / 4);
-    const bool locked = mayTake(Step::TakeLock) && lock.tryLock(kLongestWaitMilliseconds);
+    lock.setStaleLockTime(longestWait() * 3 / 4);
+    const bool locked = mayTake(Step::TakeLock) && lock.tryLock(longestWait());
 
     const std::optional<QByteArray> old =
         mayTake(Step::ReadOld) ? Retry::whileHeld([&] { return contentOf(target); }) : std::nullopt;

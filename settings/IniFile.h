@@ -33,6 +33,9 @@ public:
     using Edit = std::function<void(IniDocument &)>;
 
     static constexpr int kLongestWaitMilliseconds = 4000;
+    /// For tests, in which a busy machine may keep a holder longer than that from going
+    /// on. Not to be called while a file is saved.
+    static void setLongestWait(int milliseconds);
 
     IniFile(const QString &path, IniDocument::Form form);
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QElapsedTimer>
+#include "settings/SaveSteps.h"
+
 #include <QOperatingSystemVersion>
 #include <QThread>
 
@@ -9,17 +10,19 @@ namespace Retry {
 /// What fails because somebody else has the file open at this instant (another
 /// instance, a virus scanner) succeeds a moment later. Windows keeps a file from
 /// being replaced for that, and a scanner takes its time. Returns what attempt does,
-/// as soon as it is true, or what it does when 600 milliseconds (60 elsewhere) are over.
+/// as soon as it is true, or what its last call does: there are 20 more after the first
+/// (2 elsewhere), each after a pause of 30 milliseconds. The pauses are counted, since on
+/// a busy machine a single one may take as long as all together should.
 template <typename Attempt> auto whileHeld(const Attempt &attempt)
 {
     constexpr unsigned long kPauseMilliseconds = 30;
     const bool onWindows =
         QOperatingSystemVersion::currentType() == QOperatingSystemVersion::Windows;
-    const int patience = onWindows ? 600 : 60;
-    QElapsedTimer elapsed;
-    elapsed.start();
+    const int mostPauses = onWindows ? 20 : 2;
     auto result = attempt();
-    while (!result && elapsed.elapsed() < patience) {
+    for (int pause = 0; !result && pause < mostPauses; ++pause) {
+        if (!SaveSteps::mayTake(SaveSteps::Step::TryAgain))
+            break;
         QThread::msleep(kPauseMilliseconds);
         result = attempt();
     }

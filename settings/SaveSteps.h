@@ -18,6 +18,7 @@ enum class Step {
     ShiftBackup,
     PlaceBackup,
     ReplaceOld,
+    TryAgain, // what somebody else seems to hold; reading, too
     Finished
 };
 
@@ -25,7 +26,7 @@ enum class Step {
 using Observer = std::function<bool(Step)>;
 
 /// For tests; nothing observes the steps otherwise. Not to be called while a
-/// file is saved.
+/// file is saved or read.
 void setObserver(Observer observer);
 
 /// For the code that saves: announces the step.

@@ -24,9 +24,9 @@ windows_cache=$(cache_folder)/windows
 export SARVIK_WINDOWS_QT_FOLDER=$windows_cache/qt
 export WINEPREFIX=$windows_cache/wine
 export WINEDEBUG=${WINEDEBUG:--all}
-# Wine would offer to download what no program here needs, and put entries into
-# the menus of the desktop.
-export WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='
+# Wine would offer to download what no program here needs, put entries into the menus
+# of the desktop, and show a dialog for what crashes, which then stays there.
+export WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe,winedbg.exe='
 
 windows_bin=$top/build/windows/bin
 compiler=x86_64-w64-mingw32-g++-posix

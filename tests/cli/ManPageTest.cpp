@@ -1,5 +1,6 @@
 #include "cli/ManPage.h"
 
+#include "tests/support/Patience.h"
 #include "tests/support/ScratchFolder.h"
 
 #include "cli/HelpText.h"
@@ -104,7 +105,7 @@ void ManPageTest::everyExampleIsACommandThatIsTaken()
         bash,
         {QStringLiteral("-c"),
          QStringLiteral("less() { cat; }; sarvik-cli() { printf '%s\\n' \"$@\"; }; ") + command});
-    QVERIFY(shell.waitForFinished());
+    QVERIFY(shell.waitForFinished(kPatienceMilliseconds));
     const QStringList arguments = QString::fromUtf8(shell.readAllStandardOutput())
                                       .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     QVERIFY(!arguments.isEmpty());
@@ -161,7 +162,7 @@ void ManPageTest::theFormatterHasNothingToWarnOf()
     QProcess process;
     process.start(groff,
                   {QStringLiteral("-man"), QStringLiteral("-Tutf8"), QStringLiteral("-ww"), file});
-    QVERIFY(process.waitForFinished());
+    QVERIFY(process.waitForFinished(kPatienceMilliseconds));
     QCOMPARE(process.exitCode(), 0);
     QCOMPARE(QString::fromUtf8(process.readAllStandardError()), QString());
     QVERIFY(process.readAllStandardOutput().contains("KEYWORD2"));

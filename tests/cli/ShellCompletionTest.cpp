@@ -1,5 +1,6 @@
 #include "cli/ShellCompletion.h"
 
+#include "tests/support/Patience.h"
 #include "tests/support/ScratchFolder.h"
 
 #include "cli/OptionTable.h"
@@ -51,7 +52,7 @@ QString outputOf(const QString &program, const QStringList &arguments)
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start(program, arguments);
-    if (!process.waitForFinished() || process.exitCode() != 0)
+    if (!process.waitForFinished(kPatienceMilliseconds) || process.exitCode() != 0)
         return QStringLiteral("failed: ") + QString::fromUtf8(process.readAll());
     return QString::fromUtf8(process.readAll());
 }

@@ -1,4 +1,5 @@
 #include "tests/doc/Page.h"
+#include "tests/support/Patience.h"
 #include "tests/support/ScratchFolder.h"
 
 #include "cli/ManPage.h"
@@ -188,7 +189,7 @@ void HelpExamplesTest::theManualPageIsReadAndCopied()
     shell.setWorkingDirectory(folder.path());
     QVERIFY(QDir(folder.path()).mkpath(text("home/.local/share")));
     shell.start(bash, {text("-ec"), commands});
-    QVERIFY(shell.waitForFinished());
+    QVERIFY(shell.waitForFinished(kPatienceMilliseconds));
     QVERIFY2(shell.exitCode() == 0, shell.readAllStandardError());
     QVERIFY(shell.readAllStandardOutput().contains("sarvik-cli"));
     QCOMPARE(folder.read(text("home/.local/") + page), folder.read(page));

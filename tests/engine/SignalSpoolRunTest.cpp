@@ -3,11 +3,12 @@
 #include "engine/TextGrepCore.h"
 #include "tests/engine_support/GatedLister.h"
 #include "tests/engine_support/SearchRequests.h"
-#include "tests/engine_support/SlowLister.h"
 #include "tests/engine_support/SpoolRun.h"
+#include "tests/engine_support/StandingLister.h"
 #include "tests/support/Patience.h"
 #include "tests/support/ScratchFolder.h"
 
+#include <QSemaphore>
 #include <QTest>
 
 #include <memory>
@@ -36,12 +37,28 @@ void writeFiftyFolders(const ScratchFolder &tree)
         tree.write(QStringLiteral("%1/%1.txt").arg(i), "some key\n");
 }
 
-EngineOptions slowListing(unsigned long milliseconds)
+/// Of runs that come to an end in tree only by being stopped.
+EngineOptions standingIn(const ScratchFolder &tree)
 {
     EngineOptions options;
-    options.lister = std::make_shared<SlowLister>(milliseconds);
+    options.lister = std::make_shared<StandingLister>(tree.path());
     return options;
 }
+
+/// Keeps the spool from what is queued for it from now on, until it is let go.
+class HeldSpool {
+public:
+    explicit HeldSpool(const SpoolRun &run)
+    {
+        QMetaObject::invokeMethod(
+            run.operator->(), [go = m_go] { go->acquire(); }, Qt::QueuedConnection);
+    }
+    ~HeldSpool() { m_go->release(); }
+    Q_DISABLE_COPY(HeldSpool)
+
+private:
+    std::shared_ptr<QSemaphore> m_go = std::make_shared<QSemaphore>();
+};
 
 /// Options whose lister tells how many engines there are: each holds one.
 class EngineWatch {
@@ -209,7 +226,7 @@ void SignalSpoolRunTest::aScanInTheMiddleOfARunLeavesNothingOfIt()
     const ScratchFolder second;
     const QString a = second.write(QStringLiteral("a.txt"), "the key\n");
     const QString b = second.write(QStringLiteral("b.txt"), "the key\n");
-    SpoolRun run(slowListing(5));
+    SpoolRun run(standingIn(first));
     run.scan(searchIn(first.path()));
     QTRY_VERIFY_WITH_TIMEOUT(!run->threadCounts().isEmpty(), kPatienceMilliseconds);
     // This scan stops the first run, whose end then waits in the event queue
@@ -299,7 +316,10 @@ void SignalSpoolRunTest::deletingTheSpoolJoinsTheEngine()
     QFETCH(bool, ended);
     const ScratchFolder tree;
     writeFiftyFolders(tree);
-    const EngineWatch watch(std::make_shared<SlowLister>(ended ? 0 : 20));
+    std::shared_ptr<const FolderLister> lister = std::make_shared<NativeFolderLister>();
+    if (!ended)
+        lister = std::make_shared<StandingLister>(tree.path());
+    const EngineWatch watch(std::move(lister));
     {
         SpoolRun run(watch.options());
         run.scan(linecount ? countIn(tree.path()) : searchIn(tree.path()));
@@ -352,7 +372,7 @@ void SignalSpoolRunTest::abortEndsTheRunWithTrue()
     QFETCH(bool, linecount);
     const ScratchFolder tree;
     writeFiftyFolders(tree);
-    SpoolRun run(slowListing(20));
+    SpoolRun run(standingIn(tree));
     run.scan(linecount ? countIn(tree.path()) : searchIn(tree.path()));
     QTRY_VERIFY_WITH_TIMEOUT(!run->threadCounts().isEmpty(), kPatienceMilliseconds);
     run->abort();
@@ -365,7 +385,7 @@ void SignalSpoolRunTest::abortRightAfterScanIsNotLost()
     const ScratchFolder tree;
     writeFiftyFolders(tree);
     for (int round = 0; round < 20; ++round) {
-        SpoolRun run(slowListing(20));
+        SpoolRun run(standingIn(tree));
         run.scan(searchIn(tree.path()));
         // The spool has an engine, whose scan may still wait in its queue.
         QMetaObject::invokeMethod(
@@ -385,13 +405,14 @@ void SignalSpoolRunTest::abortRightAfterARequestIsNotLost()
     QFETCH(bool, linecount);
     const ScratchFolder tree;
     writeFiftyFolders(tree);
-    SpoolRun run(slowListing(20));
+    SpoolRun run(standingIn(tree));
     for (int round = 1; round <= 10; ++round) {
-        // Held up, the spool cannot have begun the scan when the abort comes.
-        QMetaObject::invokeMethod(
-            run.operator->(), [] { QThread::msleep(5); }, Qt::QueuedConnection);
-        run->requestScan(linecount ? countIn(tree.path()) : searchIn(tree.path()));
-        run->abort();
+        {
+            // Held, the spool cannot have begun the scan when the abort comes.
+            const HeldSpool held(run);
+            run->requestScan(linecount ? countIn(tree.path()) : searchIn(tree.path()));
+            run->abort();
+        }
         QVERIFY(run.waitForEnds(round));
         QCOMPARE(linecount ? run.lcntFinishedFlags : run.finishedFlags, QVector<bool>(round, true));
     }
@@ -405,11 +426,12 @@ void SignalSpoolRunTest::anAbortDoesNotCountForALaterRequest()
     run->abort();
     run->requestScan(searchIn(tree.path()));
     QVERIFY(run.waitForEnds(1));
-    QMetaObject::invokeMethod(
-        run.operator->(), [] { QThread::msleep(5); }, Qt::QueuedConnection);
-    run->requestScan(searchIn(tree.path()));
-    run->abort();
-    run->requestScan(searchIn(tree.path()));
+    {
+        const HeldSpool held(run);
+        run->requestScan(searchIn(tree.path()));
+        run->abort();
+        run->requestScan(searchIn(tree.path()));
+    }
     QVERIFY(run.waitForEnds(2));
     QCOMPARE(run.finishedFlags, QVector<bool>({false, false}));
     QCOMPARE(run->hitLineCount(), 2);

@@ -1,5 +1,7 @@
 #include "tests/engine_support/GatedLister.h"
 
+#include "tests/support/Patience.h"
+
 #include <chrono>
 
 void GatedLister::open()
@@ -21,7 +23,8 @@ void GatedLister::pass(Gate gate) const
         return;
     std::unique_lock lock(m_mutex);
     ++m_arrived;
-    m_opened.wait_for(lock, std::chrono::seconds(30), [this] { return m_open; });
+    m_opened.wait_for(lock, std::chrono::milliseconds(kPatienceMilliseconds),
+                      [this] { return m_open; });
 }
 
 QVector<FolderEntry> GatedLister::list(const QString &folder, const Claim &claim,

@@ -6,7 +6,7 @@
 #include <mutex>
 
 /// Lists as the platform does once its gate is open: for looking at a walk that
-/// stands still. The gate opens by itself after half a minute, so that a test
+/// stands still. The gate opens by itself after a minute, so that a test
 /// that has failed still ends.
 class GatedLister : public NativeFolderLister {
 public:

@@ -96,7 +96,7 @@ void AssistNotesTest::init()
                                                    m_folder->path());
     m_dialog->show();
     m_dialog->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(m_dialog.get()));
+    QVERIFY(QTest::qWaitForWindowActive(m_dialog.get(), kPatienceMilliseconds));
 }
 
 void AssistNotesTest::cleanup()

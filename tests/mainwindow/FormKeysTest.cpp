@@ -1,6 +1,7 @@
 #include "mainwindow/FormKeys.h"
 
 #include "mainwindow/PathEdit.h"
+#include "tests/support/Patience.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -138,7 +139,7 @@ void FormKeysTest::init()
     m_quits = std::make_unique<QSignalSpy>(m_keys, &FormKeys::quitRequested);
     m_window->show();
     QApplication::setActiveWindow(m_window.get());
-    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get(), kPatienceMilliseconds));
 }
 
 void FormKeysTest::cleanup()

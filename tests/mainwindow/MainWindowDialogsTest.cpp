@@ -237,7 +237,7 @@ void MainWindowDialogsTest::aCancelledFindFindsNothing()
     m_fixture->window().findprev();
     QCOMPARE(m_findDialogs, 1);
     QVERIFY(!m_fixture->resultView()->textCursor().hasSelection());
-    QCOMPARE(m_fixture->statusText(), text("セーブしました"));
+    QCOMPARE(m_fixture->lastTold(), text("セーブしました"));
 }
 
 QTEST_MAIN(MainWindowDialogsTest)

@@ -259,7 +259,7 @@ void MainWindowFindTest::escapeEndsTheSearchAndNothingElse()
     find(text(kPattern));
     QVERIFY(isSearching());
     m_fixture->window().activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&m_fixture->window()));
+    QVERIFY(QTest::qWaitForWindowActive(&m_fixture->window(), kPatienceMilliseconds));
     QVERIFY(isSearching());
     m_fixture->keyword1()->setFocus();
     QTest::keyClick(m_fixture->keyword1(), Qt::Key_Escape);
@@ -337,7 +337,7 @@ void MainWindowFindTest::anotherResultEndsTheSearch()
     QVERIFY(isSearching());
     QVERIFY(search());
     QTest::qWait(50);
-    QCOMPARE(m_fixture->statusText(), text("セーブしました"));
+    QCOMPARE(m_fixture->lastTold(), text("セーブしました"));
     QVERIFY(!cursor().hasSelection());
 }
 

@@ -110,7 +110,7 @@ void MainWindowHistoryTest::aSearchIsSavedTwice()
     const QByteArray last = WindowFixture::readApplicationFile(text("sarvik.log"));
     QCOMPARE(WindowFixture::readApplicationFile(text("sarviklog/") + logNames().first()), last);
     QVERIFY(last.endsWith(nativeLines(m_fixture->resultView()->toPlainText().toUtf8())));
-    QCOMPARE(m_fixture->statusText(), text("セーブしました"));
+    QCOMPARE(m_fixture->lastTold(), text("セーブしました"));
     QVERIFY(!m_fixture->resultView()->document()->isModified());
 }
 

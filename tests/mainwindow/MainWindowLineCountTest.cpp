@@ -200,7 +200,7 @@ void MainWindowLineCountTest::theEndOfACountBringsTheWindowBack()
     QWidget other;
     other.show();
     other.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&other));
+    QVERIFY(QTest::qWaitForWindowActive(&other, kPatienceMilliseconds));
     MainWindow &window = m_fixture->window();
     QVERIFY(!window.isActiveWindow());
     m_fixture->resultView()->clearFocus();
@@ -217,7 +217,7 @@ void MainWindowLineCountTest::theEndOfACountBringsTheWindowBack()
     QCOMPARE(m_fixture->searchButton()->text(), QStringLiteral("検索開始"));
     QVERIFY(m_fixture->searchButton()->isEnabled());
     QCOMPARE(raises.count, 1);
-    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QVERIFY(QTest::qWaitForWindowActive(&window, kPatienceMilliseconds));
     QCOMPARE(m_fixture->resultText().contains(QStringLiteral("中止しました")), aborted);
     QVERIFY(m_fixture->resultText().contains(QStringLiteral("合計行数 ")));
 }

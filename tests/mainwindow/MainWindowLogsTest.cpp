@@ -147,7 +147,7 @@ void MainWindowLogsTest::theWindowIsNamedAfterTheLogThatIsShown()
         return m_fixture->window().windowTitle();
     };
     QCOMPARE(title(), text("one -- sarvik"));
-    QCOMPARE(m_fixture->statusText(), text("セーブしました"));
+    QCOMPARE(m_fixture->lastTold(), text("セーブしました"));
     m_fixture->window().arrowBack();
     QCOMPARE(title(), text("old -- sarvik"));
     // It told of the search that is not shown any more.

@@ -98,7 +98,7 @@ void MainWindowMessagesTest::aSavedLogIsToldShortly()
 {
     QVERIFY(search());
     QCOMPARE(lastShown(), QVariantList({text("セーブしました"), 2000, kIsSilent}));
-    QCOMPARE(m_fixture->statusText(), text("セーブしました"));
+    QCOMPARE(m_fixture->lastTold(), text("セーブしました"));
 }
 
 /// Selects the hit and types into its file.

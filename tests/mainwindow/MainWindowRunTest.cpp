@@ -571,9 +571,10 @@ void MainWindowRunTest::aMissingPathIsToldOfASearchWhenItIsSaved()
 {
     const QString gone = m_tree + text("gone/");
     QVERIFY(m_fixture->search(gone, text("*.txt"), text("apple")));
-    QCOMPARE(m_fixture->statusText(), text("セーブしました"));
-    QTRY_COMPARE_WITH_TIMEOUT(m_fixture->statusText(), text("検索パスがありません: %1").arg(gone),
-                              kPatienceMilliseconds);
+    const QString missing = text("検索パスがありません: %1").arg(gone);
+    QTRY_COMPARE_WITH_TIMEOUT(m_fixture->statusText(), missing, kPatienceMilliseconds);
+    const QStringList told = m_fixture->told();
+    QCOMPARE(told.mid(told.size() - 2), QStringList({text("セーブしました"), missing}));
     // Said once.
     m_fixture->window().statusBar()->showMessage(m_tree);
     m_fixture->window().statusBar()->clearMessage();

@@ -581,7 +581,7 @@ void MainWindowTest::theOtherKeysOfFindingFindToo()
     });
     m_fixture->child<QToolButton>("findBtn")->click();
     m_fixture->window().activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&m_fixture->window()));
+    QVERIFY(QTest::qWaitForWindowActive(&m_fixture->window(), kPatienceMilliseconds));
     GrepEditor *view = m_fixture->resultView();
     view->moveCursor(QTextCursor::Start);
     QTest::keyClick(view, Qt::Key_F3);

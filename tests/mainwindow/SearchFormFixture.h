@@ -3,6 +3,7 @@
 #include "mainwindow/PathEdit.h"
 #include "mainwindow/SearchForm.h"
 #include "settings/AppSettings.h"
+#include "tests/support/Patience.h"
 #include "tests/support/ScratchFolder.h"
 
 #include <QAbstractButton>
@@ -30,7 +31,7 @@ protected:
     {
         m_form->show();
         QApplication::setActiveWindow(m_form.get());
-        QVERIFY(QTest::qWaitForWindowActive(m_form.get()));
+        QVERIFY(QTest::qWaitForWindowActive(m_form.get(), kPatienceMilliseconds));
     }
 
     template <typename Widget> Widget *part(const char *name) const

@@ -2,6 +2,7 @@
 
 #include "engine/SignalSpool.h"
 #include "settings/AppSettings.h"
+#include "tests/support/Patience.h"
 #include "tests/support/ScratchFolder.h"
 
 #include <QPointer>
@@ -50,8 +51,6 @@ private:
 
 namespace {
 
-constexpr int kTimeoutMilliseconds = 30000;
-
 /// Waits, without processing an event here, until the run's end has been sent.
 /// A run that ended before it was watched is over by the time-out.
 void waitUntilSent(const SearchRun &run)
@@ -67,7 +66,7 @@ void waitUntilSent(const SearchRun &run)
                      Qt::DirectConnection);
     QObject::connect(run.spool(), &SignalSpool::lcntFinished, run.spool(), release,
                      Qt::DirectConnection);
-    ended.tryAcquire(1, 10000);
+    ended.tryAcquire(1, kPatienceMilliseconds);
 }
 
 } // namespace
@@ -98,7 +97,7 @@ void SearchRunTest::aRunExistsFromStartToEnd()
     run.start(condition(QStringLiteral("needle")));
     QVERIFY(run.exists());
     QVERIFY(run.spool());
-    QVERIFY(finished.wait(kTimeoutMilliseconds));
+    QVERIFY(finished.wait(kPatienceMilliseconds));
     QVERIFY(run.exists());
     run.end();
     QVERIFY(!run.exists());
@@ -111,7 +110,7 @@ void SearchRunTest::theHitsWaitAlsoAfterTheFinish()
     QSignalSpy finished(&run, &SearchRun::searchFinished);
     QSignalSpy lineCountFinished(&run, &SearchRun::lineCountFinished);
     run.start(condition(QStringLiteral("needle")));
-    QVERIFY(finished.wait(kTimeoutMilliseconds));
+    QVERIFY(finished.wait(kPatienceMilliseconds));
     QCOMPARE(finished.first().first().toBool(), false);
     QCOMPARE(finished.count(), 1);
     QCOMPARE(lineCountFinished.count(), 0);
@@ -142,7 +141,7 @@ void SearchRunTest::theConditionReachesTheEngine()
     SearchRun run;
     QSignalSpy finished(&run, &SearchRun::searchFinished);
     run.start(all);
-    QVERIFY(finished.wait(kTimeoutMilliseconds));
+    QVERIFY(finished.wait(kPatienceMilliseconds));
     QStringList lines;
     run.spool()->takeResults(&lines, 0);
     const QStringList hits = lines.filter(QStringLiteral("KEY"));
@@ -178,7 +177,7 @@ void SearchRunTest::aLineCountTellsEachFileThenItsEnd()
     counting.pathlist = QStringList(m_tree.filePath(QStringLiteral("inner/")));
     counting.linecount = true;
     run.start(counting);
-    QVERIFY(finished.wait(kTimeoutMilliseconds));
+    QVERIFY(finished.wait(kPatienceMilliseconds));
     QCOMPARE(searchFinished.count(), 0);
     QCOMPARE(told.size(), 3);
     QCOMPARE(told.takeLast(), QStringLiteral("end 0"));
@@ -195,7 +194,7 @@ void SearchRunTest::signalsArriveOnTheThreadOfTheRun()
         &run, &SearchRun::searchFinished, this,
         [&arrivedOn] { arrivedOn = QThread::currentThread(); }, Qt::DirectConnection);
     run.start(condition(QStringLiteral("needle")));
-    QTRY_VERIFY_WITH_TIMEOUT(arrivedOn, kTimeoutMilliseconds);
+    QTRY_VERIFY_WITH_TIMEOUT(arrivedOn, kPatienceMilliseconds);
     QCOMPARE(arrivedOn, thread());
 }
 
@@ -207,7 +206,7 @@ void SearchRunTest::aStartEndsTheFormerRun()
     const QPointer<SignalSpool> former(run.spool());
     run.start(condition(QStringLiteral("hay")));
     QVERIFY(former.isNull());
-    QVERIFY(finished.wait(kTimeoutMilliseconds));
+    QVERIFY(finished.wait(kPatienceMilliseconds));
     QCOMPARE(run.spool()->hitLineCount(), 4);
     QTest::qWait(50);
     QCOMPARE(finished.count(), 1);
@@ -238,7 +237,7 @@ void SearchRunTest::fileCountsThatAreOnTheirWayReachNoLaterRun()
     waitUntilSent(run);
     QSignalSpy finished(&run, &SearchRun::searchFinished);
     run.start(condition(QStringLiteral("hay")));
-    QVERIFY(finished.wait(kTimeoutMilliseconds));
+    QVERIFY(finished.wait(kPatienceMilliseconds));
     QCOMPARE(counted.count(), 0);
     QCOMPARE(counts.count(), 0);
 }
@@ -268,9 +267,9 @@ void SearchRunTest::anAbortedRunFinishesAsAborted()
     QSignalSpy finished(&run, &SearchRun::searchFinished);
     run.start(condition);
     QTRY_VERIFY_WITH_TIMEOUT(run.spool()->searchedCount() > 0 || finished.count() > 0,
-                             kTimeoutMilliseconds);
+                             kPatienceMilliseconds);
     run.abort();
-    QVERIFY(finished.count() > 0 || finished.wait(kTimeoutMilliseconds));
+    QVERIFY(finished.count() > 0 || finished.wait(kPatienceMilliseconds));
     QCOMPARE(finished.count(), 1);
     QCOMPARE(finished.first().first().toBool(), true);
     QVERIFY(run.spool()->searchedCount() < kFiles);
@@ -287,7 +286,7 @@ void SearchRunTest::anAbortRightAfterTheStartIsHeardInTheEnd()
     QTimer again;
     connect(&again, &QTimer::timeout, &run, &SearchRun::abort);
     again.start(0);
-    QTRY_COMPARE_WITH_TIMEOUT(finished.count(), 1, kTimeoutMilliseconds);
+    QTRY_COMPARE_WITH_TIMEOUT(finished.count(), 1, kPatienceMilliseconds);
     QTest::qWait(50);
     QCOMPARE(finished.count(), 1);
     run.end();
@@ -349,7 +348,7 @@ void SearchRunTest::aRunIsNotWaitedForBeyondItsTime()
     run.start(wanted);
     QVERIFY(!run.endWithin(0));
     QVERIFY(run.exists());
-    QVERIFY(run.endWithin(kTimeoutMilliseconds));
+    QVERIFY(run.endWithin(kPatienceMilliseconds));
     QVERIFY(!run.exists());
     QVERIFY(run.endWithin(0));
 }
@@ -359,7 +358,7 @@ void SearchRunTest::anEndThatCameBeforeTheWaitIsKnown()
     SearchRun run;
     QSignalSpy finished(&run, &SearchRun::searchFinished);
     run.start(condition(QStringLiteral("needle")));
-    QVERIFY(finished.wait(kTimeoutMilliseconds));
+    QVERIFY(finished.wait(kPatienceMilliseconds));
     QVERIFY(run.endWithin(0));
 }
 
@@ -369,7 +368,7 @@ void SearchRunTest::manyRunsInTurn()
     QSignalSpy finished(&run, &SearchRun::searchFinished);
     for (int round = 1; round <= 20; ++round) {
         run.start(condition(QStringLiteral("needle")));
-        QVERIFY(finished.wait(kTimeoutMilliseconds));
+        QVERIFY(finished.wait(kPatienceMilliseconds));
         QCOMPARE(finished.count(), round);
         QCOMPARE(run.spool()->hitLineCount(), 3);
         run.end();

@@ -1,6 +1,7 @@
 #include "mainwindow/ViewKeys.h"
 
 #include "settings/AppSettings.h"
+#include "tests/support/Patience.h"
 #include "tests/support/ScratchFolder.h"
 #include "view/GrepEditor.h"
 
@@ -48,7 +49,7 @@ void ViewKeysTest::init()
     m_splitter->resize(400, 600);
     m_splitter->setSizes({300, 300});
     m_splitter->show();
-    QVERIFY(QTest::qWaitForWindowActive(m_splitter.get()));
+    QVERIFY(QTest::qWaitForWindowActive(m_splitter.get(), kPatienceMilliseconds));
 }
 
 void ViewKeysTest::aKeyChangesTheSizeOfTheLetters_data()

@@ -12,12 +12,6 @@
 #include <QTest>
 #include <QTimer>
 
-namespace {
-
-constexpr int kLongestRunMilliseconds = 60000;
-
-} // namespace
-
 WindowFixture::WindowFixture()
 {
     emptyApplicationDirectory();
@@ -46,8 +40,14 @@ MainWindow &WindowFixture::open(const QStringList &pathlist, const QString &mask
 {
     m_window.reset();
     m_window = std::make_unique<MainWindow>(pathlist, mask, findword);
+    m_told.clear();
+    QObject::connect(m_window->statusBar(), &QStatusBar::messageChanged, m_window.get(),
+                     [this](const QString &message) {
+                         if (!message.isEmpty())
+                             m_told.append(message);
+                     });
     m_window->show();
-    if (!QTest::qWaitForWindowActive(m_window.get()))
+    if (!QTest::qWaitForWindowActive(m_window.get(), kPatienceMilliseconds))
         qFatal("the window does not become active");
     return *m_window;
 }
@@ -66,7 +66,7 @@ bool WindowFixture::isRunning() const
 
 bool WindowFixture::waitUntilIdle() const
 {
-    return QTest::qWaitFor([this] { return !isRunning(); }, kLongestRunMilliseconds);
+    return QTest::qWaitFor([this] { return !isRunning(); }, kPatienceMilliseconds);
 }
 
 bool WindowFixture::search(const QString &path, const QString &maskText, const QString &keyword)

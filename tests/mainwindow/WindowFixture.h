@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QPlainTextEdit>
 #include <QStatusBar>
+#include <QStringList>
 
 #include <memory>
 
@@ -40,6 +41,10 @@ public:
     GrepEditor *resultView() const { return child<GrepEditor>("resultView"); }
     GrepEditor *preview() const { return child<GrepEditor>("preview"); }
     QString statusText() const { return m_window->statusBar()->currentMessage(); }
+    /// All that has stood in the status bar since the window was opened, also what has
+    /// gone by itself: some messages stay for two seconds only.
+    const QStringList &told() const { return m_told; }
+    QString lastTold() const { return m_told.isEmpty() ? QString() : m_told.last(); }
 
     void fill(const QString &path, const QString &mask, const QString &keyword);
     bool isRunning() const;
@@ -71,5 +76,6 @@ public:
 private:
     static void emptyApplicationDirectory();
 
+    QStringList m_told;
     std::unique_ptr<MainWindow> m_window;
 };

@@ -17,8 +17,8 @@ PATIENCE_SECONDS = 60
 
 # The editor's stand-in: keeps its arguments, one on each line.
 RECORDER = """#!/bin/sh
-printf '%s\\n' "$@" >"$(dirname "$0")/arguments.new"
-mv "$(dirname "$0")/arguments.new" "$(dirname "$0")/arguments"
+printf '%s\\n' "$@" >"$(dirname "$0")/arguments.$$"
+mv "$(dirname "$0")/arguments.$$" "$(dirname "$0")/arguments"
 """
 
 
@@ -43,6 +43,27 @@ def wait_for(what, condition):
     raise AssertionError(f"waited in vain for {what}")
 
 
+def content_of(path):
+    """The file's bytes; none while another is just taking its place."""
+    try:
+        return path.read_bytes()
+    except FileNotFoundError:
+        return b""
+
+
+def wants_to_run(pid):
+    """Whether any thread of the process runs, or would if the machine let it."""
+    for task in pathlib.Path(f"/proc/{pid}/task").iterdir():
+        try:
+            # After the name, which may hold anything, comes the state.
+            state = (task / "stat").read_text(errors="replace").rpartition(")")[2].split()[0]
+        except (FileNotFoundError, ProcessLookupError):
+            return True
+        if state != "S":
+            return True
+    return False
+
+
 def escaped(text):
     """A value of an ini file; every character escaped, so none means anything."""
     units = text.encode("utf-16-be")
@@ -59,7 +80,9 @@ class Screen:
         # Without a reset when the first visitor leaves, in which the next one is
         # refused and the window manager lost.
         self.server = subprocess.Popen(
-            ["Xvfb", "-noreset", "-displayfd", str(write_end), "-screen", "0", f"{size}x24",
+            # Nor with keys that repeat: a machine that stalls between a press and its
+            # release would make many of one.
+            ["Xvfb", "-noreset", "-r", "-displayfd", str(write_end), "-screen", "0", f"{size}x24",
              "-dpi", "96",
              "-fbdir", self.frames.name],
             pass_fds=[write_end], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
@@ -102,6 +125,10 @@ class Screen:
         """The part of the screen as rows of (red, green, blue)."""
         rows, order = self.rows(geometry)
         return [[tuple(row[i:i + 4][order]) for i in range(0, len(row), 4)] for row in rows]
+
+    def processes(self):
+        """The numbers of those that the programs on it wait for."""
+        return [self.server.pid]
 
     def set_dots_per_inch(self, dots):
         """As a desktop tells its programs how large to draw."""
@@ -203,13 +230,30 @@ class Program:
         """Until it takes the keys; returns it."""
         def active():
             others = [window for window in self.windows(name) if window != self.window]
-            return others and self.screen.tool("getactivewindow") == others[0] and others[0]
+            window = self.screen.tool("getactivewindow")
+            return window if window in others else None
         return wait_for(f"the window {name}", active)
 
     def wait_until_gone(self, dialog):
         """Until the main window takes the keys again."""
         wait_for("the dialog's end", lambda: dialog not in self.windows("")
                  and self.screen.tool("getactivewindow") == self.window)
+
+    def is_at_rest(self):
+        """Whether neither it nor the screen has anything to do at this instant."""
+        pid = self.process.pid if self.process else self.screen.tool("getwindowpid", self.window)
+        return not any(wants_to_run(of) for of in (pid, *self.screen.processes()))
+
+    def wait_until_at_rest(self):
+        """Until it has been at rest for several times. A program that is only kept from
+        running by a busy machine is not."""
+        times = 0
+
+        def rests():
+            nonlocal times
+            times = times + 1 if self.is_at_rest() else 0
+            return times >= 5
+        wait_for("rest", rests)
 
     def title(self):
         return self.screen.tool("getwindowname", self.window)
@@ -254,6 +298,10 @@ class Program:
 
     def quit(self):
         self.keys("ctrl+q")
+        return self.wait_for_end()
+
+    def wait_for_end(self):
+        """Returns the exit status."""
         status = self.process.wait(PATIENCE_SECONDS)
         # The next window may get this one's number; a manager that still knows that
         # would leave it hidden.
@@ -279,10 +327,12 @@ class Program:
             return ""
 
     def search(self, keys=("Return",)):
-        """Presses the keys and waits for the log; returns the result text."""
+        """Presses the keys and waits for the log, and the end that comes after it;
+        returns the result text."""
         before = self.log_files()
         self.keys(*keys)
         wait_for("the search's log", lambda: self.log_files() - before)
+        self.wait_until_at_rest()
         return self.log().split("-----------------------\n", 1)[1]
 
     def log_files(self):
@@ -308,7 +358,8 @@ class ProgramTestCase(unittest.TestCase):
     screen_size = "1280x1024"
 
     def setUp(self):
-        self.scratch = tempfile.TemporaryDirectory()
+        # An editor that was started once too often may still be writing.
+        self.scratch = tempfile.TemporaryDirectory(ignore_cleanup_errors=True)
         self.addCleanup(self.scratch.cleanup)
         root = pathlib.Path(self.scratch.name)
         folder = root / "portable 携帯"

@@ -7,7 +7,7 @@ window_dialogs_test.py PORTABLE_FOLDER: the folder that holds the program.
 import re
 import time
 
-from program_window import ProgramTestCase, main, wait_for
+from program_window import ProgramTestCase, content_of, main, wait_for
 
 EDITOR_PAGE = "alt+e"
 PARAMETERS = "alt+a"
@@ -19,7 +19,7 @@ class WindowDialogsTest(ProgramTestCase):
         self.program.start()
 
     def settings(self):
-        return (self.program.folder / "sarvik.ini").read_text(encoding="utf-8-sig")
+        return content_of(self.program.folder / "sarvik.ini").decode("utf-8-sig")
 
     def open_options(self):
         self.program.choose("alt+t", "o")
@@ -148,7 +148,7 @@ class WindowDialogsTest(ProgramTestCase):
         saved = self.tree / "sjis.txt"
         self.assertEqual(saved.read_bytes().decode("cp932"), "灯台守\r\n何もない\r\n")
         program.keys("ctrl+s")
-        wait_for("the saved file", lambda: saved.exists() and saved.read_bytes().startswith(b"new "))
+        wait_for("the saved file", lambda: content_of(saved).startswith(b"new "))
         self.assertEqual(program.quit(), 0)
 
     def test_a_click_beside_the_completions_acts(self):
@@ -165,7 +165,7 @@ class WindowDialogsTest(ProgramTestCase):
             program.click(0.939, height)
             if self.is_titled("light -- sarvik"):
                 break
-        self.assertEqual(program.title(), "light -- sarvik")
+        wait_for("the search", lambda: program.title() == "light -- sarvik")
         self.assertEqual(program.quit(), 0)
 
     def is_titled(self, title):

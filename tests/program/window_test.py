@@ -6,7 +6,7 @@ window_test.py PORTABLE_FOLDER: the folder that holds the program.
 
 import time
 
-from program_window import ProgramTestCase, main, wait_for
+from program_window import ProgramTestCase, content_of, main, wait_for
 
 
 class WindowTest(ProgramTestCase):
@@ -111,7 +111,7 @@ class WindowTest(ProgramTestCase):
         program.keys("ctrl+s")
         saved = self.tree / "sjis.txt"
         wait_for("the backup", (self.tree / "sjis.txt.bak").exists)
-        wait_for("the saved file", lambda: saved.exists() and saved.read_bytes().startswith(b"new "))
+        wait_for("the saved file", lambda: content_of(saved).startswith(b"new "))
         self.assertEqual(saved.read_bytes().decode("cp932"), "new 灯台守\r\n何もない\r\n")
         self.assertEqual((self.tree / "sjis.txt.bak").read_bytes().decode("cp932"),
                          "灯台守\r\n何もない\r\n")

@@ -16,7 +16,7 @@ import tempfile
 import time
 import unittest
 
-from program_window import Program, Screen, escaped, wait_for
+from program_window import Program, Screen, content_of, escaped, wait_for
 
 FOLDER = None
 RECORDER = None
@@ -49,6 +49,9 @@ class SharedScreen(Screen):
                                         stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self.wait_for_manager()
 
+    def processes(self):
+        return []
+
     def close(self):
         self.manager.terminate()
         self.manager.wait()
@@ -72,17 +75,36 @@ class WindowsProgram(Program):
         found = self.main_windows()
         return found[-1] if found else None
 
+    def press_until(self, what, keys, condition, seconds=15):
+        """Keys that come before Wine has handed the focus on are lost: once more when
+        nothing has come of them for so long."""
+        again = 0
+
+        def is_met():
+            nonlocal again
+            if condition():
+                return True
+            if time.monotonic() >= again:
+                self.keys(*keys)
+                again = time.monotonic() + seconds
+            return False
+        wait_for(what, is_met)
+
     def search(self, keys=("Return",)):
-        """Keys that come before Wine has handed the focus on are lost: once more."""
-        for _ in range(5):
-            before = self.log_files()
-            self.keys(*keys)
-            end = time.monotonic() + 5
-            while time.monotonic() < end:
-                if self.log_files() - before:
-                    return self.log()
-                time.sleep(0.05)
-        raise AssertionError("the search left no log")
+        before = self.log_files()
+        title = self.title()
+        # The keys of a search that runs would end it; its keyword is in the title. One
+        # that looks like the last shows there only by taking long.
+        self.press_until("the search", keys,
+                         lambda: self.title() not in ("", title) or self.log_files() - before,
+                         5 if title == "sarvik64" else 15)
+        wait_for("the search's log", lambda: self.log_files() - before)
+        self.wait_until_at_rest()
+        return self.log()
+
+    def quit(self):
+        self.press_until("the end", ["ctrl+q"], lambda: self.process.poll() is not None)
+        return self.wait_for_end()
 
     def recorded_arguments(self):
         path = self.folder / "arguments"
@@ -95,7 +117,8 @@ class WindowsProgram(Program):
 
 class WindowsProgramTest(unittest.TestCase):
     def setUp(self):
-        self.scratch = tempfile.TemporaryDirectory()
+        # An editor that was started once too often may still be writing.
+        self.scratch = tempfile.TemporaryDirectory(ignore_cleanup_errors=True)
         self.addCleanup(self.scratch.cleanup)
         root = pathlib.Path(self.scratch.name)
         folder = root / "portable 携帯"
@@ -150,7 +173,7 @@ class WindowsProgramTest(unittest.TestCase):
         saved = self.tree / "sub" / "sjis.txt"
         backup = self.tree / "sub" / "sjis.txt.bak"
         wait_for("the backup", backup.exists)
-        wait_for("the saved file", lambda: saved.exists() and saved.read_bytes().startswith(b"new "))
+        wait_for("the saved file", lambda: content_of(saved).startswith(b"new "))
         self.assertEqual(saved.read_bytes().decode("cp932"), "new 灯台守\r\n何もない\r\n")
         self.assertEqual(backup.read_bytes().decode("cp932"), "灯台守\r\n何もない\r\n")
         self.assertEqual(self.program.quit(), 0)
@@ -204,8 +227,8 @@ class WindowsProgramTest(unittest.TestCase):
         if may_write(folder):
             self.skipTest("permissions mean nothing here")
         self.program.start()
-        self.program.keys("Return")
-        wait_for("the search", lambda: "灯台" in self.program.title())
+        self.program.press_until("the search", ["Return"],
+                                 lambda: "灯台" in self.program.title())
         arguments = editors / "arguments"
 
         def opened():
@@ -230,8 +253,7 @@ class WindowsProgramTest(unittest.TestCase):
         self.assertIn("\r\nkeyword1:灯台\r\n", log)
         self.assertIn("\r\npathlist:" + windows_path(self.tree).replace("\\", "/") + "/\r\n", log)
         self.assertIn("\r\n      1:    1:灯台守\r\n", log)
-        second.keys("ctrl+q")
-        wait_for("its end", lambda: not self.program.other_window())
+        second.press_until("its end", ["ctrl+q"], lambda: not self.program.other_window())
         wait_for("the first one's focus", self.program.has_focus)
         self.assertEqual(self.program.quit(), 0)
 

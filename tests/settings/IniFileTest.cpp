@@ -4,6 +4,7 @@
 #include "tests/support/FileTime.h"
 #include "tests/support/NativeLines.h"
 #include "tests/support/OrdinaryUser.h"
+#include "tests/support/Patience.h"
 #include "tests/support/ScratchFolder.h"
 #include "tests/support/SymbolicLink.h"
 #include "tests/support/TreeBuilder.h"
@@ -11,6 +12,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QLockFile>
+#include <QOperatingSystemVersion>
 #include <QProcess>
 #include <QTest>
 
@@ -38,6 +40,7 @@ private slots:
     void aFailedStepLeavesTheOldFile();
     void anUnreadableFileIsNotReplaced();
     void aMomentaryFailureToReplaceIsTriedAgain();
+    void aLastingFailureToReplaceIsNotTriedForever();
     void aFailedUpdateMovesNoBackup();
     void theBackupIsMadeOnlyWhenTheNewFileIsWritten();
     void withoutALockTheFileIsReplacedAndTheBackupsAreLeftAlone();
@@ -77,6 +80,7 @@ void IniFileTest::init()
 void IniFileTest::cleanup()
 {
     SaveSteps::setObserver(nullptr);
+    IniFile::setLongestWait(IniFile::kLongestWaitMilliseconds);
 }
 
 bool IniFileTest::setKey(const QString &key, const QVariant &value, IniFile::Backup backup) const
@@ -221,6 +225,21 @@ void IniFileTest::aMomentaryFailureToReplaceIsTriedAgain()
     QCOMPARE(files(), QStringList{QStringLiteral("a.ini")});
 }
 
+void IniFileTest::aLastingFailureToReplaceIsNotTriedForever()
+{
+    m_folder->write(QStringLiteral("a.ini"), kOld);
+    int attempts = 0;
+    SaveSteps::setObserver([&](Step step) {
+        attempts += step == Step::ReplaceOld ? 1 : 0;
+        return step != Step::ReplaceOld;
+    });
+    QVERIFY(!setKey(QStringLiteral("b"), 2));
+    const bool onWindows =
+        QOperatingSystemVersion::currentType() == QOperatingSystemVersion::Windows;
+    QCOMPARE(attempts, onWindows ? 21 : 3);
+    QCOMPARE(m_folder->read(QStringLiteral("a.ini")), kOld);
+}
+
 void IniFileTest::aFailedUpdateMovesNoBackup()
 {
     m_folder->write(QStringLiteral("a.ini"), kOld);
@@ -270,6 +289,7 @@ void IniFileTest::aLockThatIsGivenBackIsTaken()
 {
     m_folder->write(QStringLiteral("a.ini"), kOld);
     FileTime::setDayOfChange(path(), QDate::currentDate().addDays(-1));
+    IniFile::setLongestWait(kPatienceMilliseconds);
     QLockFile lock(path() + QStringLiteral(".lock"));
     QVERIFY(lock.lock());
     std::thread other([this] { setKey(QStringLiteral("b"), 2, IniFile::Backup::Daily); });
@@ -357,6 +377,8 @@ void IniFileTest::permissionsStay()
 
 void IniFileTest::changesFromTwoThreadsAreBothKept()
 {
+    // A thread that the machine keeps for longer from running would lose its lock.
+    IniFile::setLongestWait(kPatienceMilliseconds);
     const auto work = [this](const QString &prefix) {
         for (int i = 0; i < 10; ++i)
             setKey(prefix + QString::number(i), i);

@@ -2,6 +2,7 @@
 
 #include "tests/support/Commands.h"
 #include "tests/support/FileTime.h"
+#include "tests/support/Patience.h"
 #include "tests/support/ScratchFolder.h"
 #include "tests/support/SmallDisk.h"
 #include "tests/support/TestLength.h"
@@ -152,9 +153,11 @@ QString tagOf(const QString &kind, const QString &folder)
 /// tries again there.
 QString tagWhileReplaced(const QString &kind, const QString &folder)
 {
+    constexpr int kPauseMilliseconds = 10;
+    constexpr int kMostPauses = kPatienceMilliseconds / kPauseMilliseconds;
     QString tag = tagOf(kind, folder);
-    for (int i = 0; isOnWindows() && tag.isEmpty() && i < 100; ++i) {
-        QTest::qSleep(10);
+    for (int i = 0; isOnWindows() && tag.isEmpty() && i < kMostPauses; ++i) {
+        QTest::qSleep(kPauseMilliseconds);
         tag = tagOf(kind, folder);
     }
     return tag;
@@ -310,7 +313,9 @@ void InterruptedSaveTest::aKillAtAnyMomentLeavesAWholeFile()
     int changed = 0;
     // Processes start slowly on Windows, and slower under Wine.
     const int rounds = isOnWindows() ? 20 : TestLength::rounds(50, 500);
-    for (int i = 0; i < rounds; ++i) {
+    // More where none has got as far as a save yet: the machine may be slow for a while.
+    const int mostRounds = rounds + 20;
+    for (int i = 0; i < rounds || (changed == 0 && i < mostRounds); ++i) {
         const QString path = folder.path() + fileOf(kind);
         // Another day than that of the last backup, so that one is due.
         if (withBackups)

@@ -1,4 +1,5 @@
 #include "tests/support/Commands.h"
+#include "tests/support/Patience.h"
 #include "tests/support/ScratchFolder.h"
 #include "tests/support/SmallDisk.h"
 #include "tests/support/TestLength.h"
@@ -113,7 +114,7 @@ void InterruptedStartTest::processesThatStartAtOnceLeaveAll()
             processes.back()->start(command.first(), command.mid(1));
         }
         for (const auto &process : processes) {
-            QVERIFY(process->waitForFinished());
+            QVERIFY(process->waitForFinished(kPatienceMilliseconds));
             QCOMPARE(process->exitCode(), 0);
         }
         QVERIFY(folder.read(kSettings) == whole());

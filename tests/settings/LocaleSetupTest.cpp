@@ -1,5 +1,7 @@
 #include "tests/support/ScratchFolder.h"
 
+#include "tests/support/Patience.h"
+
 #include <QDir>
 #include <QProcess>
 #include <QTest>
@@ -47,7 +49,7 @@ void LocaleSetupTest::aJapaneseNameReachesTheDisk()
     QProcess process;
     process.setProcessEnvironment(environment);
     process.start(QStringLiteral(LOCALE_PROBE), {folder.path()});
-    QVERIFY(process.waitForFinished());
+    QVERIFY(process.waitForFinished(kPatienceMilliseconds));
     QCOMPARE(process.exitCode(), 0);
     QCOMPARE(process.readAllStandardOutput(), afterwards);
     // This process's own locale is UTF-8.

@@ -1,5 +1,7 @@
 #include "tests/support/Commands.h"
 
+#include "tests/support/Patience.h"
+
 #include <QDir>
 #include <QProcess>
 #include <QRandomGenerator>
@@ -18,7 +20,7 @@ int Commands::run(const QStringList &command)
 {
     QProcess process;
     process.start(command.first(), command.mid(1));
-    const bool ended = process.waitForFinished(120000);
+    const bool ended = process.waitForFinished(2 * kPatienceMilliseconds);
     return ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
 }
 
@@ -26,17 +28,18 @@ bool Commands::killWithin(quint32 microseconds, const QStringList &command)
 {
     QProcess process;
     process.start(command.first(), command.mid(1));
-    if (!process.waitForStarted())
+    if (!process.waitForStarted(kPatienceMilliseconds))
         return false;
     QThread::usleep(QRandomGenerator::global()->bounded(microseconds));
     process.kill();
-    process.waitForFinished();
+    process.waitForFinished(kPatienceMilliseconds);
     return process.exitStatus() == QProcess::CrashExit;
 }
 
 quint32 Commands::nextKill(quint32 microseconds, bool wasLate)
 {
-    constexpr quint32 kLongest = 5'000'000;
+    // A machine that is slow for a while may take so long for one save.
+    constexpr quint32 kLongest = 60'000'000;
     constexpr quint32 kShortest = 1000;
     // Upwards in bigger steps: a process may take long to start.
     return wasLate ? std::max(microseconds * 3 / 5, kShortest)

@@ -1,4 +1,5 @@
 #include "tests/support/RecordingProgram.h"
+#include "tests/support/Patience.h"
 
 #include "tests/support/RecordingProgramFiles.h"
 
@@ -17,7 +18,7 @@ RecordingProgram::RecordingProgram(const ScratchFolder &folder, const QString &n
 
 QByteArrayList RecordingProgram::arguments() const
 {
-    if (!QTest::qWaitFor([this] { return hasKeptAny(); }, 20000))
+    if (!QTest::qWaitFor([this] { return hasKeptAny(); }, kPatienceMilliseconds))
         return {QByteArrayLiteral("nothing was started")};
     return RecordingProgramFiles::arguments(m_folder.read(RecordingProgramFiles::kRecord));
 }

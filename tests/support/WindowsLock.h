@@ -16,6 +16,8 @@ public:
     Q_DISABLE_COPY(WindowsLock)
 
     bool isHeld() const { return m_held; }
+    /// Returns once nobody holds the file any more.
+    void release();
 
 private:
     QProcess m_holder;

@@ -1,5 +1,7 @@
 #include "tests/support/WindowsLock.h"
 
+#include "tests/support/Patience.h"
+
 #include <QDir>
 
 namespace {
@@ -16,12 +18,19 @@ WindowsLock::WindowsLock(const QString &path, DWORD shared, int milliseconds)
 {
     m_holder.start(QStringLiteral(FILE_HOLDER),
                    {longForm(path), QString::number(shared), QString::number(milliseconds)});
-    m_held = m_holder.waitForReadyRead() && m_holder.readAll().startsWith("held");
+    m_held =
+        m_holder.waitForReadyRead(kPatienceMilliseconds) && m_holder.readAll().startsWith("held");
 }
 
 WindowsLock::~WindowsLock()
 {
+    release();
+}
+
+void WindowsLock::release()
+{
     m_holder.closeWriteChannel();
-    if (!m_holder.waitForFinished())
+    if (m_holder.state() != QProcess::NotRunning
+        && !m_holder.waitForFinished(kPatienceMilliseconds))
         m_holder.kill();
 }

@@ -51,7 +51,7 @@ void FocusEdgeTest::initTestCase()
     new FocusEdge(m_view);
     m_window.resize(300, 200);
     m_window.show();
-    QVERIFY(QTest::qWaitForWindowActive(&m_window));
+    QVERIFY(QTest::qWaitForWindowActive(&m_window, kPatienceMilliseconds));
 }
 
 /// On all four sides.

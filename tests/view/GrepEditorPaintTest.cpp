@@ -241,7 +241,7 @@ void GrepEditorPaintTest::theCaretHasTheCursorColour()
     ShownView view(text("abc\ndef"));
     view.activateWindow();
     view.setFocus();
-    QVERIFY(QTest::qWaitForWindowActive(&view));
+    QVERIFY(QTest::qWaitForWindowActive(&view, kPatienceMilliseconds));
     view.moveCursor(QTextCursor::End);
     view.setCursorWidth(3);
     const QRect caret = view.cursorRect();

@@ -86,7 +86,7 @@ void UserAssistTest::init()
     m_parent = std::make_unique<QDialog>();
     m_parent->setGeometry(100, 120, 200, 200);
     m_parent->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_parent.get()));
+    QVERIFY(QTest::qWaitForWindowExposed(m_parent.get(), kPatienceMilliseconds));
 }
 
 void UserAssistTest::cleanup()

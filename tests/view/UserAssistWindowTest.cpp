@@ -96,7 +96,7 @@ void UserAssistWindowTest::init()
     m_parent = std::make_unique<QWidget>();
     m_parent->setGeometry(100, 120, 200, 200);
     m_parent->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_parent.get()));
+    QVERIFY(QTest::qWaitForWindowExposed(m_parent.get(), kPatienceMilliseconds));
     m_record = {text("note"),       {text("<b>one</b>"), text("two<br>"), text("three")},
                 QColor(0xff, 0, 0), QColor(0, 0, 0x80),
                 QColor(0, 0xff, 0), QRect(30, 40, 300, 200)};

@@ -84,7 +84,7 @@ void VisibleColouringTest::init()
     m_highlighter->setLanguage(QString(), text("c"));
     m_view->setPlainText(text("12 a b c\n").repeated(1000));
     m_view->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_view.get()));
+    QVERIFY(QTest::qWaitForWindowExposed(m_view.get(), kPatienceMilliseconds));
 }
 
 bool VisibleColouringTest::isColoured(int line) const

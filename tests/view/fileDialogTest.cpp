@@ -48,7 +48,7 @@ public:
     {
         dialog.show();
         dialog.activateWindow();
-        if (!QTest::qWaitForWindowActive(&dialog))
+        if (!QTest::qWaitForWindowActive(&dialog, kPatienceMilliseconds))
             qFatal("the dialog is not on the screen");
     }
 
@@ -609,7 +609,9 @@ void fileDialogTest::aFolderThatGoesAwayIsSurvived()
     Shown shown(logs());
     shown.doubleClick(text("folder"));
     shown.select(text("three.log"));
-    QVERIFY(QDir(logs() + text("/folder")).removeRecursively());
+    // The thread that lists it may have it open just now.
+    QTRY_VERIFY_WITH_TIMEOUT(QDir(logs() + text("/folder")).removeRecursively(),
+                             kPatienceMilliseconds);
     QTest::qWait(100);
     QVERIFY(!shown.dialog.grab().isNull());
     shown.list()->setCurrentIndex(QModelIndex());

@@ -1,5 +1,7 @@
 #include "tests/app/broadcast/SessionBus.h"
 
+#include "tests/support/Patience.h"
+
 #include <QtGlobal>
 
 SessionBus::SessionBus(Socket socket) : m_socket(socket)
@@ -9,7 +11,8 @@ SessionBus::SessionBus(Socket socket) : m_socket(socket)
                     QStringLiteral("--nopidfile"), QStringLiteral("--print-address"),
                     QLatin1String("--address=") + address()});
     // The bus tells its address as soon as it can be connected to.
-    if (!m_daemon.waitForStarted() || !m_daemon.waitForReadyRead())
+    if (!m_daemon.waitForStarted(kPatienceMilliseconds)
+        || !m_daemon.waitForReadyRead(kPatienceMilliseconds))
         qFatal("dbus-daemon: %s", qPrintable(m_daemon.errorString()));
 }
 
@@ -37,12 +40,12 @@ void SessionBus::send(const QString &path, const QString &member,
                  QStringList{QLatin1String("--bus=") + address(), QStringLiteral("--type=signal"),
                              path, member}
                      + arguments);
-    if (!sender.waitForFinished() || sender.exitCode() != 0)
+    if (!sender.waitForFinished(kPatienceMilliseconds) || sender.exitCode() != 0)
         qFatal("dbus-send: %s", sender.readAllStandardError().constData());
 }
 
 void SessionBus::kill()
 {
     m_daemon.kill();
-    m_daemon.waitForFinished();
+    m_daemon.waitForFinished(kPatienceMilliseconds);
 }

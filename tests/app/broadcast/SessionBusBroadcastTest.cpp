@@ -292,7 +292,7 @@ void SessionBusBroadcastTest::aSilentBusDoesNotHoldUpTheStart()
     auto filter = std::make_unique<NativeEventFilter>();
     // If the filter had waited for an answer, it would have given up by now and
     // closed its end.
-    QVERIFY(server.waitForNewConnection(10000));
+    QVERIFY(server.waitForNewConnection(kPatienceMilliseconds));
     const std::unique_ptr<QLocalSocket> client(server.nextPendingConnection());
     QTest::qWait(100);
     QCOMPARE(client->state(), QLocalSocket::ConnectedState);

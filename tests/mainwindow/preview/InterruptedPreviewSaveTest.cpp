@@ -2,6 +2,7 @@
 
 #include "tests/mainwindow/preview/SavedFiles.h"
 #include "tests/support/Commands.h"
+#include "tests/support/Patience.h"
 #include "tests/support/ScratchFolder.h"
 #include "tests/support/SmallDisk.h"
 #include "tests/support/TestLength.h"
@@ -86,7 +87,7 @@ public:
                                       QStringList{path, text, QStringLiteral("--wait")} + options);
         }
         for (const auto &process : m_processes) {
-            while (!process->canReadLine() && process->waitForReadyRead()) { }
+            while (!process->canReadLine() && process->waitForReadyRead(kPatienceMilliseconds)) { }
         }
     }
 
@@ -95,11 +96,11 @@ public:
     {
         for (const auto &process : m_processes) {
             process->write("\n");
-            process->waitForBytesWritten();
+            process->waitForBytesWritten(kPatienceMilliseconds);
         }
         QVector<int> codes;
         for (const auto &process : m_processes) {
-            const bool ended = process->waitForFinished(60000);
+            const bool ended = process->waitForFinished(kPatienceMilliseconds);
             codes.append(
                 ended && process->exitStatus() == QProcess::NormalExit ? process->exitCode() : -1);
         }

@@ -51,7 +51,7 @@ void ClickThroughTest::init()
     new ClickThrough(completer);
     m_window->show();
     QApplication::setActiveWindow(m_window.get());
-    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get(), kPatienceMilliseconds));
     m_field->setFocus();
     QTest::keyClicks(m_field, QStringLiteral("appl"));
     QTRY_VERIFY_WITH_TIMEOUT(list()->isVisible(), kPatienceMilliseconds);
@@ -109,7 +109,7 @@ void ClickThroughTest::aClickOnAnotherWindowOnlyClosesTheList()
     other.setGeometry(m_window->geometry().translated(m_window->width() + 50, 0));
     other.setAttribute(Qt::WA_ShowWithoutActivating);
     other.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&other));
+    QVERIFY(QTest::qWaitForWindowExposed(&other, kPatienceMilliseconds));
     const QSignalSpy presses(&other, &QPushButton::pressed);
     click(&other, other.rect().center());
     QVERIFY(!list()->isVisible());

@@ -2,6 +2,7 @@
 
 #include "settings/dialogs/InputFolderDialog.h"
 #include "settings/dialogs/TableView.h"
+#include "tests/support/Patience.h"
 #include "tests/support/ScratchFolder.h"
 
 #include <QAbstractItemModelTester>
@@ -40,7 +41,7 @@ public:
             table()->model(), QAbstractItemModelTester::FailureReportingMode::QtTest);
         dialog->show();
         dialog->activateWindow();
-        if (!QTest::qWaitForWindowActive(dialog.get()))
+        if (!QTest::qWaitForWindowActive(dialog.get(), kPatienceMilliseconds))
             qFatal("the dialog is not on the screen");
     }
 

@@ -1,5 +1,7 @@
 #include "settings/dialogs/LineEdit.h"
 
+#include "tests/support/Patience.h"
+
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMetaMethod>
@@ -177,7 +179,7 @@ void LineEditTest::otherKeysEditTheText()
 void LineEditTest::gettingTheFocusIsTold()
 {
     Form form;
-    QVERIFY(QTest::qWaitForWindowActive(&form.parent));
+    QVERIFY(QTest::qWaitForWindowActive(&form.parent, kPatienceMilliseconds));
     const QSignalSpy spy(form.field, &LineEdit::receivedFocus);
     form.field->setFocus();
     QCOMPARE(spy.count(), 1);

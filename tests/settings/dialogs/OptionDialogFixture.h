@@ -2,6 +2,7 @@
 
 #include "settings/AppSettings.h"
 #include "settings/dialogs/optionDialog.h"
+#include "tests/support/Patience.h"
 #include "tests/support/ScratchFolder.h"
 
 #include <QDialogButtonBox>
@@ -31,7 +32,7 @@ public:
     {
         dialog.show();
         dialog.activateWindow();
-        if (!QTest::qWaitForWindowActive(&dialog))
+        if (!QTest::qWaitForWindowActive(&dialog, kPatienceMilliseconds))
             qFatal("the dialog is not on the screen");
     }
 

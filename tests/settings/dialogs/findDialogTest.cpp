@@ -31,7 +31,7 @@ public:
     {
         dialog.show();
         dialog.activateWindow();
-        if (!QTest::qWaitForWindowActive(&dialog))
+        if (!QTest::qWaitForWindowActive(&dialog, kPatienceMilliseconds))
             qFatal("the dialog is not on the screen");
     }
 

@@ -24,7 +24,7 @@ public:
     {
         dialog.show();
         dialog.activateWindow();
-        if (!QTest::qWaitForWindowActive(&dialog))
+        if (!QTest::qWaitForWindowActive(&dialog, kPatienceMilliseconds))
             qFatal("the dialog is not on the screen");
     }
 
@@ -150,7 +150,7 @@ void verupdialogTest::aMissingIconLeavesTheTextReadable()
 {
     verupdialog dialog(QStringLiteral("sarvik"), QStringLiteral("5.00"), QPixmap());
     dialog.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+    QVERIFY(QTest::qWaitForWindowExposed(&dialog, kPatienceMilliseconds));
     const auto *label = dialog.findChild<QLabel *>(QStringLiteral("lbl_version"));
     QVERIFY(label->width() >= label->sizeHint().width());
     QVERIFY(label->height() >= label->sizeHint().height());
