@@ -51,6 +51,7 @@ int endProcess(int exitStatus)
 int main(int argc, char *argv[])
 {
     LocaleSetup::useUtf8InPlainLocale();
+    LocaleSetup::nameTimeZone();
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     // One and a half stays that; rounded, it would be twice the size.
