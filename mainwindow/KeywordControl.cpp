@@ -6,6 +6,7 @@
 #include "settings/HistoryList.h"
 #include "settings/KeywordHistory.h"
 #include "settings/dialogs/ClickThrough.h"
+#include "settings/dialogs/LongEntries.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>
@@ -24,6 +25,7 @@ void KeywordControl::setCompleter(QComboBox *combo, QCompleter *completer)
     completer->setCaseSensitivity(Qt::CaseInsensitive);
     combo->setCompleter(completer);
     new ClickThrough(completer);
+    LongEntries::shortenIn(completer);
     // Later: it may be the one that is bringing the key that led here.
     if (former) {
         former->popup()->hide();
