@@ -22,7 +22,8 @@ public:
     /// Replaces the text by lines; the cursor stands at the start.
     void setLines(const QStringList &lines);
 
-    /// Adds path, or several with line feeds between them, behind all lines and puts the cursor before its last character.
+    /// Adds path, or several with line feeds between them, behind all lines and puts the cursor
+    /// before its last character.
     void addLine(const QString &path);
 
     /// Whether source are files or folders of this machine.
