@@ -48,6 +48,7 @@ int endProcess(int exitStatus)
 int runProgram(int argc, char *argv[])
 {
     LocaleSetup::useUtf8InPlainLocale();
+    LocaleSetup::nameTimeZone();
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     // One and a half stays that; rounded, it would be twice the size.

@@ -237,6 +237,7 @@ private:
 int main(int argc, char *argv[])
 {
     LocaleSetup::useUtf8InPlainLocale();
+    LocaleSetup::nameTimeZone();
     QApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     AppSettings::instance().load(ApplicationDirectory::path());

@@ -4,16 +4,23 @@
 
 namespace {
 
-bool isAscii(const QString &text)
-{
-    return std::all_of(text.cbegin(), text.cend(),
-                       [](QChar unit) { return unit.unicode() < 0x80; });
-}
-
-bool isLiteral(QChar unit)
+bool isPlain(QChar unit)
 {
     static const QString special = QStringLiteral("*?[]\\");
     return unit.unicode() < 0x80 && !special.contains(unit);
+}
+
+bool isPlainText(const QStringRef &text)
+{
+    return !text.isEmpty() && std::all_of(text.begin(), text.end(), isPlain);
+}
+
+/// As the pattern engine compares: unit by unit, so that nothing changes its length.
+QString inLowerCase(QString text)
+{
+    for (QChar &unit : text)
+        unit = unit.toLower();
+    return text;
 }
 
 } // namespace
@@ -23,47 +30,45 @@ FileMask::FileMask(const QString &mask) : m_negation(mask.contains(QLatin1Char('
     QString text = mask;
     text.remove(QLatin1Char('^'));
     text.replace(QLatin1String("*.*"), QLatin1String("*"));
-    const QStringList parts = text.split(QLatin1Char(' '));
-    for (const QString &part : parts)
-        m_patterns.push_back(makePattern(part));
+    m_patterns = text.split(QLatin1Char(' '));
+    for (const QString &pattern : qAsConst(m_patterns))
+        take(pattern);
 }
 
-FileMask::Pattern FileMask::makePattern(const QString &text)
+void FileMask::take(const QString &pattern)
 {
-    Pattern pattern;
-    pattern.wildcard = QRegExp(text, Qt::CaseInsensitive, QRegExp::Wildcard);
-    pattern.all = text == QLatin1String("*");
-    const QString rest = text.mid(1);
-    pattern.suffixOnly = text.startsWith(QLatin1Char('*')) && !rest.isEmpty()
-        && std::all_of(rest.cbegin(), rest.cend(), isLiteral);
-    if (pattern.suffixOnly)
-        pattern.suffix = rest;
-    return pattern;
+    if (pattern == QLatin1String("*")) {
+        m_all = true;
+    } else if (isPlainText(QStringRef(&pattern))) {
+        m_names.insert(inLowerCase(pattern));
+    } else if (pattern.startsWith(QLatin1Char('*')) && isPlainText(pattern.midRef(1))) {
+        const QString end = inLowerCase(pattern.mid(1));
+        m_ends.insert(end);
+        if (!m_endLengths.contains(end.size()))
+            m_endLengths.append(end.size());
+    } else {
+        m_wildcards.emplace_back(pattern, Qt::CaseInsensitive, QRegExp::Wildcard);
+    }
 }
 
-bool FileMask::matches(const Pattern &pattern, const QString &fileName)
+bool FileMask::passesAsText(const QString &fileName) const
 {
-    if (pattern.all)
-        return true;
-    // Outside ASCII the two comparisons fold case differently; the pattern
-    // engine's answer is the rule.
-    if (pattern.suffixOnly && isAscii(fileName))
-        return fileName.endsWith(pattern.suffix, Qt::CaseInsensitive);
-    return pattern.wildcard.exactMatch(fileName);
+    if (m_names.isEmpty() && m_ends.isEmpty())
+        return false;
+    const QString name = inLowerCase(fileName);
+    const auto hasEnd = [this, &name](int length) {
+        return length <= name.size() && m_ends.contains(name.right(length));
+    };
+    return m_names.contains(name)
+        || std::any_of(m_endLengths.cbegin(), m_endLengths.cend(), hasEnd);
 }
 
 bool FileMask::passes(const QString &fileName) const
 {
-    const bool matched =
-        std::any_of(m_patterns.cbegin(), m_patterns.cend(),
-                    [&fileName](const Pattern &pattern) { return matches(pattern, fileName); });
+    const auto matches = [&fileName](const QRegExp &wildcard) {
+        return wildcard.exactMatch(fileName);
+    };
+    const bool matched = m_all || passesAsText(fileName)
+        || std::any_of(m_wildcards.cbegin(), m_wildcards.cend(), matches);
     return matched != m_negation;
-}
-
-QStringList FileMask::patterns() const
-{
-    QStringList texts;
-    for (const Pattern &pattern : m_patterns)
-        texts.append(pattern.wildcard.pattern());
-    return texts;
 }

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QRegExp>
+#include <QSet>
 #include <QString>
 #include <QStringList>
+#include <QVector>
 
 #include <vector>
 
@@ -26,22 +28,22 @@ public:
     bool passes(const QString &fileName) const;
     bool isNegation() const { return m_negation; }
     /// The patterns after steps 1 to 3.
-    QStringList patterns() const;
+    const QStringList &patterns() const { return m_patterns; }
 
 private:
-    struct Pattern {
-        QRegExp wildcard;
-        /// Text after the star where the pattern is a star and plain text: such
-        /// a pattern is a comparison of the name's end.
-        QString suffix;
-        bool all = false; ///< "*": every name
-        bool suffixOnly = false;
-    };
+    void take(const QString &pattern);
+    bool passesAsText(const QString &fileName) const;
 
-    static Pattern makePattern(const QString &text);
-    static bool matches(const Pattern &pattern, const QString &fileName);
+    QStringList m_patterns;
+    bool m_negation = false;
+    bool m_all = false; ///< a pattern is "*"
+
+    // Of patterns that are plain text or a star and plain text, of which a mask may
+    // have hundreds: the text, in lower case.
+    QSet<QString> m_names;
+    QSet<QString> m_ends;
+    QVector<int> m_endLengths; ///< each length once
 
     // Not a QVector: its copies would share the pattern engines' match states.
-    std::vector<Pattern> m_patterns;
-    bool m_negation = false;
+    std::vector<QRegExp> m_wildcards;
 };

@@ -51,7 +51,7 @@ void FolderWalker::queue(const QString &folder, const QVector<FolderEntry> &entr
 
 void FolderWalker::sortOutFile(const QString &path, const QString &name, QStringList *files)
 {
-    if (ExclusionList::excludesFile(m_run.options.limits.excludedFiles, name)) {
+    if (m_run.exclusions.excludesFile(name)) {
         emit m_core.WarningMsg(ExclusionList::fileWarning(name));
     } else if (m_mask.passes(name)) {
         emit m_core.progressFileReport(path);
@@ -62,7 +62,7 @@ void FolderWalker::sortOutFile(const QString &path, const QString &name, QString
 void FolderWalker::sortOutFolder(const QString &path, const FolderEntry &entry,
                                  QStringList *folders)
 {
-    if (ExclusionList::excludesFolder(m_run.options.limits.excludedFolders, entry.name))
+    if (m_run.exclusions.excludesFolder(entry.name))
         emit m_core.WarningMsg(ExclusionList::folderWarning(path));
     else if (!m_run.condition.subdir)
         return;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/EngineOptions.h"
+#include "engine/ExclusionList.h"
 #include "engine/FileMask.h"
 #include "engine/FolderClaims.h"
 #include "engine/FolderQueue.h"
@@ -23,6 +24,7 @@ struct SharedRun {
     EngineOptions options;
     SearchCondition condition;
     FileMask mask;
+    ExclusionList exclusions;
     std::shared_ptr<const SearchPlan> plan;
 
     // Any thread.

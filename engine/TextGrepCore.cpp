@@ -81,6 +81,8 @@ void TextGrepCore::prepareRun(const SearchCondition &condition)
         m_run.options.lister = std::make_shared<NativeFolderLister>();
     m_run.condition = condition;
     m_run.mask = FileMask(condition.mask);
+    m_run.exclusions =
+        ExclusionList(m_run.options.limits.excludedFiles, m_run.options.limits.excludedFolders);
     m_run.plan = std::make_shared<const SearchPlan>(condition, m_run.options);
 }
 

@@ -56,8 +56,7 @@ void TopEntries::reserveFolders(const QStringList &entries)
 {
     FolderIdentity identity;
     for (const QString &entry : entries) {
-        const bool listed = namesFolder(entry)
-            && !ExclusionList::excludesFolder(m_run.options.limits.excludedFolders, entry);
+        const bool listed = namesFolder(entry) && !m_run.exclusions.excludesFolder(entry);
         if (listed && m_run.options.lister->identify(entry, &identity))
             m_run.claims.reserve(identity, entry);
         if (m_run.isAborted())
@@ -94,7 +93,7 @@ void TopEntries::queueListEntry(const QString &entry, const FileMask &mask)
         return;
     }
     const QString name = QFileInfo(entry).fileName();
-    if (ExclusionList::excludesFile(m_run.options.limits.excludedFiles, name)) {
+    if (m_run.exclusions.excludesFile(name)) {
         emit m_core.WarningMsg(ExclusionList::fileWarning(name));
     } else if (mask.passes(name)) {
         emit m_core.progressFileReport(entry);
@@ -104,7 +103,7 @@ void TopEntries::queueListEntry(const QString &entry, const FileMask &mask)
 
 void TopEntries::queueFolder(const QString &folder)
 {
-    if (ExclusionList::excludesFolder(m_run.options.limits.excludedFolders, folder))
+    if (m_run.exclusions.excludesFolder(folder))
         emit m_core.WarningMsg(ExclusionList::folderWarning(folder));
     else
         m_run.folders.append(folder);

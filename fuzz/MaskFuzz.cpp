@@ -42,9 +42,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const FileMask tested(mask);
     require(tested.passes(name) == passesPlainly(mask, name), "the mask passes as its rule says");
     require(tested.passes(name) == FileMask(tested).passes(name), "a copy of the mask does so too");
-    require(ExclusionList::excludesFile(exclusions, name) == isExcludedPlainly(exclusions, name),
+    const ExclusionList excluded(exclusions, exclusions);
+    require(excluded.excludesFile(name) == isExcludedPlainly(exclusions, name),
             "a file is excluded by a part of its name");
-    require(ExclusionList::excludesFolder(exclusions, name) == exclusions.contains(name),
+    require(excluded.excludesFolder(name) == exclusions.contains(name),
             "a folder is excluded by its whole name");
     return 0;
 }

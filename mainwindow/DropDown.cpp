@@ -1,5 +1,7 @@
 #include "mainwindow/DropDown.h"
 
+#include "settings/dialogs/LongEntries.h"
+
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QKeyEvent>
@@ -53,6 +55,7 @@ bool movesThroughItems(const QKeyEvent &key)
 
 DropDown::DropDown(QComboBox *combo) : QObject(combo), m_combo(combo), m_view(combo->view())
 {
+    LongEntries::shortenIn(m_combo);
     m_combo->installEventFilter(this);
     m_combo->lineEdit()->installEventFilter(this);
     m_combo->view()->installEventFilter(this);

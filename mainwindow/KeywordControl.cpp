@@ -6,6 +6,7 @@
 #include "settings/HistoryList.h"
 #include "settings/KeywordHistory.h"
 #include "settings/dialogs/ClickThrough.h"
+#include "settings/dialogs/LongEntries.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>
@@ -25,6 +26,7 @@ void KeywordControl::setCompleter(QComboBox *combo, QCompleter *completer)
     completer->setCaseSensitivity(Qt::CaseInsensitive);
     combo->setCompleter(completer);
     new ClickThrough(completer);
+    LongEntries::shortenIn(completer);
     // What is typed in full needs no list that offers it alone. Later: the list opens
     // behind the signal.
     connect(

@@ -8,8 +8,11 @@
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QSet>
 #include <QTextBlock>
 #include <QUrl>
+
+#include <algorithm>
 
 namespace {
 
@@ -110,19 +113,25 @@ void PathEdit::addLine(const QString &path)
     moveCursor(QTextCursor::Left);
 }
 
+/// Asked at every move of a drag; the file system is not.
 bool PathEdit::holdsFolders(const QMimeData &source)
 {
-    return !foldersIn(source).isEmpty();
+    const QList<QUrl> urls = source.urls();
+    return std::any_of(urls.begin(), urls.end(), [](const QUrl &url) { return url.isLocalFile(); });
 }
 
 void PathEdit::addFolders(const QMimeData &source)
 {
-    const QStringList listed = SearchPaths::fromText(text());
+    const QStringList lines = SearchPaths::fromText(text());
+    const QSet<QString> listed(lines.begin(), lines.end());
+    QStringList added;
     const QStringList folders = foldersIn(source);
     for (const QString &folder : folders) {
         if (!listed.contains(folder))
-            addLine(folder);
+            added += folder;
     }
+    if (!added.isEmpty())
+        addLine(added.join(QLatin1Char('\n')));
 }
 
 QMimeData *PathEdit::createMimeDataFromSelection() const

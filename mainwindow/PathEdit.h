@@ -22,12 +22,13 @@ public:
     /// Replaces the text by lines; the cursor stands at the start.
     void setLines(const QStringList &lines);
 
-    /// Adds path as the last line and puts the cursor before its last character.
+    /// Adds path, or several with line feeds between them, behind all lines and puts the cursor
+    /// before its last character.
     void addLine(const QString &path);
 
     /// Whether source are files or folders of this machine.
     static bool holdsFolders(const QMimeData &source);
-    /// Adds a line for each folder that has none yet.
+    /// Adds a line for each folder that has none yet: one change, and one to be undone.
     void addFolders(const QMimeData &source);
 
 protected:

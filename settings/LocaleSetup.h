@@ -10,4 +10,10 @@ namespace LocaleSetup {
 /// Does nothing on Windows, where names are UTF-16 whatever the locale is.
 void useUtf8InPlainLocale();
 
+/// For the start of main, too. Where the environment names no time zone, it gets to
+/// name the system's by its file: otherwise that file is looked at whenever a file's
+/// time is converted, which for the list of logs is a hundred thousand times. Does
+/// nothing on Windows.
+void nameTimeZone();
+
 } // namespace LocaleSetup

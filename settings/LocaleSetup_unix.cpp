@@ -32,3 +32,9 @@ void LocaleSetup::useUtf8InPlainLocale()
         qputenv("LC_CTYPE", QByteArray(kUtf8Locale));
     std::setlocale(LC_ALL, "");
 }
+
+void LocaleSetup::nameTimeZone()
+{
+    if (!qEnvironmentVariableIsSet("TZ"))
+        qputenv("TZ", QByteArrayLiteral(":/etc/localtime"));
+}

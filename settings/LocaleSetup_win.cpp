@@ -3,3 +3,7 @@
 void LocaleSetup::useUtf8InPlainLocale()
 {
 }
+
+void LocaleSetup::nameTimeZone()
+{
+}

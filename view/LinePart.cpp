@@ -2,7 +2,9 @@
 
 #include "view/BlockData.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QTextBlock>
+#include <QTextDocument>
 
 #include <algorithm>
 
@@ -14,6 +16,9 @@ constexpr int kBeyondEdge = 16;
 
 /// More UTF-16 code units than any screen shows of a line.
 constexpr int kMostSeen = 64 * 1024;
+
+/// More tab stops than any screen shows.
+constexpr int kMostStops = 4096;
 
 bool isRightToLeft(QChar c)
 {
@@ -34,6 +39,24 @@ bool isRightToLeft(QChar c)
     return (unit >= 0xD802 && unit <= 0xD803) || (unit >= 0xD83A && unit <= 0xD83B);
 }
 
+/// In the resolution of the device that the whole line is laid out for.
+QFont fontFor(const QTextBlock &block, const QFont &font)
+{
+    const QPaintDevice *device = block.document()->documentLayout()->paintDevice();
+    return device ? QFont(font, device) : font;
+}
+
+/// How far a tab at the start of a line reaches, laid out with this option.
+qreal tabWidth(const QTextOption &option, const QFont &font)
+{
+    QTextLayout layout(QStringLiteral("\t"), font);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    const QTextLine line = layout.createLine();
+    layout.endLayout();
+    return line.cursorToX(1);
+}
+
 /// By how much a layout of its own multiplies the tab stops that it is given:
 /// the font's resolution by the first screen's.
 qreal tabStopScale(const QFont &font)
@@ -41,22 +64,19 @@ qreal tabStopScale(const QFont &font)
     constexpr qreal kGiven = 128;
     QTextOption option;
     option.setTabs({QTextOption::Tab(kGiven, QTextOption::LeftTab)});
-    QTextLayout layout(QStringLiteral("\t"), font);
-    layout.setTextOption(option);
-    layout.beginLayout();
-    const QTextLine line = layout.createLine();
-    layout.endLayout();
-    return line.cursorToX(1) / kGiven;
+    return tabWidth(option, font) / kGiven;
 }
 
 /// In place of QTextLine::xToCursor() where a line is wider than a layout can count
 /// (some 33 million pixels), so that whatever is asked for seems to be behind it.
 int endOfSeen(const QTextLine &line, int from, qreal right)
 {
-    constexpr int kStep = 1024;
+    int step = 256; // a question takes long, and so does a part of many tabs
     int end = from;
-    for (qreal x = 0; end < from + kMostSeen && x <= right; x = line.cursorToX(end))
-        end += kStep;
+    for (qreal x = 0; end < from + kMostSeen && x <= right; x = line.cursorToX(end)) {
+        end += step;
+        step *= 2;
+    }
     return std::min(end, line.textStart() + line.textLength());
 }
 
@@ -77,7 +97,7 @@ LinePart::LinePart(const QTextBlock &block, const QFont &font, qreal left, qreal
     if (!m_own)
         return;
     const auto *data = static_cast<const BlockData *>(block.userData());
-    layOut(line, font, data ? data->colours : QVector<QTextLayout::FormatRange>());
+    layOut(line, fontFor(block, font), data ? data->colours : QVector<QTextLayout::FormatRange>());
 }
 
 void LinePart::takePart(int from, int to)
@@ -111,18 +131,23 @@ void LinePart::layOut(const QTextLine &line, const QFont &font,
     m_offset = QPointF(x, line.y() + line.ascent() - own.ascent());
 }
 
-/// Where the whole line's tabs end, from x in it. Asked for and not computed:
-/// only the whole line knows to which fraction of a pixel it rounds.
+/// The whole line's tab stops, from x in it: from the one where the part's first tab
+/// ends, which only the whole line knows to a fraction of a pixel, to that of the last.
+/// Not asked for one by one: each question takes a look at every tab of the line.
 QList<QTextOption::Tab> LinePart::tabStops(const QTextLine &line, const QFont &font, qreal x) const
 {
     QList<QTextOption::Tab> stops;
     const QLatin1Char tab('\t');
-    int i = m_text.indexOf(tab);
-    const qreal scale = i < 0 ? 1 : tabStopScale(font);
-    for (; i >= 0; i = m_text.indexOf(tab, i + 1)) {
-        const qreal stop = line.cursorToX(m_from + i + 1) - x;
+    const int firstTab = m_text.indexOf(tab);
+    if (firstTab < 0)
+        return stops;
+    const qreal first = line.cursorToX(m_from + firstTab + 1) - x;
+    const qreal last = line.cursorToX(m_from + m_text.lastIndexOf(tab) + 1) - x;
+    const qreal width = tabWidth(m_whole.textOption(), font);
+    const qreal scale = tabStopScale(font);
+    int count = 0;
+    for (qreal stop = first; stop <= last && count < kMostStops; stop = first + width * ++count)
         stops.append(QTextOption::Tab(stop / scale, QTextOption::LeftTab));
-    }
     return stops;
 }
 

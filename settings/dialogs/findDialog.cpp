@@ -4,6 +4,7 @@
 #include "settings/HistoryList.h"
 #include "settings/ShownFont.h"
 #include "settings/dialogs/ClickThrough.h"
+#include "settings/dialogs/LongEntries.h"
 #include "ui_findDialog.h"
 
 #include <QCompleter>
@@ -54,6 +55,8 @@ void findDialog::setUpKeyword()
     QLineEdit *field = combo->lineEdit();
     field->setCompleter(completer);
     new ClickThrough(completer);
+    LongEntries::shortenIn(combo);
+    LongEntries::shortenIn(completer);
     field->selectAll();
     // The box as well, so that it is high enough for its field.
     const QFont font = ShownFont::bounded(settings.inputFont);

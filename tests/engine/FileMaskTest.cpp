@@ -38,6 +38,8 @@ private slots:
     void otherMetaCharactersMatchThemselves();
     void aStarMatchesAnyTextAtAll();
     void everyMaskAnswersAsTheWildcardPatternDoes();
+    void manyPatternsAnswerAsEachDoes();
+    void everyUnitIsComparedAsByTheWildcardPattern();
     void copiesAnswerTheSameOnEveryThread();
 };
 
@@ -388,6 +390,46 @@ void FileMaskTest::everyMaskAnswersAsTheWildcardPatternDoes()
             QFAIL(qPrintable(QStringLiteral("mask \"%1\", name \"%2\"").arg(text, name)));
     }
     QVERIFY2(passed > cases / 6 && passed < cases / 6 * 5, qPrintable(QString::number(passed)));
+}
+
+void FileMaskTest::manyPatternsAnswerAsEachDoes()
+{
+    QRandomGenerator random(20240513);
+    const QString letters = QStringLiteral("..aAkK\u212A\u017F\u30C6\u3042");
+    int passed = 0;
+    const int cases = TestLength::rounds(3000, 100000);
+    for (int i = 0; i < cases; ++i) {
+        QStringList patterns;
+        for (int pattern = random.bounded(30); pattern >= 0; --pattern) {
+            const QString text = randomText(random, letters, 5);
+            patterns += random.bounded(3) ? QLatin1Char('*') + text : text;
+            if (random.bounded(20) == 0)
+                patterns.back().insert(random.bounded(text.size() + 1), QLatin1Char('?'));
+        }
+        const QString text = patterns.join(QLatin1Char(' '));
+        const QString name = randomText(random, letters, 5);
+        const bool expected = passesByTheRule(text, name);
+        passed += expected ? 1 : 0;
+        if (FileMask(text).passes(name) != expected)
+            QFAIL(qPrintable(QStringLiteral("mask \"%1\", name \"%2\"").arg(text, name)));
+    }
+    QVERIFY2(passed > cases / 6 && passed < cases / 6 * 5, qPrintable(QString::number(passed)));
+}
+
+void FileMaskTest::everyUnitIsComparedAsByTheWildcardPattern()
+{
+    for (const char letter : {'a', 'i', 'k', 's', 'z', '1', '.'}) {
+        const QString end = QString(QLatin1Char(letter)).toUpper();
+        const FileMask ends(QLatin1Char('*') + end);
+        const FileMask names(QLatin1Char('x') + end);
+        const QRegExp rule(names.patterns().front(), Qt::CaseInsensitive, QRegExp::Wildcard);
+        for (int unit = 0; unit <= 0xFFFF; ++unit) {
+            const QString name = QLatin1Char('x') + QString(QChar(unit));
+            const bool expected = rule.exactMatch(name);
+            if (ends.passes(name) != expected || names.passes(name) != expected)
+                QFAIL(qPrintable(QStringLiteral("%1, U+%2").arg(end).arg(unit, 4, 16)));
+        }
+    }
 }
 
 void FileMaskTest::copiesAnswerTheSameOnEveryThread()

@@ -36,6 +36,7 @@ private slots:
     void init();
     void cleanup();
 
+    void aVeryLongEntryIsNotLaidOutWhole();
     void theWheelPassesByAClosedList();
     void theWheelScrollsAnOpenList();
     void theWheelBringsNoFocus();
@@ -82,6 +83,17 @@ QStringList DropDownTest::items() const
     for (int i = 0; i < m_combo->count(); ++i)
         texts += m_combo->itemText(i);
     return texts;
+}
+
+void DropDownTest::aVeryLongEntryIsNotLaidOutWhole()
+{
+    const auto widthOf = [this](int length) {
+        m_list->setItems({QString(length, QLatin1Char('x'))});
+        return m_combo->view()->sizeHintForIndex(m_combo->model()->index(0, 0)).width();
+    };
+    const int width = widthOf(10000);
+    QVERIFY(width > widthOf(100));
+    QCOMPARE(widthOf(20000), width);
 }
 
 void DropDownTest::theWheelPassesByAClosedList()

@@ -33,6 +33,8 @@ private slots:
     void ofAPastedFileItIsTheFolder();
     void filesOfOneFolderAreOneLine();
     void aFolderThatIsThereIsNotAddedAgain();
+    void manyFoldersAreOneChange_data();
+    void manyFoldersAreOneChange();
     void pastedTextIsInsertedAtTheCursor();
     void aPastedPathIsTakenOutOfItsWriting_data();
     void aPastedPathIsTakenOutOfItsWriting();
@@ -199,6 +201,37 @@ void PathEditTest::aFolderThatIsThereIsNotAddedAgain()
     edit.setPlainText(scratch.path().chopped(1));
     paste(edit, files({scratch.path()}));
     QCOMPARE(edit.toPlainText(), scratch.path().chopped(1));
+}
+
+void PathEditTest::manyFoldersAreOneChange_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::newRow("into an empty editor") << QString();
+    QTest::newRow("behind a line") << QStringLiteral("/a/");
+    QTest::newRow("onto an empty last line") << QStringLiteral("/a/\n");
+}
+
+void PathEditTest::manyFoldersAreOneChange()
+{
+    QFETCH(QString, before);
+    const ScratchFolder scratch;
+    QStringList folders;
+    for (int i = 0; i < 100; ++i)
+        folders += scratch.makeFolder(QString::number(i));
+    PathEdit edit;
+    edit.setPlainText(before);
+    int changes = 0;
+    connect(edit.document(), &QTextDocument::contentsChanged, this, [&changes] { ++changes; });
+    paste(edit, files(folders + folders));
+    QCOMPARE(changes, 1);
+    QStringList lines = before.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    lines += folders;
+    QCOMPARE(edit.text(), lines.join(QLatin1Char('\n')));
+    QCOMPARE(edit.textCursor().position(), edit.text().size() - 1);
+    paste(edit, files(folders));
+    QCOMPARE(changes, 1);
+    edit.undo();
+    QCOMPARE(edit.text(), before);
 }
 
 void PathEditTest::pastedTextIsInsertedAtTheCursor()

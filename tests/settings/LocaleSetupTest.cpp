@@ -12,7 +12,34 @@ class LocaleSetupTest : public QObject {
 private slots:
     void aJapaneseNameReachesTheDisk_data();
     void aJapaneseNameReachesTheDisk();
+    void theTimeZoneIsNamed_data();
+    void theTimeZoneIsNamed();
 };
+
+namespace {
+
+/// What the probe tells of its environment, which has these variables for the locale
+/// and the time zone and no others.
+QByteArray environmentAfterStart(const QStringList &variables, const QString &folder)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const QString &name : environment.keys()) {
+        if (name.startsWith(QLatin1String("LC_")) || name.startsWith(QLatin1String("LANG")))
+            environment.remove(name);
+    }
+    environment.remove(QStringLiteral("TZ"));
+    for (const QString &variable : variables)
+        environment.insert(variable.section(QLatin1Char('='), 0, 0),
+                           variable.section(QLatin1Char('='), 1));
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral(LOCALE_PROBE), {folder});
+    if (!process.waitForFinished(kPatienceMilliseconds) || process.exitCode() != 0)
+        return QByteArrayLiteral("no probe");
+    return process.readAllStandardOutput();
+}
+
+} // namespace
 
 void LocaleSetupTest::aJapaneseNameReachesTheDisk_data()
 {
@@ -38,22 +65,29 @@ void LocaleSetupTest::aJapaneseNameReachesTheDisk()
     QFETCH(QStringList, variables);
     QFETCH(QByteArray, afterwards);
     const ScratchFolder folder;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const QString &name : environment.keys()) {
-        if (name.startsWith(QLatin1String("LC_")) || name.startsWith(QLatin1String("LANG")))
-            environment.remove(name);
-    }
-    for (const QString &variable : variables)
-        environment.insert(variable.section(QLatin1Char('='), 0, 0),
-                           variable.section(QLatin1Char('='), 1));
-    QProcess process;
-    process.setProcessEnvironment(environment);
-    process.start(QStringLiteral(LOCALE_PROBE), {folder.path()});
-    QVERIFY(process.waitForFinished(kPatienceMilliseconds));
-    QCOMPARE(process.exitCode(), 0);
-    QCOMPARE(process.readAllStandardOutput(), afterwards);
+    const QByteArray told = environmentAfterStart(variables, folder.path());
+    QCOMPARE(told.left(told.indexOf("TZ=")), afterwards);
     // This process's own locale is UTF-8.
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{QStringLiteral("検索.txt")});
+}
+
+void LocaleSetupTest::theTimeZoneIsNamed_data()
+{
+    QTest::addColumn<QStringList>("variables");
+    QTest::addColumn<QByteArray>("afterwards");
+    QTest::newRow("nothing set") << QStringList() << QByteArray("TZ=:/etc/localtime\n");
+    QTest::newRow("set") << QStringList{QStringLiteral("TZ=Asia/Tokyo")}
+                         << QByteArray("TZ=Asia/Tokyo\n");
+    QTest::newRow("set to nothing, which is UTC")
+        << QStringList{QStringLiteral("TZ=")} << QByteArray("TZ=\n");
+}
+
+void LocaleSetupTest::theTimeZoneIsNamed()
+{
+    QFETCH(QStringList, variables);
+    const ScratchFolder folder;
+    const QByteArray told = environmentAfterStart(variables, folder.path());
+    QTEST(told.mid(told.indexOf("TZ=")), "afterwards");
 }
 
 QTEST_GUILESS_MAIN(LocaleSetupTest)

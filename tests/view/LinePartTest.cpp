@@ -1,5 +1,6 @@
 #include "view/LinePart.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QImage>
 #include <QPainter>
 #include <QPlainTextEdit>
@@ -17,6 +18,9 @@ private slots:
     void aPartLooksLikeTheWhole();
     void aPartNeverSplitsAPairOfSurrogates();
     void aLineWiderThanALayoutCountsIsCut();
+    void tabsAreWhereTheLayoutsDeviceHasThem();
+    void theWholeLineIsAskedForAFewTabsOnly_data();
+    void theWholeLineIsAskedForAFewTabsOnly();
     void theEndIsPartOfTheLastPart();
     void formatsAreCountedFromThePart();
     void aLineFromRightToLeftIsTakenWhole_data();
@@ -56,6 +60,28 @@ public:
     QTextBlock block() const { return document()->firstBlock(); }
     QTextLine line() const { return block().layout()->lineAt(0); }
     LinePart part(qreal left) const { return LinePart(block(), font(), left, left + kWidth); }
+};
+
+/// A layout asks it for its resolution at each tab that it lays out or passes.
+class Device : public QPaintDevice {
+public:
+    explicit Device(int dotsPerInch) : m_dotsPerInch(dotsPerInch) { }
+
+    int questions() const { return m_questions; }
+    QPaintEngine *paintEngine() const override { return nullptr; }
+
+protected:
+    int metric(PaintDeviceMetric metric) const override
+    {
+        if (metric != PdmDpiY)
+            return QPaintDevice::metric(metric);
+        ++m_questions;
+        return m_dotsPerInch;
+    }
+
+private:
+    const int m_dotsPerInch;
+    mutable int m_questions = 0;
 };
 
 QImage picture(const QTextLayout &layout, const QPointF &origin,
@@ -166,6 +192,54 @@ void LinePartTest::aLineWiderThanALayoutCountsIsCut()
     const QTextLine own = part.layout().lineAt(0);
     QVERIFY(own.cursorToX(part.text().size()) > kWidth);
     QVERIFY(qAbs(own.cursorToX(3) + part.offset().x() - line.line().cursorToX(3)) <= kRounding);
+}
+
+void LinePartTest::tabsAreWhereTheLayoutsDeviceHasThem()
+{
+    Device device(150);
+    OneLine line(repeated(QStringLiteral("x\t%1\t\t"), 10000));
+    const qreal before = line.line().cursorToX(2);
+    line.document()->documentLayout()->setPaintDevice(&device);
+    line.block().layout()->clearLayout();
+    line.layOut();
+    QVERIFY(line.line().cursorToX(2) != before);
+    for (const int index : {0, 1, 5, 5001, 9990}) {
+        const LinePart part = line.part(line.line().cursorToX(index) + 0.5);
+        const QTextLine own = part.layout().lineAt(0);
+        for (int i = 0; i <= part.text().size(); ++i) {
+            const qreal x = own.cursorToX(i) + part.offset().x();
+            QVERIFY2(qAbs(x - line.line().cursorToX(part.from() + i)) <= kRounding,
+                     qPrintable(QStringLiteral("%1 + %2").arg(part.from()).arg(i)));
+        }
+    }
+}
+
+void LinePartTest::theWholeLineIsAskedForAFewTabsOnly_data()
+{
+    QTest::addColumn<int>("tabs");
+    QTest::addColumn<int>("fontSize");
+    QTest::newRow("many tabs") << 20000 << 14;
+    QTest::newRow("wider than a layout counts") << 70000 << 200;
+}
+
+void LinePartTest::theWholeLineIsAskedForAFewTabsOnly()
+{
+    QFETCH(int, tabs);
+    QFETCH(int, fontSize);
+    Device device(96);
+    OneLine line(QString(tabs, QLatin1Char('\t')));
+    line.setFont(QFont(QStringLiteral("DejaVu Sans Mono"), fontSize));
+    line.setTabStopDistance(4 * QFontMetricsF(line.font()).horizontalAdvance(QLatin1Char(' ')));
+    line.document()->documentLayout()->setPaintDevice(&device);
+    line.layOut();
+    const int before = device.questions();
+    const LinePart part = line.part(0);
+    QVERIFY(device.questions() > before);
+    // Once for its start, for its end, and for its first and last tab.
+    QVERIFY2(device.questions() - before < 6 * tabs,
+             qPrintable(QString::number(device.questions() - before)));
+    QVERIFY(part.text().size() < 1000);
+    QVERIFY(part.layout().lineAt(0).cursorToX(part.text().size()) > kWidth);
 }
 
 void LinePartTest::theEndIsPartOfTheLastPart()
