@@ -106,6 +106,8 @@ void KeywordPrefilter::prepare(Plan *plan, int codeSet) const
         needles.append(encoded.needle);
         strays += encoded.strays;
     }
+    BytePattern::removeDuplicates(&needles);
+    BytePattern::removeDuplicates(&strays);
     plan->answer = needles.isEmpty() ? Plan::PassNone : Plan::Search;
     plan->needles = ByteSearch(needles);
     plan->strays = ByteSearch(strays);
