@@ -9,6 +9,9 @@ FileSearcher::FileSearcher(const SearchPlan &plan)
     , m_matcher(plan.condition(), plan.limits().tabcolm)
     , m_rawLines(m_plan, m_matcher)
 {
+    const CandidateFinder &finder = m_plan.finder();
+    if (finder.isList() && !m_plan.visitEveryLine())
+        m_matcher.beginAt([&finder](QStringView line) { return finder.firstStart(line); });
 }
 
 QStringList FileSearcher::search(PieceSource &pieces, int codeSet)

@@ -45,7 +45,11 @@ bool hasHighByte(const BytePattern &pattern)
 
 KeywordPrefilter::KeywordPrefilter(const QString &keyword1, bool regExp,
                                    Qt::CaseSensitivity sensitivity)
-    : m_required(keyword1, regExp, sensitivity)
+    : KeywordPrefilter(RequiredLiteral(keyword1, regExp, sensitivity))
+{
+}
+
+KeywordPrefilter::KeywordPrefilter(const RequiredLiteral &required) : m_required(required)
 {
 }
 

@@ -78,11 +78,12 @@ bool LineMatcher::mustStop()
     return m_stopped;
 }
 
-qint64 LineMatcher::find(const QString &keyword, QRegExp &pattern, QStringView line) const
+qint64 LineMatcher::find(const QString &keyword, QRegExp &pattern, QStringView line,
+                         qint64 from) const
 {
     if (m_condition.regExp())
-        return pattern.indexIn(withoutCopy(line));
-    return line.indexOf(keyword, 0, m_condition.caseSensitivity());
+        return pattern.indexIn(withoutCopy(line), static_cast<int>(from));
+    return line.indexOf(keyword, from, m_condition.caseSensitivity());
 }
 
 bool LineMatcher::holdsWholeWord(QStringView line) const
@@ -95,7 +96,10 @@ bool LineMatcher::holdsWholeWord(QStringView line) const
 
 qint64 LineMatcher::findKeyword1(QStringView line)
 {
-    const qint64 position = find(m_condition.keyword1, m_pattern1, line);
+    const qint64 from = m_firstStart ? m_firstStart(line) : 0;
+    if (from < 0)
+        return -1;
+    const qint64 position = find(m_condition.keyword1, m_pattern1, line, from);
     const bool wordWanted = m_condition.word() && !m_condition.regExp();
     if (position >= 0 && wordWanted && !holdsWholeWord(line))
         return -1;

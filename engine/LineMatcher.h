@@ -46,6 +46,13 @@ public:
     void stopWhen(const std::function<bool()> &stop) { m_stop = stop; }
     bool wasStopped() const { return m_stopped; }
 
+    /// For a keyword1 that is a pattern: tells of a line a position before which no match
+    /// begins, so that the pattern need not be tried there; -1 if the line has none.
+    void beginAt(const std::function<qint64(QStringView line)> &firstStart)
+    {
+        m_firstStart = firstStart;
+    }
+
     /// The hits of a whole text, every line visited.
     QStringList matchEveryLine(const QString &text);
 
@@ -69,7 +76,7 @@ private:
     };
 
     bool mustStop();
-    qint64 find(const QString &keyword, QRegExp &pattern, QStringView line) const;
+    qint64 find(const QString &keyword, QRegExp &pattern, QStringView line, qint64 from = 0) const;
     qint64 findKeyword1(QStringView line);
     bool holdsWholeWord(QStringView line) const;
     bool confirms(qint64 lineNumber, QStringView line);
@@ -84,6 +91,7 @@ private:
     unsigned m_visited = 0; ///< lines of all files, for the yields
     std::function<bool()> m_stop;
     bool m_stopped = false;
+    std::function<qint64(QStringView)> m_firstStart;
     PendingHit m_pending;
     QStringList m_hits;
 };

@@ -38,7 +38,8 @@ QStringList product(const QStringList &first, const QStringList &second)
         for (const QString &tail : second)
             result.append(head + tail);
     }
-    result.removeDuplicates();
+    if (result.size() > 1)
+        result.removeDuplicates();
     return result;
 }
 

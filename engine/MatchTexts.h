@@ -32,6 +32,9 @@ public:
     /// maximum -1: without limit. 0 <= minimum <= maximum otherwise.
     MatchTexts repeated(int minimum, int maximum) const;
 
+    /// All texts are known, whatever surrounds them.
+    bool isExact() const { return m_exact; }
+
     /// The best known texts of which every match contains at least one; empty
     /// when there are none.
     QStringList required() const;
