@@ -5,10 +5,12 @@
 namespace {
 
 /// A pattern of nothing but characters is looked for as a plain text, which
-/// takes other characters for the same than a pattern does.
+/// takes other characters for the same than a pattern does. Where the words of a list
+/// stand is known without an automaton, which may take long to make of many.
 LineAutomaton automatonOf(const SearchCondition &condition, const RequiredLiteral &required)
 {
-    if (!condition.regExp() || required.isWholePattern() || required.neverMatches())
+    if (!condition.regExp() || required.isWholePattern() || required.isList()
+        || required.neverMatches())
         return LineAutomaton();
     return LineAutomaton(LineMatcher::effectiveKeyword1(condition), condition.caseSensitivity());
 }
