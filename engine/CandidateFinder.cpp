@@ -177,9 +177,14 @@ void CandidateFinder::add(const QString &text, Qt::CaseSensitivity sensitivity)
     m_literals.append(literal);
 }
 
-qint64 CandidateFinder::firstStart(QStringView line) const
+qint64 CandidateFinder::nextStart(QStringView line, qint64 from) const
 {
-    return indexIn(m_list->strays, line, 0) >= 0 ? 0 : indexIn(m_list->needles, line, 0);
+    return indexIn(m_list->needles, line, from);
+}
+
+bool CandidateFinder::mayMatchAnywhere(QStringView line) const
+{
+    return indexIn(m_list->strays, line, 0) >= 0;
 }
 
 qint64 CandidateFinder::next(QStringView text, qint64 from) const

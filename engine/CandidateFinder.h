@@ -31,12 +31,15 @@ public:
     /// less than one of them stands. Only if usable().
     qint64 next(QStringView text, qint64 from) const;
 
-    /// Many texts are looked for together. Only then firstStart() is of use.
+    /// Many texts are looked for together. Only then the next two are of use.
     bool isList() const { return m_list.has_value(); }
 
-    /// A position in a line, in UTF-16 code units, before which no match begins; -1 if the
-    /// line has none. Only if isList().
-    qint64 firstStart(QStringView line) const;
+    /// The first position in a line, in UTF-16 code units and at or behind from, where a
+    /// match may begin, unless mayMatchAnywhere(); -1 if there is none.
+    qint64 nextStart(QStringView line, qint64 from) const;
+
+    /// The line has a character that is taken for another one without its case.
+    bool mayMatchAnywhere(QStringView line) const;
 
 private:
     struct Literal {

@@ -11,7 +11,10 @@ FileSearcher::FileSearcher(const SearchPlan &plan)
 {
     const CandidateFinder &finder = m_plan.finder();
     if (finder.isList() && !m_plan.visitEveryLine())
-        m_matcher.beginAt([&finder](QStringView line) { return finder.firstStart(line); });
+        m_matcher.tryAt([&finder](QStringView line, qint64 from) {
+            const bool isUnknown = from == 0 && finder.mayMatchAnywhere(line);
+            return isUnknown ? qint64(LineMatcher::Anywhere) : finder.nextStart(line, from);
+        });
 }
 
 QStringList FileSearcher::search(PieceSource &pieces, int codeSet)
