@@ -35,12 +35,3 @@ void BytePattern::removeDuplicates(QVector<BytePattern> *patterns)
     };
     patterns->erase(std::remove_if(patterns->begin(), patterns->end(), isKnown), patterns->end());
 }
-
-bool BytePattern::matchesAt(const char *bytes) const
-{
-    for (int i = 0; i < value.size(); ++i) {
-        if ((bytes[i] & mask.at(i)) != value.at(i))
-            return false;
-    }
-    return true;
-}

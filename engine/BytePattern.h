@@ -20,5 +20,14 @@ struct BytePattern {
     static void removeDuplicates(QVector<BytePattern> *patterns);
 
     /// All of the pattern's bytes must lie inside the buffer.
-    bool matchesAt(const char *bytes) const;
+    bool matchesAt(const char *bytes) const
+    {
+        const char *const values = value.constData();
+        const char *const masks = mask.constData();
+        for (int i = 0; i < value.size(); ++i) {
+            if ((bytes[i] & masks[i]) != values[i])
+                return false;
+        }
+        return true;
+    }
 };
