@@ -65,7 +65,7 @@ QString alternatives(const QStringList &list)
 QString text(const QStringList &list)
 {
     QString lines = QStringLiteral("no word of it\n");
-    const int step = std::max(list.size() / 30, 1); // the plain path takes long for many
+    const int step = std::max(list.size() / 12, 1); // the plain path takes long for many
     for (int i = 0; i < list.size(); i += step) {
         lines += QStringLiteral("x ") + list.at(i) + QStringLiteral(" y\n");
         lines +=
