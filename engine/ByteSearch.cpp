@@ -11,17 +11,6 @@ namespace {
 // nowhere does not read the whole buffer before another one's hit is found.
 constexpr qint64 PieceSize = 8192;
 
-bool matchesAt(const BytePattern &pattern, const uchar *at)
-{
-    const auto *value = reinterpret_cast<const uchar *>(pattern.value.constData());
-    const auto *mask = reinterpret_cast<const uchar *>(pattern.mask.constData());
-    for (int i = 0; i < pattern.value.size(); ++i) {
-        if ((at[i] & mask[i]) != value[i])
-            return false;
-    }
-    return true;
-}
-
 SearchKernels::BytePair rarestPair(const BytePattern &pattern)
 {
     int first = -1;
@@ -48,38 +37,21 @@ SearchKernels::BytePair rarestPair(const BytePattern &pattern)
 
 } // namespace
 
-BytePattern BytePattern::exact(const QByteArray &bytes)
-{
-    BytePattern pattern;
-    pattern.value = bytes;
-    pattern.mask = QByteArray(bytes.size(), '\xFF');
-    return pattern;
-}
-
-BytePattern BytePattern::asciiCaseInsensitive(const QByteArray &bytes)
-{
-    constexpr char CaseBit = 0x20;
-    BytePattern pattern = exact(bytes.toLower());
-    for (int i = 0; i < bytes.size(); ++i) {
-        const char byte = pattern.value.at(i);
-        if (byte < 'a' || byte > 'z')
-            pattern.value[i] = bytes.at(i); // toLower() folds Latin-1 too
-        else
-            pattern.mask[i] = static_cast<char>(~CaseBit);
-        pattern.value[i] = static_cast<char>(pattern.value.at(i) & pattern.mask.at(i));
-    }
-    return pattern;
-}
-
 ByteSearch::ByteSearch(const QVector<BytePattern> &patterns, const SearchKernels::Table &kernels)
     : m_kernels(&kernels)
 {
+    if (patterns.size() > kMostNeedles) {
+        m_table = BytePatternTable(patterns);
+        return;
+    }
     for (const BytePattern &pattern : patterns)
         m_needles.append({pattern, rarestPair(pattern)});
 }
 
 qint64 ByteSearch::indexIn(const char *bytes, qint64 size, qint64 from) const
 {
+    if (!m_table.isEmpty())
+        return m_table.indexIn(bytes, size, from);
     const auto *data = reinterpret_cast<const uchar *>(bytes);
     const qint64 piece = m_needles.size() > 1 ? PieceSize : size;
     for (qint64 start = from; start < size && !isEmpty(); start += piece) {
@@ -102,7 +74,8 @@ qint64 ByteSearch::find(const Needle &needle, const uchar *bytes, qint64 from, q
     qint64 at = from;
     while (at < end) {
         at = m_kernels->findBytePair(bytes, at, end, needle.pair);
-        if (at < end && at % needle.pattern.alignment == 0 && matchesAt(needle.pattern, bytes + at))
+        if (at < end && at % needle.pattern.alignment == 0
+            && needle.pattern.matchesAt(reinterpret_cast<const char *>(bytes + at)))
             return at;
         ++at;
     }

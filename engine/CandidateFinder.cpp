@@ -2,6 +2,8 @@
 
 #include "engine/ByteFrequency.h"
 #include "engine/CaseFolding.h"
+#include "engine/CodeSet.h"
+#include "engine/EncodedLiteral.h"
 
 #include <algorithm>
 #include <cstring>
@@ -15,6 +17,8 @@ using UnitPlace = SearchKernels::UnitPair::Place;
 // The pieces grow while nothing is found.
 constexpr qint64 kFirstPieceSize = 64;
 constexpr qint64 kLastPieceSize = 4096;
+
+constexpr int kUnitSize = 2; // bytes
 
 bool endsPair(const char16_t *text, qint64 at)
 {
@@ -78,17 +82,74 @@ RankedPlace rank(qint64 at, QVector<char16_t> variants)
     return result;
 }
 
+EncodedLiteral encoded(const QString &text, Qt::CaseSensitivity sensitivity)
+{
+    const bool isLittle = QSysInfo::ByteOrder == QSysInfo::LittleEndian;
+    return EncodedLiteral::encode(text, sensitivity,
+                                  isLittle ? CodeSet::Utf16Le : CodeSet::Utf16Be);
+}
+
+/// A beginning of the text of which the needle leaves nothing out; Unknown if there is none.
+EncodedLiteral encodedStart(const QString &text, Qt::CaseSensitivity sensitivity)
+{
+    for (const int length : {16, 8, 4, 2}) {
+        QString start = text.left(length);
+        if (start.at(start.size() - 1).isHighSurrogate())
+            start.chop(1);
+        const EncodedLiteral result = encoded(start, sensitivity);
+        const bool isWhole = result.needle.value.size() == start.size() * kUnitSize;
+        if (result.answer == EncodedLiteral::Searchable && isWhole)
+            return result;
+    }
+    return {};
+}
+
+qint64 indexIn(const ByteSearch &search, QStringView text, qint64 from)
+{
+    const auto *bytes = reinterpret_cast<const char *>(text.utf16());
+    const qint64 found = search.indexIn(bytes, text.size() * kUnitSize, from * kUnitSize);
+    return found < 0 ? -1 : found / kUnitSize;
+}
+
 } // namespace
 
 CandidateFinder::CandidateFinder(const QString &keyword1, bool regExp,
                                  Qt::CaseSensitivity sensitivity,
                                  const SearchKernels::Table &kernels)
+    : CandidateFinder(RequiredLiteral(keyword1, regExp, sensitivity), kernels)
+{
+}
+
+CandidateFinder::CandidateFinder(const RequiredLiteral &required,
+                                 const SearchKernels::Table &kernels)
     : m_kernels(&kernels)
 {
-    const RequiredLiteral required(keyword1, regExp, sensitivity);
     m_usable = required.neverMatches() || !required.alternatives().isEmpty();
+    if (required.isList())
+        m_list = listOf(required);
+    if (m_list)
+        return;
     for (const QString &text : required.alternatives())
-        add(text, sensitivity);
+        add(text, required.caseSensitivity());
+}
+
+std::optional<CandidateFinder::List> CandidateFinder::listOf(const RequiredLiteral &required)
+{
+    QVector<BytePattern> needles;
+    QVector<BytePattern> strays;
+    for (const QString &text : required.alternatives()) {
+        const EncodedLiteral encoded = encodedStart(text, required.caseSensitivity());
+        if (encoded.answer != EncodedLiteral::Searchable)
+            return std::nullopt;
+        needles.append(encoded.needle);
+        strays += encoded.strays;
+    }
+    // A single character in a pattern may agree with this one, as a text does not.
+    if (required.caseSensitivity() == Qt::CaseInsensitive)
+        strays += encoded(QString(QChar(0x130)), Qt::CaseSensitive).needle;
+    BytePattern::removeDuplicates(&needles);
+    BytePattern::removeDuplicates(&strays);
+    return List{ByteSearch(needles), ByteSearch(strays), ByteSearch(needles + strays)};
 }
 
 void CandidateFinder::add(const QString &text, Qt::CaseSensitivity sensitivity)
@@ -116,8 +177,20 @@ void CandidateFinder::add(const QString &text, Qt::CaseSensitivity sensitivity)
     m_literals.append(literal);
 }
 
+qint64 CandidateFinder::nextStart(QStringView line, qint64 from) const
+{
+    return indexIn(m_list->needles, line, from);
+}
+
+bool CandidateFinder::mayMatchAnywhere(QStringView line) const
+{
+    return indexIn(m_list->strays, line, 0) >= 0;
+}
+
 qint64 CandidateFinder::next(QStringView text, qint64 from) const
 {
+    if (m_list)
+        return indexIn(m_list->all, text, from);
     const char16_t *const units = text.utf16();
     qint64 piece = m_literals.size() > 1 ? kFirstPieceSize : text.size();
     qint64 start = from;

@@ -9,6 +9,12 @@ FileSearcher::FileSearcher(const SearchPlan &plan)
     , m_matcher(plan.condition(), plan.limits().tabcolm)
     , m_rawLines(m_plan, m_matcher)
 {
+    const CandidateFinder &finder = m_plan.finder();
+    if (finder.isList() && !m_plan.visitEveryLine())
+        m_matcher.tryAt([&finder](QStringView line, qint64 from) {
+            const bool isUnknown = from == 0 && finder.mayMatchAnywhere(line);
+            return isUnknown ? qint64(LineMatcher::Anywhere) : finder.nextStart(line, from);
+        });
 }
 
 QStringList FileSearcher::search(PieceSource &pieces, int codeSet)

@@ -45,7 +45,11 @@ bool hasHighByte(const BytePattern &pattern)
 
 KeywordPrefilter::KeywordPrefilter(const QString &keyword1, bool regExp,
                                    Qt::CaseSensitivity sensitivity)
-    : m_required(keyword1, regExp, sensitivity)
+    : KeywordPrefilter(RequiredLiteral(keyword1, regExp, sensitivity))
+{
+}
+
+KeywordPrefilter::KeywordPrefilter(const RequiredLiteral &required) : m_required(required)
 {
 }
 
@@ -106,6 +110,8 @@ void KeywordPrefilter::prepare(Plan *plan, int codeSet) const
         needles.append(encoded.needle);
         strays += encoded.strays;
     }
+    BytePattern::removeDuplicates(&needles);
+    BytePattern::removeDuplicates(&strays);
     plan->answer = needles.isEmpty() ? Plan::PassNone : Plan::Search;
     plan->needles = ByteSearch(needles);
     plan->strays = ByteSearch(strays);

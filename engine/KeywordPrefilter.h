@@ -27,6 +27,7 @@ class KeywordPrefilter {
 public:
     /// keyword1 as it is matched, see RequiredLiteral.
     KeywordPrefilter(const QString &keyword1, bool regExp, Qt::CaseSensitivity sensitivity);
+    explicit KeywordPrefilter(const RequiredLiteral &required);
 
     /// False only if no line of the file's decoded text can match. size in
     /// bytes; codeSet is the number that the file would be decoded with.

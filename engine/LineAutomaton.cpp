@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <map>
-#include <set>
 #include <utility>
 
 namespace {
@@ -16,28 +15,35 @@ constexpr int kCarriageReturn = '\r';
 
 class GraphWalk {
 public:
-    explicit GraphWalk(const PatternGraph &graph) : m_graph(graph) { }
+    explicit GraphWalk(const PatternGraph &graph)
+        : m_graph(graph), m_isReached(graph.states().size())
+    {
+    }
 
     enum class Place { InLine, AtLineEnd };
 
     /// The states and all that are reached from them without a symbol.
     StateSet closed(const StateSet &states, Place place = Place::InLine) const
     {
-        std::set<int> reached(states.cbegin(), states.cend());
-        StateSet open = states;
+        StateSet reached;
         const auto reach = [&](int state) {
-            if (reached.insert(state).second)
-                open.push_back(state);
+            if (!m_isReached[size_t(state)])
+                reached.push_back(state);
+            m_isReached[size_t(state)] = true;
         };
-        while (!open.empty()) {
-            const PatternGraph::State &state = m_graph.states()[size_t(open.back())];
-            open.pop_back();
+        for (const int state : states)
+            reach(state);
+        for (size_t done = 0; done < reached.size(); ++done) {
+            const PatternGraph::State &state = m_graph.states()[size_t(reached[done])];
             for (const int next : state.free)
                 reach(next);
             if (place == Place::AtLineEnd && state.atLineEnd >= 0)
                 reach(state.atLineEnd);
         }
-        return StateSet(reached.cbegin(), reached.cend());
+        for (const int state : reached)
+            m_isReached[size_t(state)] = false;
+        std::sort(reached.begin(), reached.end());
+        return reached;
     }
 
     /// Where symbol leads from the states, closed; a match may begin anywhere.
@@ -67,6 +73,7 @@ public:
 
 private:
     const PatternGraph &m_graph;
+    mutable std::vector<bool> m_isReached; // of all states, while they are closed
 };
 
 /// Symbols that no edge of the graph tells apart are one class.

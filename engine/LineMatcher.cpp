@@ -34,6 +34,7 @@ LineMatcher::LineMatcher(const SearchCondition &condition, int tabWidth)
         return;
     const Qt::CaseSensitivity sensitivity = condition.caseSensitivity();
     m_pattern1 = PatternLimits::compiled(m_condition.keyword1, sensitivity);
+    m_asksBefore = m_condition.keyword1.contains(QLatin1String("\\b"), Qt::CaseInsensitive);
     m_pattern2 = PatternLimits::compiled(m_condition.keyword2, sensitivity);
     m_pattern3 = PatternLimits::compiled(m_condition.keyword3, sensitivity);
 }
@@ -85,6 +86,25 @@ qint64 LineMatcher::find(const QString &keyword, QRegExp &pattern, QStringView l
     return line.indexOf(keyword, 0, m_condition.caseSensitivity());
 }
 
+/// A search backward tries its place alone, and what is before it in the text.
+bool LineMatcher::matchesAt(QStringView line, qint64 start) const
+{
+    const qint64 first = m_asksBefore ? std::max<qint64>(start - 1, 0) : start;
+    const int place = static_cast<int>(start - first);
+    const auto caret = start > 0 ? QRegExp::CaretWontMatch : QRegExp::CaretAtZero;
+    return m_pattern1.lastIndexIn(withoutCopy(line.mid(first)), place, caret) == place;
+}
+
+qint64 LineMatcher::findAtStarts(QStringView line) const
+{
+    qint64 start = m_nextStart(line, 0);
+    if (start == Anywhere)
+        return m_pattern1.indexIn(withoutCopy(line));
+    while (start != Nowhere && !matchesAt(line, start))
+        start = m_nextStart(line, start + 1);
+    return start;
+}
+
 bool LineMatcher::holdsWholeWord(QStringView line) const
 {
     const QStringList pieces = withoutCopy(line).split(m_wordBoundary);
@@ -95,7 +115,8 @@ bool LineMatcher::holdsWholeWord(QStringView line) const
 
 qint64 LineMatcher::findKeyword1(QStringView line)
 {
-    const qint64 position = find(m_condition.keyword1, m_pattern1, line);
+    const qint64 position =
+        m_nextStart ? findAtStarts(line) : find(m_condition.keyword1, m_pattern1, line);
     const bool wordWanted = m_condition.word() && !m_condition.regExp();
     if (position >= 0 && wordWanted && !holdsWholeWord(line))
         return -1;

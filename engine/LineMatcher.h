@@ -46,6 +46,15 @@ public:
     void stopWhen(const std::function<bool()> &stop) { m_stop = stop; }
     bool wasStopped() const { return m_stopped; }
 
+    /// What NextStart says if it does not know, or there is no such place.
+    enum Start : qint64 { Nowhere = -1, Anywhere = -2 };
+    /// The first position in a line, at or behind from, where a match of keyword1 may
+    /// begin. Anywhere is only said for from 0.
+    using NextStart = std::function<qint64(QStringView line, qint64 from)>;
+
+    /// For a keyword1 that is a pattern: it is tried only there.
+    void tryAt(const NextStart &nextStart) { m_nextStart = nextStart; }
+
     /// The hits of a whole text, every line visited.
     QStringList matchEveryLine(const QString &text);
 
@@ -70,6 +79,8 @@ private:
 
     bool mustStop();
     qint64 find(const QString &keyword, QRegExp &pattern, QStringView line) const;
+    bool matchesAt(QStringView line, qint64 start) const;
+    qint64 findAtStarts(QStringView line) const;
     qint64 findKeyword1(QStringView line);
     bool holdsWholeWord(QStringView line) const;
     bool confirms(qint64 lineNumber, QStringView line);
@@ -84,6 +95,8 @@ private:
     unsigned m_visited = 0; ///< lines of all files, for the yields
     std::function<bool()> m_stop;
     bool m_stopped = false;
+    NextStart m_nextStart;
+    bool m_asksBefore = false; // m_pattern1, for the unit before a match, as "\b" does
     PendingHit m_pending;
     QStringList m_hits;
 };

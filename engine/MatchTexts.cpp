@@ -11,28 +11,63 @@ constexpr int kMaxCopies = 8;
 
 const QStringList kEmptyText = {QString()};
 
-/// Every text of the first list with every text of the second behind it; empty
-/// when that would be too many.
-QStringList joined(const QStringList &first, const QStringList &second)
+// Shorter ones of a long list stand on nearly every line.
+constexpr int kMinListedWeight = 2;
+
+/// A character beyond ASCII is as good as two.
+int weight(const QString &text)
+{
+    const auto wide =
+        std::count_if(text.cbegin(), text.cend(), [](QChar c) { return c.unicode() >= 0x80; });
+    return text.size() + static_cast<int>(wide);
+}
+
+bool isTooMuch(const QStringList &texts)
+{
+    if (texts.size() <= MatchTexts::kMaxTexts)
+        return false;
+    return texts.size() > MatchTexts::kMaxListed
+        || std::any_of(texts.cbegin(), texts.cend(),
+                       [](const QString &text) { return weight(text) < kMinListedWeight; });
+}
+
+QStringList product(const QStringList &first, const QStringList &second)
 {
     QStringList result;
-    if (first.size() * second.size() > MatchTexts::kMaxTexts)
-        return result;
     for (const QString &head : first) {
         for (const QString &tail : second)
             result.append(head + tail);
     }
-    result.removeDuplicates();
+    if (result.size() > 1)
+        result.removeDuplicates();
     return result;
 }
 
-QStringList united(const QStringList &first, const QStringList &second)
+/// Every text of the first list with every text of the second behind it; empty
+/// when that would be too many.
+QStringList joined(const QStringList &first, const QStringList &second)
 {
-    QStringList result = first + second;
-    result.removeDuplicates();
-    if (result.size() > MatchTexts::kMaxTexts)
-        result.clear();
-    return result;
+    const bool isTooMany = qint64(first.size()) * second.size() > MatchTexts::kMaxTexts;
+    return isTooMany ? QStringList() : product(first, second);
+}
+
+/// The same of lists that are exact. A single text before or behind a long list makes
+/// each of the list longer, so that this ends with what isShort().
+QStringList joinedExactly(const QStringList &first, const QStringList &second)
+{
+    if (second == kEmptyText)
+        return first;
+    if (first == kEmptyText)
+        return second;
+    const bool isOneSingle = first.size() == 1 || second.size() == 1;
+    return isOneSingle ? product(first, second) : joined(first, second);
+}
+
+/// Without duplicates; empty when that would be too many.
+QStringList listed(QStringList texts)
+{
+    texts.removeDuplicates();
+    return isTooMuch(texts) ? QStringList() : texts;
 }
 
 bool isShort(const QStringList &texts)
@@ -56,7 +91,7 @@ QStringList cutToTails(QStringList texts)
 }
 
 /// How much a search for these texts rules out: longer is better, more of them
-/// is worse, and a character beyond ASCII is as good as two.
+/// is worse.
 int score(const QStringList &texts)
 {
     constexpr int LengthWeight = 4;
@@ -64,22 +99,18 @@ int score(const QStringList &texts)
     if (texts.isEmpty())
         return 0;
     int shortest = EnoughLength;
-    for (const QString &text : texts) {
-        const auto wide =
-            std::count_if(text.cbegin(), text.cend(), [](QChar c) { return c.unicode() >= 0x80; });
-        shortest = std::min(shortest, text.size() + static_cast<int>(wide));
-    }
-    return shortest == 0 ? 0 : LengthWeight * shortest + MatchTexts::kMaxTexts - texts.size();
+    for (const QString &text : texts)
+        shortest = std::min(shortest, weight(text));
+    const int fewness = std::max(MatchTexts::kMaxTexts - texts.size(), 0);
+    return shortest == 0 ? 0 : LengthWeight * shortest + fewness;
 }
 
-QStringList better(const QStringList &first, const QStringList &second)
-{
-    return score(second) > score(first) ? second : first;
-}
-
-/// Without the texts that contain another one of the list.
+/// Without the texts that contain another one of the list. Not of a long list, in
+/// which that would take longer than looking for all of them.
 QStringList withoutContaining(const QStringList &texts)
 {
+    if (texts.size() > MatchTexts::kMaxTexts)
+        return texts;
     QStringList result;
     for (const QString &text : texts) {
         const bool containsOther =
@@ -110,6 +141,16 @@ MatchTexts MatchTexts::anything()
     return result;
 }
 
+MatchTexts::Rated MatchTexts::rated(const QStringList &texts)
+{
+    return {texts, score(texts)};
+}
+
+MatchTexts::Rated MatchTexts::better(const Rated &first, const Rated &second)
+{
+    return second.score > first.score ? second : first;
+}
+
 MatchTexts MatchTexts::loosened() const
 {
     if (!m_exact)
@@ -117,14 +158,14 @@ MatchTexts MatchTexts::loosened() const
     MatchTexts result;
     result.m_heads = cutToHeads(m_texts);
     result.m_tails = cutToTails(m_texts);
-    result.m_inside = m_texts;
+    result.m_inside = rated(m_texts);
     return result;
 }
 
 MatchTexts MatchTexts::followedBy(const MatchTexts &next) const
 {
     if (m_exact && next.m_exact) {
-        const QStringList texts = joined(m_texts, next.m_texts);
+        const QStringList texts = joinedExactly(m_texts, next.m_texts);
         if (!texts.isEmpty() && isShort(texts))
             return exactly(texts);
     }
@@ -137,31 +178,53 @@ MatchTexts MatchTexts::followedBy(const MatchTexts &next) const
     MatchTexts result;
     result.m_heads = longHeads.isEmpty() ? first.m_heads : cutToHeads(longHeads);
     result.m_tails = longTails.isEmpty() ? second.m_tails : cutToTails(longTails);
-    result.m_inside =
-        better(better(first.m_inside, second.m_inside), joined(first.m_tails, second.m_heads));
+    result.m_inside = better(better(first.m_inside, second.m_inside),
+                             rated(joined(first.m_tails, second.m_heads)));
     return result;
 }
 
 MatchTexts MatchTexts::orElse(const MatchTexts &other) const
 {
-    if (m_exact && other.m_exact) {
-        const QStringList texts = united(m_texts, other.m_texts);
-        if (!texts.isEmpty())
-            return exactly(texts);
+    return anyOf({*this, other});
+}
+
+MatchTexts MatchTexts::anyOf(const QVector<MatchTexts> &alternatives)
+{
+    if (alternatives.size() == 1)
+        return alternatives.first();
+    QStringList all;
+    for (const MatchTexts &alternative : alternatives) {
+        if (!alternative.m_exact)
+            return loosenedAnyOf(alternatives);
+        all += alternative.m_texts;
     }
-    const MatchTexts first = loosened();
-    const MatchTexts second = other.loosened();
+    const QStringList texts = listed(all);
+    return texts.isEmpty() ? loosenedAnyOf(alternatives) : exactly(texts);
+}
+
+MatchTexts MatchTexts::loosenedAnyOf(const QVector<MatchTexts> &alternatives)
+{
+    QStringList heads;
+    QStringList tails;
+    QStringList inside;
+    bool isInsideKnown = true;
+    for (const MatchTexts &alternative : alternatives) {
+        const MatchTexts loose = alternative.loosened();
+        heads += loose.m_heads;
+        tails += loose.m_tails;
+        const QStringList required = loose.required();
+        isInsideKnown = isInsideKnown && !required.isEmpty();
+        inside += required;
+    }
+    heads = listed(heads);
+    tails = listed(tails);
     MatchTexts result = anything();
-    const QStringList heads = united(first.m_heads, second.m_heads);
-    const QStringList tails = united(first.m_tails, second.m_tails);
     if (!heads.isEmpty())
         result.m_heads = heads;
     if (!tails.isEmpty())
         result.m_tails = tails;
-    const QStringList firstInside = first.required();
-    const QStringList secondInside = second.required();
-    if (!firstInside.isEmpty() && !secondInside.isEmpty())
-        result.m_inside = united(firstInside, secondInside);
+    if (isInsideKnown)
+        result.m_inside = rated(listed(inside));
     return result;
 }
 
@@ -191,6 +254,6 @@ MatchTexts MatchTexts::repeated(int minimum, int maximum) const
 QStringList MatchTexts::required() const
 {
     const MatchTexts all = loosened();
-    const QStringList best = better(better(all.m_inside, all.m_heads), all.m_tails);
-    return score(best) == 0 ? QStringList() : withoutContaining(best);
+    const Rated best = better(better(all.m_inside, rated(all.m_heads)), rated(all.m_tails));
+    return best.score == 0 ? QStringList() : withoutContaining(best.texts);
 }

@@ -100,13 +100,13 @@ MatchTexts RegExpLiteralParser::notPlain(const MatchTexts &texts)
 
 MatchTexts RegExpLiteralParser::expression()
 {
-    MatchTexts texts = term();
+    QVector<MatchTexts> alternatives = {term()};
     while (!m_failed && current() == '|') {
         m_plain = false;
         take();
-        texts = texts.orElse(term());
+        alternatives.append(term());
     }
-    return texts;
+    return MatchTexts::anyOf(alternatives);
 }
 
 MatchTexts RegExpLiteralParser::term()

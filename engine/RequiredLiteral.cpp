@@ -27,6 +27,7 @@ void RequiredLiteral::readPattern(const QString &pattern)
     const MatchTexts texts = parser.parse();
     if (!parser.isPlain()) {
         m_alternatives = texts.required();
+        m_list = texts.isExact() && m_alternatives.size() > MatchTexts::kMaxTexts;
         return;
     }
     // QRegExp looks for such a pattern as for any other string, except that it

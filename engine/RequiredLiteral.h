@@ -17,6 +17,9 @@ public:
     /// There is one alternative, and every line that holds it matches.
     bool isWholePattern() const { return m_wholePattern; }
 
+    /// The alternatives are many, and each match begins where one of them stands.
+    bool isList() const { return m_list; }
+
     /// The keyword is an invalid pattern or beyond PatternLimits: it never matches.
     bool neverMatches() const { return m_neverMatches; }
 
@@ -28,5 +31,6 @@ private:
     Qt::CaseSensitivity m_sensitivity;
     QStringList m_alternatives;
     bool m_wholePattern = false;
+    bool m_list = false;
     bool m_neverMatches = false;
 };

@@ -5,27 +5,32 @@
 namespace {
 
 /// A pattern of nothing but characters is looked for as a plain text, which
-/// takes other characters for the same than a pattern does.
-LineAutomaton automatonOf(const SearchCondition &condition)
+/// takes other characters for the same than a pattern does. Where the words of a list
+/// stand is known without an automaton, which may take long to make of many.
+LineAutomaton automatonOf(const SearchCondition &condition, const RequiredLiteral &required)
 {
-    const QString keyword = LineMatcher::effectiveKeyword1(condition);
-    const Qt::CaseSensitivity sensitivity = condition.caseSensitivity();
-    const RequiredLiteral required(keyword, condition.regExp(), sensitivity);
-    if (!condition.regExp() || required.isWholePattern() || required.neverMatches())
+    if (!condition.regExp() || required.isWholePattern() || required.isList()
+        || required.neverMatches())
         return LineAutomaton();
-    return LineAutomaton(keyword, sensitivity);
+    return LineAutomaton(LineMatcher::effectiveKeyword1(condition), condition.caseSensitivity());
 }
 
 } // namespace
 
 SearchPlan::SearchPlan(const SearchCondition &condition, const EngineOptions &options)
+    : SearchPlan(condition, options,
+                 RequiredLiteral(LineMatcher::effectiveKeyword1(condition), condition.regExp(),
+                                 condition.caseSensitivity()))
+{
+}
+
+SearchPlan::SearchPlan(const SearchCondition &condition, const EngineOptions &options,
+                       const RequiredLiteral &required)
     : m_condition(condition)
     , m_limits(options.limits)
     , m_visitEveryLine(options.visitEveryLine)
-    , m_prefilter(LineMatcher::effectiveKeyword1(condition), condition.regExp(),
-                  condition.caseSensitivity())
-    , m_finder(LineMatcher::effectiveKeyword1(condition), condition.regExp(),
-               condition.caseSensitivity())
-    , m_automaton(automatonOf(condition))
+    , m_prefilter(required)
+    , m_finder(required)
+    , m_automaton(automatonOf(condition, required))
 {
 }

@@ -21,6 +21,9 @@ public:
     const LineAutomaton &automaton() const { return m_automaton; }
 
 private:
+    SearchPlan(const SearchCondition &condition, const EngineOptions &options,
+               const RequiredLiteral &required);
+
     SearchCondition m_condition;
     SearchLimits m_limits;
     bool m_visitEveryLine;

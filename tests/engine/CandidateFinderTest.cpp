@@ -1,8 +1,12 @@
 #include "engine/CandidateFinder.h"
 
+#include "tests/support/TestLength.h"
+
 #include <QRandomGenerator>
 #include <QRegExp>
 #include <QTest>
+
+#include <iterator>
 
 class CandidateFinderTest : public QObject {
     Q_OBJECT
@@ -21,6 +25,9 @@ private slots:
     void plainKeywordsAreFoundWhereQStringFindsThem();
     void noLineThatAPatternMatchesIsPassedOver_data();
     void noLineThatAPatternMatchesIsPassedOver();
+    void onlyALongListIsTriedFromSomewhere();
+    void matchesOfALongListBeginWhereItsTextsStand_data();
+    void matchesOfALongListBeginWhereItsTextsStand();
 };
 
 namespace {
@@ -214,6 +221,78 @@ void CandidateFinderTest::noLineThatAPatternMatchesIsPassedOver()
         }
     }
     QVERIFY(matching > Rounds / 20);
+}
+
+void CandidateFinderTest::onlyALongListIsTriedFromSomewhere()
+{
+    const QString few = QStringLiteral("aa|bb|cc|dd|ee|ff|gg|hh|ii|jj|kk|ll|mm|nn|oo|pp");
+    const auto finder = [](const QString &list) {
+        return CandidateFinder(list, true, Qt::CaseSensitive);
+    };
+    QVERIFY(!finder(few).isList());
+    const CandidateFinder list = finder(few + QStringLiteral("|漢"));
+    QVERIFY(list.isList());
+    QCOMPARE(list.nextStart(QStringLiteral("x漢 aa"), 0), qint64(1));
+    QCOMPARE(list.nextStart(QStringLiteral("x漢 aa"), 2), qint64(3));
+    QCOMPARE(list.nextStart(QStringLiteral("x漢 aa"), 4), qint64(-1));
+    QCOMPARE(list.nextStart(QStringLiteral("x a"), 0), qint64(-1));
+    QCOMPARE(list.nextStart(QStringLiteral(""), 0), qint64(-1));
+    QVERIFY(!list.mayMatchAnywhere(QStringLiteral("x漢 aa\u212A")));
+    const CandidateFinder caseless(few + QStringLiteral("|kelvin"), true, Qt::CaseInsensitive);
+    QVERIFY(caseless.mayMatchAnywhere(QStringLiteral("x\u212Aelvin")));
+    QVERIFY(caseless.mayMatchAnywhere(QStringLiteral("x\u0130")));
+    QVERIFY(!caseless.mayMatchAnywhere(QStringLiteral("KELVIN kelvin")));
+    QCOMPARE(caseless.nextStart(QStringLiteral("x KELVIN"), 0), qint64(2));
+    QCOMPARE(list.next(QStringLiteral("aa b\nx漢\n"), 0), qint64(0));
+    QCOMPARE(list.next(QStringLiteral("aa b\nx漢\n"), 5), qint64(6));
+    QCOMPARE(list.next(QStringLiteral("aa b\nx漢\n"), 8), qint64(-1));
+}
+
+void CandidateFinderTest::matchesOfALongListBeginWhereItsTextsStand_data()
+{
+    QTest::addColumn<Qt::CaseSensitivity>("sensitivity");
+    QTest::newRow("case counts") << Qt::CaseSensitive;
+    QTest::newRow("case ignored") << Qt::CaseInsensitive;
+}
+
+void CandidateFinderTest::matchesOfALongListBeginWhereItsTextsStand()
+{
+    QFETCH(Qt::CaseSensitivity, sensitivity);
+    static const char *const forms[] = {"%1", "\\b(%1)", "(%1)\\b", "^(%1)", "a(%1)", "(%1)(?!a)"};
+    QRandomGenerator random(11);
+    int matches = 0;
+    int later = 0;
+    for (int round = 0; round < TestLength::rounds(400, 20000); ++round) {
+        const auto piece = [&random, round](int size) {
+            if (round % 2 == 0)
+                return randomText(&random, size);
+            QString text;
+            while (text.size() < size) // nothing that is the same without case only
+                text += QStringLiteral("abcdABCD 漢字")[random.bounded(11)];
+            return text;
+        };
+        QStringList words;
+        while (words.size() < 40)
+            words.append(piece(2 + random.bounded(5)));
+        const QString form = QLatin1String(forms[random.bounded(int(std::size(forms)))]);
+        const QString keyword = form.arg(words.join(QLatin1Char('|')));
+        const CandidateFinder finder(keyword, true, sensitivity);
+        const QRegExp expression(keyword, sensitivity);
+        if (!finder.isList())
+            continue;
+        for (int i = 0; i < 20; ++i) {
+            const QString line = piece(random.bounded(20)) + words.at(random.bounded(words.size()))
+                + piece(random.bounded(20));
+            const int expected = expression.indexIn(line);
+            if (expected < 0 || finder.mayMatchAnywhere(line))
+                continue;
+            QCOMPARE(finder.nextStart(line, expected), qint64(expected));
+            ++matches;
+            later += expected > 0 ? 1 : 0;
+        }
+    }
+    QVERIFY2(matches > 500 && later > 500,
+             qPrintable(QStringLiteral("%1, %2").arg(matches).arg(later)));
 }
 
 QTEST_GUILESS_MAIN(CandidateFinderTest)

@@ -12,6 +12,11 @@ private slots:
     void aTextThatMayBeEmptyRequiresNothing();
     void oneUnknownBranchMakesAllUnknown();
     void tooManyTextsAreForgotten();
+    void aLongListOfAlternativesIsKept();
+    void aListBehindOrBeforeATextIsKept();
+    void aListWithATextOfOneLetterIsForgotten();
+    void aListThatIsTooLongIsForgotten();
+    void anAlternativeThatIsUnknownMakesAListUnknown();
     void longTextsAreCut();
     void copiesAreCounted();
     void moreCopiesKeepTheEnds();
@@ -28,6 +33,15 @@ MatchTexts text(const char *text)
 MatchTexts oneOf(const QStringList &texts)
 {
     return MatchTexts::exactly(texts);
+}
+
+/// So many texts, from 1000 on.
+MatchTexts numbers(int count)
+{
+    QVector<MatchTexts> all;
+    for (int i = 0; i < count; ++i)
+        all.append(oneOf({QString::number(1000 + i)}));
+    return MatchTexts::anyOf(all);
 }
 
 QString required(const MatchTexts &texts)
@@ -89,6 +103,52 @@ void MatchTextsTest::tooManyTextsAreForgotten()
     for (char letter = 'a'; letter <= 'g'; ++letter)
         many = many.orElse(oneOf({QString(QLatin1Char(letter))}));
     QVERIFY(many.required().isEmpty());
+}
+
+void MatchTextsTest::aLongListOfAlternativesIsKept()
+{
+    const MatchTexts list = numbers(1000);
+    QVERIFY(list.isExact());
+    QCOMPARE(list.required().size(), 1000);
+    const MatchTexts twice = MatchTexts::anyOf({list, list, text("99")});
+    QCOMPARE(twice.required().size(), 1001);
+}
+
+void MatchTextsTest::aListBehindOrBeforeATextIsKept()
+{
+    const MatchTexts list = numbers(1000);
+    const MatchTexts around = text("<").followedBy(list).followedBy(text(">"));
+    QVERIFY(around.isExact());
+    QCOMPARE(around.required().size(), 1000);
+    QCOMPARE(around.required().first(), QStringLiteral("<1000>"));
+    QVERIFY(list.followedBy(text("")).isExact());
+    QVERIFY(!list.followedBy(MatchTexts::anything()).isExact());
+    QCOMPARE(list.followedBy(MatchTexts::anything()).required().size(), 1000);
+    QCOMPARE(list.followedBy(oneOf({QString(), QStringLiteral("s")})).required().size(), 1000);
+    QCOMPARE(list.followedBy(list).required().size(), 1000);
+}
+
+void MatchTextsTest::aListWithATextOfOneLetterIsForgotten()
+{
+    QVERIFY(numbers(15).orElse(text("x")).isExact());
+    QVERIFY(!numbers(16).orElse(text("x")).isExact());
+    QVERIFY(numbers(16).orElse(text("x")).required().isEmpty());
+    QVERIFY(numbers(16).orElse(text("")).required().isEmpty());
+    QCOMPARE(numbers(16).orElse(text("漢")).required().size(), 17);
+}
+
+void MatchTextsTest::aListThatIsTooLongIsForgotten()
+{
+    QCOMPARE(numbers(MatchTexts::kMaxListed).required().size(), int(MatchTexts::kMaxListed));
+    QVERIFY(numbers(MatchTexts::kMaxListed + 1).required().isEmpty());
+}
+
+void MatchTextsTest::anAlternativeThatIsUnknownMakesAListUnknown()
+{
+    QVERIFY(numbers(100).orElse(MatchTexts::anything()).required().isEmpty());
+    const MatchTexts loose = text("head").followedBy(MatchTexts::anything());
+    QVERIFY(!numbers(100).orElse(loose).isExact());
+    QCOMPARE(numbers(100).orElse(loose).required().size(), 101);
 }
 
 void MatchTextsTest::longTextsAreCut()

@@ -19,6 +19,8 @@ private slots:
     void aPatternsLiteralIsFound_data();
     void aPatternsLiteralIsFound();
     void onlyAPatternOfCharactersIsWhole();
+    void whereMatchesOfAListBeginIsKnown_data();
+    void whereMatchesOfAListBeginIsKnown();
     void wordBoundariesLeaveTheLiteral();
     void aPlainPatternIsLookedForInLowerCase();
     void aClassIsNoLiteralWhenCaseIsIgnored();
@@ -248,6 +250,44 @@ void RequiredLiteralTest::onlyAPatternOfCharactersIsWhole()
     QVERIFY(!isWhole("foo|foo"));
     QVERIFY(!isWhole("foo(?=b)"));
     QVERIFY(!isWhole("foo."));
+}
+
+void RequiredLiteralTest::whereMatchesOfAListBeginIsKnown_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QString>("behind");
+    QTest::addColumn<bool>("isList");
+    const auto add = [](const char *name, const char *before, const char *behind, bool isList) {
+        QTest::newRow(name) << QString::fromLatin1(before) << QString::fromLatin1(behind) << isList;
+    };
+    add("alone", "", "", true);
+    add("between boundaries", "\\b", "\\b", true);
+    add("behind a text", "x", "", true);
+    add("before a text", "^", "x$", true);
+    add("before a lookahead", "", "(?=x)", true);
+    add("behind a lookahead", "(?!x)", "", true);
+    add("behind anything", ".*", "", false);
+    add("behind what may be there", "x?", "", false);
+    add("before anything", "", "\\w", false);
+    add("once or more", "", "+", false);
+}
+
+void RequiredLiteralTest::whereMatchesOfAListBeginIsKnown()
+{
+    QFETCH(QString, before);
+    QFETCH(QString, behind);
+    QFETCH(bool, isList);
+    QStringList words;
+    for (int i = 100; i < 116; ++i)
+        words.append(QString::number(i));
+    const auto literal = [&] {
+        const QString list = QLatin1Char('(') + words.join(QLatin1Char('|')) + QLatin1Char(')');
+        return RequiredLiteral(before + list + behind, true, Qt::CaseSensitive);
+    };
+    QVERIFY(!literal().isList()); // the texts of a short list are not all kept
+    words.append(QStringLiteral("116"));
+    QCOMPARE(literal().isList(), isList);
+    QVERIFY(!literal().alternatives().isEmpty());
 }
 
 void RequiredLiteralTest::wordBoundariesLeaveTheLiteral()

@@ -5,6 +5,7 @@
 #include "engine/SearchPlan.h"
 #include "tests/engine_support/CutContent.h"
 
+#include <QRegExp>
 #include <QStringList>
 #include <QTextCodec>
 
@@ -169,7 +170,8 @@ QString SearchCaseGenerator::text()
     if (oneIn(2))
         whole += line();
     if (oneIn(40)) // over the decoder's pieces of 16,384 bytes
-        whole.prepend(QString(16384 - 20 + below(40), QLatin1Char(oneIn(2) ? 'x' : '\n')));
+        whole.prepend(
+            QString(16384 - 20 + below(40), QLatin1Char(oneIn(2) && !m_isList ? 'x' : '\n')));
     return whole;
 }
 
@@ -205,15 +207,79 @@ void SearchCaseGenerator::damage(QByteArray *bytes)
     }
 }
 
+/// Mostly of nothing but characters, and seldom of one only, which keeps a list from being
+/// one.
+QString SearchCaseGenerator::listedWord()
+{
+    static const QStringList parts{QStringLiteral("[ab]"), QStringLiteral("\\w"),
+                                   QStringLiteral("x?"),   QStringLiteral("\\b"),
+                                   QStringLiteral("$"),    QStringLiteral("(?=a)"),
+                                   QStringLiteral("a{2}"), QStringLiteral(".*")};
+    if (oneIn(300))
+        return oneIn(2) ? QString() : pick(m_alphabet);
+    QString plain = pick(m_alphabet) + word();
+    if (oneIn(2))
+        plain += word() + word();
+    if (oneIn(20)) // so that texts have it, and words that are made of it
+        m_alphabet.append(plain);
+    QString text = QRegExp::escape(plain);
+    if (oneIn(60))
+        text.insert(oneIn(2) ? 0 : text.size(), pick(parts));
+    return text;
+}
+
+QString SearchCaseGenerator::list()
+{
+    QStringList words;
+    for (int count = 10 + below(90); count > 0; --count)
+        words.append(listedWord());
+    const QString all = words.join(QLatin1Char('|'));
+    const QString group = QLatin1Char('(') + all + QLatin1Char(')');
+    const QString boundary = QStringLiteral("\\b");
+    switch (below(9)) {
+    case 0:
+        return boundary + group + boundary;
+    case 1:
+        return QRegExp::escape(word()) + group;
+    case 2:
+        return group + QRegExp::escape(word());
+    case 3:
+        return QLatin1Char('^') + group;
+    case 4:
+        return group + patternAtom(1);
+    case 5:
+        return pattern(1) + group + QLatin1Char('$');
+    default:
+        return all;
+    }
+}
+
 SearchCase SearchCaseGenerator::next()
 {
     m_alphabet = alphabets().at(below(alphabets().size()));
-    SearchCase made;
-    SearchCondition &condition = made.condition;
-    condition.flg = (oneIn(2) ? SearchCondition::RegExpFlag : 0)
+    const int flags = (oneIn(2) ? SearchCondition::RegExpFlag : 0)
         | (oneIn(4) ? SearchCondition::WordFlag : 0)
         | (oneIn(2) ? SearchCondition::IgnoreCaseFlag : 0);
-    condition.keyword1 = keyword(condition.regExp());
+    return withKeyword1(keyword((flags & SearchCondition::RegExpFlag) != 0), flags);
+}
+
+SearchCase SearchCaseGenerator::nextWithList()
+{
+    m_alphabet = alphabets().at(below(alphabets().size()));
+    const int flags = SearchCondition::RegExpFlag | (oneIn(8) ? SearchCondition::WordFlag : 0)
+        | (oneIn(2) ? SearchCondition::IgnoreCaseFlag : 0);
+    m_isList = true; // QRegExp takes long for a list on a long line
+    const SearchCase made = withKeyword1(list(), flags);
+    m_isList = false;
+    return made;
+}
+
+SearchCase SearchCaseGenerator::withKeyword1(const QString &keyword1, int flags)
+{
+    SearchCase made;
+    SearchCondition &condition = made.condition;
+    condition.flg = flags;
+    condition.keyword1 = keyword1;
     if (oneIn(4))
         condition.keyword2 = keyword(condition.regExp());
     if (oneIn(4))

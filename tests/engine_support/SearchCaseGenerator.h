@@ -37,8 +37,11 @@ public:
     explicit SearchCaseGenerator(quint32 seed);
 
     SearchCase next();
+    /// The same with a pattern of many words as keyword1.
+    SearchCase nextWithList();
 
 private:
+    SearchCase withKeyword1(const QString &keyword1, int flags);
     int below(int bound);
     bool oneIn(int chances);
     const QString &pick(const QStringList &texts);
@@ -47,6 +50,8 @@ private:
     QString keyword(bool pattern);
     QString patternAtom(int depth);
     QString pattern(int depth);
+    QString listedWord();
+    QString list();
     QString line();
     QString text();
     QByteArray encode(const QString &text, int codeSet);
@@ -54,4 +59,5 @@ private:
 
     std::mt19937 m_random;
     QStringList m_alphabet;
+    bool m_isList = false;
 };
