@@ -45,7 +45,7 @@ public:
             return renameFailed();
         }
         NativeFile::setAttributes(m_new, NativeFile::attributesFor(m_new, m_attributes, m_target));
-        const Outcome outcome = replaceOld();
+        Outcome outcome = replaceOld();
         if (outcome.result == Outcome::Result::Saved) {
             mayTake(Step::Finished);
         } else {

@@ -14,12 +14,11 @@ void waitForTheOther()
 
 } // namespace
 
-// FileHolder PATH SHARED MILLISECONDS: holds the file open as another program does,
-// with what it shares (FILE_SHARE_...) as a number, for so long, or with 0 until its
-// input ends; says "held" once it does.
+// FileHolder PATH SHARED: holds the file open as another program does, with what it
+// shares (FILE_SHARE_...) as a number, until its input ends; says "held" once it does.
 int wmain(int count, wchar_t *arguments[])
 {
-    if (count != 4)
+    if (count != 3)
         return 2;
     const HANDLE file = CreateFileW(arguments[1], GENERIC_READ | GENERIC_WRITE,
                                     DWORD(std::wcstoul(arguments[2], nullptr, 10)), nullptr,
@@ -28,11 +27,7 @@ int wmain(int count, wchar_t *arguments[])
         return 1;
     DWORD written = 0;
     WriteFile(GetStdHandle(STD_OUTPUT_HANDLE), "held\n", 5, &written, nullptr);
-    const DWORD milliseconds = DWORD(std::wcstoul(arguments[3], nullptr, 10));
-    if (milliseconds == 0)
-        waitForTheOther();
-    else
-        Sleep(milliseconds);
+    waitForTheOther();
     CloseHandle(file);
     return 0;
 }

@@ -9,9 +9,8 @@
 /// what shared (FILE_SHARE_...) allows. Windows only.
 class WindowsLock {
 public:
-    /// Until the object's end, or, with milliseconds, for so long; waits until the
-    /// file is held.
-    WindowsLock(const QString &path, DWORD shared, int milliseconds = 0);
+    /// Until release() or the object's end; waits until the file is held.
+    WindowsLock(const QString &path, DWORD shared);
     ~WindowsLock();
     Q_DISABLE_COPY(WindowsLock)
 

@@ -14,10 +14,9 @@ QString longForm(const QString &path)
 
 } // namespace
 
-WindowsLock::WindowsLock(const QString &path, DWORD shared, int milliseconds)
+WindowsLock::WindowsLock(const QString &path, DWORD shared)
 {
-    m_holder.start(QStringLiteral(FILE_HOLDER),
-                   {longForm(path), QString::number(shared), QString::number(milliseconds)});
+    m_holder.start(QStringLiteral(FILE_HOLDER), {longForm(path), QString::number(shared)});
     m_held =
         m_holder.waitForReadyRead(kPatienceMilliseconds) && m_holder.readAll().startsWith("held");
 }
