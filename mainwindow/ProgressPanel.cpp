@@ -12,6 +12,15 @@ namespace {
 /// As in the bars' style sheet, in every scheme of colours.
 constexpr QRgb kBarGround = 0xff770000;
 
+/// The colour, as dark as it takes to read a light text on it.
+QColor darkenedFor(const QColor &text, QColor ground)
+{
+    constexpr int kStepPercent = 105;
+    while (ColourContrast::ratio(text, ground) < ColourContrast::kText)
+        ground = ground.darker(kStepPercent);
+    return ground;
+}
+
 void showQueue(QProgressBar *bar, const QString &format, int length)
 {
     bar->setFormat(format.arg(length));
@@ -27,15 +36,13 @@ ProgressPanel::ProgressPanel(QWidget *parent)
     : QWidget(parent), m_ui(std::make_unique<Ui::ProgressPanel>())
 {
     m_ui->setupUi(this);
-    QPalette colours = palette();
-    const QColor onGround = ColourContrast::readableOn(QColor(kBarGround));
-    const QColor &filled = colours.color(QPalette::Highlight);
-    // A text is over both parts of its bar, the empty one and the filled one, and does
+    // A text is over both parts of its bar, the empty one and the filled one, and would
     // not change its colour just where one ends.
-    const bool isReadOnBoth = ColourContrast::ratio(onGround, filled) >= ColourContrast::kSign;
-    colours.setColor(QPalette::Text, onGround);
-    colours.setColor(QPalette::HighlightedText,
-                     isReadOnBoth ? onGround : ColourContrast::readableOn(filled));
+    QPalette colours = palette();
+    const QColor text = ColourContrast::readableOn(QColor(kBarGround));
+    colours.setColor(QPalette::Text, text);
+    colours.setColor(QPalette::HighlightedText, text);
+    colours.setColor(QPalette::Highlight, darkenedFor(text, colours.color(QPalette::Highlight)));
     for (QProgressBar *bar : {m_ui->dirBar, m_ui->fileBar, m_ui->spoolBar})
         bar->setPalette(colours);
     setShown(false);
