@@ -198,6 +198,11 @@ qint64 LineAutomaton::next(QStringView text, qint64 from) const
     return m_units.next(text.utf16(), text.size(), from);
 }
 
+qint64 LineAutomaton::nextInAscii(const char *bytes, qint64 size, qint64 from) const
+{
+    return m_units.next(reinterpret_cast<const uchar *>(bytes), size, from);
+}
+
 qint64 LineAutomaton::nextInBytes(const char *bytes, qint64 size, qint64 from) const
 {
     return m_bytes.next(reinterpret_cast<const uchar *>(bytes), size, from);

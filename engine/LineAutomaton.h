@@ -31,7 +31,13 @@ public:
     /// usable.
     qint64 next(QStringView text, qint64 from) const;
 
-    /// The same in bytes that are ASCII or UTF-8, broken or not.
+    /// The same in bytes that are ASCII.
+    qint64 nextInAscii(const char *bytes, qint64 size, qint64 from) const;
+
+    /// False: not usable, or the automaton would be too large for bytes beyond ASCII, of
+    /// which a character may have any number.
+    bool isUsableInBytes() const { return m_bytes.usable; }
+    /// The same in bytes that are ASCII or UTF-8, broken or not. Only if usable in bytes.
     qint64 nextInBytes(const char *bytes, qint64 size, qint64 from) const;
 
 private:

@@ -86,7 +86,8 @@ qint64 LineMatcher::find(const QString &keyword, QRegExp &pattern, QStringView l
     return line.indexOf(keyword, 0, m_condition.caseSensitivity());
 }
 
-/// A search backward tries its place alone, and what is before it in the text.
+/// By a search backward, which tries its place, what is before that in the text, and
+/// nothing else.
 bool LineMatcher::matchesAt(QStringView line, qint64 start) const
 {
     const qint64 first = m_asksBefore ? std::max<qint64>(start - 1, 0) : start;

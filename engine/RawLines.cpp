@@ -107,8 +107,10 @@ bool RawLines::searchText(const Text &text)
         });
     }
     const LineAutomaton &automaton = m_plan.automaton();
-    return automaton.isUsable() && canRead(text) && visitLines(text, [&](qint64 from) {
-               return automaton.nextInBytes(text.bytes, text.size, from);
+    const bool isUsable = text.highBytes ? automaton.isUsableInBytes() : automaton.isUsable();
+    return isUsable && canRead(text) && visitLines(text, [&](qint64 from) {
+               return text.highBytes ? automaton.nextInBytes(text.bytes, text.size, from)
+                                     : automaton.nextInAscii(text.bytes, text.size, from);
            });
 }
 

@@ -62,7 +62,9 @@ QString onlyOneFileText()
 
 QString notCountedText(int files)
 {
-    return QStringLiteral("大きすぎるか文字コードが分からず、数えなかったファイル: %L1").arg(files);
+    return QStringLiteral(
+               "数えなかったファイル: %L1 （大きすぎる、文字コードが分からない、読めない）")
+        .arg(files);
 }
 
 QString nothingIsKeptText()
@@ -375,19 +377,18 @@ void MainWindow::linecntFinished(bool aborted)
     // The file that was counted last.
     statusBar()->clearMessage();
     endRun();
-    if (*notCounted > 0)
+    if (!tellMissingPath() && *notCounted > 0)
         tellNext(notCountedText(*notCounted));
-    else
-        tellMissingPath();
 }
 
 /// A folder that is not there has no files, which looks as if nothing was found.
-void MainWindow::tellMissingPath()
+/// False when all are there.
+bool MainWindow::tellMissingPath()
 {
     const QString missing = SearchPaths::firstMissing(m_pathlist);
-    if (missing.isEmpty())
-        return;
-    tellNext(QStringLiteral("検索パスがありません: %1").arg(missing));
+    if (!missing.isEmpty())
+        tellNext(QStringLiteral("検索パスがありません: %1").arg(missing));
+    return !missing.isEmpty();
 }
 
 /// Unless the next run has begun by then.

@@ -113,7 +113,7 @@ private:
     void start(FormRequest::Mode mode, const FormState &form);
     void abortRun();
     void endRun();
-    void tellMissingPath();
+    bool tellMissingPath();
     void tellNext(const QString &hint);
     void setRunning(bool running);
     void showTitle(const QString &keyword1);

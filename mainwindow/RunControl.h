@@ -87,8 +87,9 @@ public:
     /// because the window was closed meanwhile, which usually are none; nothing
     /// when there is no run or it was abandoned before its end.
     std::optional<QStringList> listSearchEnd(bool aborted);
-    /// Nothing when there is no run; otherwise how many files were not counted: their
-    /// size is over the limit, or they are no text, or could not be read to the end.
+    /// Nothing when there is no run; otherwise how many files were not counted: they are
+    /// over the limit of sizes, no text, not to be read to the end, or too much for the
+    /// memory.
     std::optional<int> listLineCountEnd(bool aborted);
 
     /// The search ended with a single file, which the engine does not load. Until end().

@@ -11,9 +11,10 @@ namespace LocaleSetup {
 void useUtf8InPlainLocale();
 
 /// For the start of main, too. Where the environment names no time zone, it gets to
-/// name the system's by its file: otherwise that file is looked at whenever a file's
-/// time is converted, which for the list of logs is a hundred thousand times. Does
-/// nothing on Windows.
+/// name the system's, as in "Asia/Tokyo": otherwise the zone's file is looked at whenever
+/// a file's time is converted, which for the list of logs is a hundred thousand times.
+/// Programs that are started inherit the name, and the window keeps its zone when the
+/// system's changes. Does nothing where the system's zone has no name, and on Windows.
 void nameTimeZone();
 
 } // namespace LocaleSetup

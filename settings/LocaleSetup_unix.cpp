@@ -1,6 +1,7 @@
 #include "settings/LocaleSetup.h"
 
 #include <QByteArray>
+#include <QTimeZone>
 
 #include <clocale>
 #include <cstring>
@@ -35,6 +36,10 @@ void LocaleSetup::useUtf8InPlainLocale()
 
 void LocaleSetup::nameTimeZone()
 {
-    if (!qEnvironmentVariableIsSet("TZ"))
-        qputenv("TZ", QByteArrayLiteral(":/etc/localtime"));
+    if (qEnvironmentVariableIsSet("TZ"))
+        return;
+    const QByteArray zone = QTimeZone::systemTimeZoneId();
+    // That is also what the toolkit says when it does not know.
+    if (zone != "UTC")
+        qputenv("TZ", zone);
 }

@@ -352,23 +352,37 @@ void GrepEditor::mouseReleaseEvent(QMouseEvent *event)
 /// window, is scrolled into sight again.
 void GrepEditor::resizeEvent(QResizeEvent *event)
 {
-    const bool wasInSight = rowsToCursor(event->oldSize().height()) == 0;
+    const bool wasInSight = isCursorInSight(event->oldSize().height());
     const bool layOutAnew = !m_isLaidOut || document()->characterCount() < kLongestLaidOutAnew;
     m_isLaidOut = m_isLaidOut || viewport()->width() > 0;
     const QSize unchangedWidth(event->size().width(), event->oldSize().height());
     QResizeEvent withoutLayout(event->size(), unchangedWidth);
     QPlainTextEdit::resizeEvent(layOutAnew ? event : &withoutLayout);
-    if (wasInSight)
-        verticalScrollBar()->setValue(verticalScrollBar()->value()
-                                      + rowsToCursor(viewport()->height()));
+    QScrollBar *const bar = verticalScrollBar();
+    if (wasInSight && !isCursorInSight(viewport()->height()))
+        bar->setValue(bar->value() + rowsToCursor() + 1 - rowsIn(viewport()->height()));
 }
 
-/// How many rows further down a viewport of this height shows all of the cursor's row.
-int GrepEditor::rowsToCursor(int viewportHeight) const
+/// All of its row. A line is one row and a step of the scroll bar: lines are not wrapped.
+bool GrepEditor::isCursorInSight(int viewportHeight) const
 {
-    const QRect cursor = cursorRect();
-    const int hidden = cursor.bottom() + 1 - viewportHeight;
-    return hidden > 0 && cursor.height() > 0 ? (hidden + cursor.height() - 1) / cursor.height() : 0;
+    const int rows = rowsToCursor();
+    return rows >= 0 && rows < rowsIn(viewportHeight);
+}
+
+/// From the first row that is seen.
+int GrepEditor::rowsToCursor() const
+{
+    return textCursor().blockNumber() - firstVisibleBlock().blockNumber();
+}
+
+/// Whole rows; one at least, which has to do.
+int GrepEditor::rowsIn(int viewportHeight) const
+{
+    const QTextBlock first = firstVisibleBlock();
+    const qreal top = blockBoundingGeometry(first).translated(contentOffset()).top();
+    const qreal row = blockBoundingRect(first).height();
+    return row > 0 ? std::max(int((viewportHeight - top) / row), 1) : 1;
 }
 
 void GrepEditor::wheelEvent(QWheelEvent *event)

@@ -146,7 +146,9 @@ private:
     bool takeLocationFromLine();
     BlockPainter::Look look() const;
     void keepCursorInSelectedLine();
-    int rowsToCursor(int viewportHeight) const;
+    bool isCursorInSight(int viewportHeight) const;
+    int rowsToCursor() const;
+    int rowsIn(int viewportHeight) const;
     void zoomByWheel(const QWheelEvent &event);
     void scrollByLines(const QWheelEvent &event);
     /// Picks one word more than the last time that count was used.

@@ -119,35 +119,69 @@ void LinePart::layOut(const QTextLine &line, const QFont &font,
                       const QVector<QTextLayout::FormatRange> &colours)
 {
     const qreal x = line.cursorToX(m_from);
-    QTextOption option = m_whole.textOption();
-    option.setTabs(tabStops(line, font, x));
-    m_own->setTextOption(option);
     m_own->setFont(font);
     m_own->setFormats(cut(m_whole.formats()) + cut(colours));
-    m_own->beginLayout();
-    const QTextLine own = m_own->createLine();
-    m_own->endLayout();
+    if (m_text.contains(QLatin1Char('\t'))) {
+        const qreal width = tabWidth(m_whole.textOption(), font);
+        const qreal scale = tabStopScale(font);
+        layOutWithStops(gridOfStops(line, x, width), scale);
+        if (hasDoubtfulTab(width))
+            layOutWithStops(askedStops(line, x), scale);
+    } else {
+        layOutWithStops({}, 1);
+    }
     // A fallback font elsewhere in the line may have made it higher.
-    m_offset = QPointF(x, line.y() + line.ascent() - own.ascent());
+    m_offset = QPointF(x, line.y() + line.ascent() - m_own->lineAt(0).ascent());
+}
+
+void LinePart::layOutWithStops(const QVector<qreal> &stops, qreal scale)
+{
+    QList<QTextOption::Tab> tabs;
+    for (const qreal stop : stops)
+        tabs.append(QTextOption::Tab(stop / scale, QTextOption::LeftTab));
+    QTextOption option = m_whole.textOption();
+    option.setTabs(tabs);
+    m_own->setTextOption(option);
+    m_own->beginLayout();
+    m_own->createLine();
+    m_own->endLayout();
 }
 
 /// The whole line's tab stops, from x in it: from the one where the part's first tab
 /// ends, which only the whole line knows to a fraction of a pixel, to that of the last.
 /// Not asked for one by one: each question takes a look at every tab of the line.
-QList<QTextOption::Tab> LinePart::tabStops(const QTextLine &line, const QFont &font, qreal x) const
+QVector<qreal> LinePart::gridOfStops(const QTextLine &line, qreal x, qreal width) const
 {
-    QList<QTextOption::Tab> stops;
+    QVector<qreal> stops;
     const QLatin1Char tab('\t');
-    const int firstTab = m_text.indexOf(tab);
-    if (firstTab < 0)
-        return stops;
-    const qreal first = line.cursorToX(m_from + firstTab + 1) - x;
+    const qreal first = line.cursorToX(m_from + m_text.indexOf(tab) + 1) - x;
     const qreal last = line.cursorToX(m_from + m_text.lastIndexOf(tab) + 1) - x;
-    const qreal width = tabWidth(m_whole.textOption(), font);
-    const qreal scale = tabStopScale(font);
     int count = 0;
     for (qreal stop = first; stop <= last && count < kMostStops; stop = first + width * ++count)
-        stops.append(QTextOption::Tab(stop / scale, QTextOption::LeftTab));
+        stops.append(stop);
+    return stops;
+}
+
+/// Whether the text before a tab comes so near to the stop that the whole line, which
+/// divides by the width and rounds to a 64th, may have taken the one behind.
+bool LinePart::hasDoubtfulTab(qreal width) const
+{
+    const QLatin1Char tab('\t');
+    const QTextLine own = m_own->lineAt(0);
+    for (int i = m_text.indexOf(tab); i >= 0; i = m_text.indexOf(tab, i + 1)) {
+        if (own.cursorToX(i + 1) - own.cursorToX(i) < width / 64)
+            return true;
+    }
+    return false;
+}
+
+/// Where the whole line's tabs end, from x in it.
+QVector<qreal> LinePart::askedStops(const QTextLine &line, qreal x) const
+{
+    QVector<qreal> stops;
+    const QLatin1Char tab('\t');
+    for (int i = m_text.indexOf(tab); i >= 0; i = m_text.indexOf(tab, i + 1))
+        stops.append(line.cursorToX(m_from + i + 1) - x);
     return stops;
 }
 

@@ -52,7 +52,10 @@ private:
     void takePart(int from, int to);
     void layOut(const QTextLine &line, const QFont &font,
                 const QVector<QTextLayout::FormatRange> &colours);
-    QList<QTextOption::Tab> tabStops(const QTextLine &line, const QFont &font, qreal x) const;
+    void layOutWithStops(const QVector<qreal> &stops, qreal scale);
+    QVector<qreal> gridOfStops(const QTextLine &line, qreal x, qreal width) const;
+    bool hasDoubtfulTab(qreal width) const;
+    QVector<qreal> askedStops(const QTextLine &line, qreal x) const;
 
     const QTextLayout &m_whole;
     std::unique_ptr<QTextLayout> m_own;

@@ -20,8 +20,12 @@ QModelIndex LongEntries::shown(const QModelIndex &index) const
     const QString text = index.data().toString();
     if (text.size() <= kMostShown)
         return index;
-    const int half = kMostShown / 2;
-    m_shortened.setStringList({text.left(half) + QChar(0x2026) + text.right(half)});
+    int begin = kMostShown / 2;
+    int end = text.size() - kMostShown / 2;
+    // Neither cuts a pair.
+    begin -= text.at(begin).isLowSurrogate() ? 1 : 0;
+    end += text.at(end).isLowSurrogate() ? 1 : 0;
+    m_shortened.setStringList({text.left(begin) + QChar(0x2026) + text.mid(end)});
     return m_shortened.index(0);
 }
 

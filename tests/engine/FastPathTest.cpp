@@ -1,7 +1,9 @@
+#include "engine/CodeSet.h"
 #include "tests/engine_support/SearchCaseGenerator.h"
 #include "tests/support/TestLength.h"
 
 #include <QTest>
+#include <QTextCodec>
 
 #include <algorithm>
 
@@ -19,6 +21,8 @@ class FastPathTest : public QObject {
 private slots:
     void theHitsAreThoseOfThePlainPath_data();
     void theHitsAreThoseOfThePlainPath();
+    void aPatternThatIsTooLargeForBytesIsSearched_data();
+    void aPatternThatIsTooLargeForBytesIsSearched();
 };
 
 void FastPathTest::theHitsAreThoseOfThePlainPath_data()
@@ -47,6 +51,41 @@ void FastPathTest::theHitsAreThoseOfThePlainPath()
     }
     // A generator that never hits would compare nothing.
     QVERIFY2(withHits > rounds / 5, qPrintable(QString::number(withHits)));
+}
+
+void FastPathTest::aPatternThatIsTooLargeForBytesIsSearched_data()
+{
+    const QString ascii = QStringLiteral("x 12\n978-4 9784000000000 x ABCDEFGHIJKLMN\nend");
+    const QString kanji = QStringLiteral("漢字\n書 9784000000000 図 ABCDEFGHIJKLMN\n館");
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("codeSet");
+    for (const char *pattern : {"[^0-9][0-9]{13}", "\\S+\\s[A-Z]{14}", "\\W+\\w[A-Z]{13}"}) {
+        for (const int codeSet : {CodeSet::Utf8, CodeSet::ShiftJis, CodeSet::Utf16Le}) {
+            const QString name = QLatin1String(pattern) + QLatin1Char(' ')
+                + QLatin1String(CodeSet::codec(codeSet)->name());
+            QTest::newRow(qPrintable(name)) << QString::fromLatin1(pattern) << ascii << codeSet;
+            QTest::newRow(qPrintable(name + QStringLiteral(", kanji")))
+                << QString::fromLatin1(pattern) << kanji << codeSet;
+        }
+    }
+}
+
+/// The automaton for bytes is larger than the one for text.
+void FastPathTest::aPatternThatIsTooLargeForBytesIsSearched()
+{
+    QFETCH(QString, pattern);
+    QFETCH(QString, text);
+    QFETCH(int, codeSet);
+    SearchCase made;
+    made.condition.flg = SearchCondition::RegExpFlag;
+    made.condition.keyword1 = pattern;
+    made.codeSet = codeSet;
+    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+    made.content = CodeSet::codec(codeSet)->fromUnicode(text.constData(), text.size(), &state);
+    QCOMPARE(made.hits().size(), 1);
+    QCOMPARE(made.hits(), made.plainHits());
+    QCOMPARE(made.hits(16), made.plainHits());
 }
 
 int main(int argc, char *argv[])

@@ -25,6 +25,8 @@ private slots:
     void whatCannotBeFollowedIsOfNoUse();
     void aPatternThatMakesPatternEnginesExplodeEndsSoon_data();
     void aPatternThatMakesPatternEnginesExplodeEndsSoon();
+    void aPatternMayBeTooLargeForBytesOnly_data();
+    void aPatternMayBeTooLargeForBytesOnly();
     void brokenBytesMayBeAnyCharacters();
     void noLineThatMatchesIsPassedOver();
 };
@@ -36,9 +38,17 @@ LineAutomaton automaton(const QString &pattern, Qt::CaseSensitivity sensitivity 
     return LineAutomaton(pattern, sensitivity);
 }
 
+/// True, too, where it cannot be asked.
 bool findsInBytes(const LineAutomaton &automaton, const QByteArray &bytes)
 {
-    return automaton.nextInBytes(bytes.constData(), bytes.size(), 0) >= 0;
+    const bool found = !automaton.isUsableInBytes()
+        || automaton.nextInBytes(bytes.constData(), bytes.size(), 0) >= 0;
+    if (std::any_of(bytes.cbegin(), bytes.cend(), [](char byte) { return uchar(byte) >= 0x80; }))
+        return found;
+    const bool foundInAscii = automaton.nextInAscii(bytes.constData(), bytes.size(), 0) >= 0;
+    if (automaton.isUsableInBytes() && found != foundInAscii)
+        qFatal("the answers for ASCII differ: %s", bytes.constData());
+    return foundInAscii;
 }
 
 void addMatches()
@@ -238,6 +248,27 @@ void LineAutomatonTest::aPatternThatMakesPatternEnginesExplodeEndsSoon()
         QVERIFY(!findsInBytes(made, QByteArray(9, 'c') + QByteArray(100000, 'd')));
 }
 
+void LineAutomatonTest::aPatternMayBeTooLargeForBytesOnly_data()
+{
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<QByteArray>("match");
+    QTest::newRow("a number") << QStringLiteral("[^0-9][0-9]{13}") << QByteArray(" 9784000000000");
+    QTest::newRow("capitals") << QStringLiteral("\\S+\\s[A-Z]{12}") << QByteArray("a ABCDEFGHIJKL");
+    QTest::newRow("letters") << QStringLiteral("[^a-h]+\\D[a-h]{10}") << QByteArray("  abcdefghab");
+}
+
+void LineAutomatonTest::aPatternMayBeTooLargeForBytesOnly()
+{
+    QFETCH(QString, pattern);
+    QFETCH(QByteArray, match);
+    const LineAutomaton made = automaton(pattern);
+    QVERIFY(made.isUsable());
+    QVERIFY(!made.isUsableInBytes());
+    QVERIFY(findsInBytes(made, "x\n" + match + '\n'));
+    QVERIFY(!findsInBytes(made, "x\n" + match.chopped(1) + '\n'));
+    QVERIFY(made.next(QString::fromLatin1(match), 0) >= 0);
+}
+
 void LineAutomatonTest::brokenBytesMayBeAnyCharacters()
 {
     const LineAutomaton made = automaton(QStringLiteral("a.b"));
@@ -259,17 +290,24 @@ void LineAutomatonTest::noLineThatMatchesIsPassedOver()
     static const char *const counts[] = {"", "", "", "", "*", "+", "?", "{2}", "{1,3}", "{0,1}"};
     static const char *const texts[] = {"a", "b",  "c",  "x", "k", "K",  "\u212A", "あ", "漢", "1",
                                         " ", "ｋ", "Ａ", "9", "_", "𠮷", "ſ",      "ı",  "İ"};
+    static const char *const before[] = {"[^a-c]+\\D", "[^0-9]", "\\W+\\w", "\\S+\\s"};
+    static const char *const after[] = {"[a-c]", "[0-9]", "[a-z]"};
     static const char *const ends[] = {"", "\n", "\r\n", "\nanother"};
     QRandomGenerator random(20240601);
     const auto pick = [&random](const auto &list) {
         return QString::fromUtf8(list[random.bounded(int(std::size(list)))]);
     };
     int matches = 0;
+    int largeOnes = 0;
     for (int round = 0; round < TestLength::rounds(4000, 400000); ++round) {
         QString pattern;
         for (int i = 1 + random.bounded(5); i > 0; --i)
             pattern +=
                 pick(parts) + pick(counts) + QLatin1String(random.bounded(12) == 0 ? "|" : "");
+        // Too large for bytes, at times.
+        if (random.bounded(60) == 0)
+            pattern =
+                pick(before) + pick(after) + QStringLiteral("{%1}").arg(random.bounded(4, 12));
         const auto sensitivity = random.bounded(2) == 0 ? Qt::CaseSensitive : Qt::CaseInsensitive;
         const QRegExp expression(pattern, sensitivity);
         const LineAutomaton made = automaton(pattern, sensitivity);
@@ -278,21 +316,25 @@ void LineAutomatonTest::noLineThatMatchesIsPassedOver()
         QString line;
         for (int i = random.bounded(12); i > 0; --i)
             line += pick(texts);
+        if (random.bounded(4) == 0)
+            line += QStringLiteral(" abcabcabcabc 123456789012 kxkxkxkxkxkxk");
         if (expression.indexIn(line) < 0)
             continue;
         ++matches;
-        const QString before = QStringLiteral("an earlier one\n");
+        const QString earlier = QStringLiteral("an earlier one\n");
         const QString end = pick(ends);
-        const QString text = before + line + end;
+        const QString text = earlier + line + end;
         // Of the line's last character that is a line feed, or of its last one.
-        const qint64 found = made.next(text, before.size());
-        const bool isOnLine = found >= before.size()
-            && found < std::max(before.size() + line.size() + end.indexOf(QLatin1Char('\n')) + 1,
-                                before.size() + line.size());
+        const qint64 found = made.next(text, earlier.size());
+        const bool isOnLine = found >= earlier.size()
+            && found < std::max(earlier.size() + line.size() + end.indexOf(QLatin1Char('\n')) + 1,
+                                earlier.size() + line.size());
+        largeOnes += made.isUsableInBytes() ? 0 : 1;
         if (!isOnLine || !findsInBytes(made, line.toUtf8() + end.toUtf8()))
             QFAIL(qPrintable(pattern + QLatin1String(" in ") + line));
     }
     QVERIFY2(matches > 400, qPrintable(QString::number(matches)));
+    QVERIFY2(largeOnes > 0, qPrintable(QString::number(largeOnes)));
 }
 
 QTEST_GUILESS_MAIN(LineAutomatonTest)

@@ -179,8 +179,14 @@ void MainWindowLineCountTest::filesThatAreNotCountedAreTold()
     compare(m_fixture->tree.path(), {{counted, 3}});
     QTRY_COMPARE_WITH_TIMEOUT(
         m_fixture->statusText(),
-        QStringLiteral("大きすぎるか文字コードが分からず、数えなかったファイル: 2"),
+        QStringLiteral("数えなかったファイル: 2 （大きすぎる、文字コードが分からない、読めない）"),
         kPatienceMilliseconds);
+    // A path that is not there matters more.
+    const QString gone = m_fixture->tree.filePath(QStringLiteral("gone/"));
+    compare(m_fixture->tree.path() + QLatin1Char('\n') + gone, {{counted, 3}});
+    QTRY_COMPARE_WITH_TIMEOUT(m_fixture->statusText(),
+                              QStringLiteral("検索パスがありません: ") + gone,
+                              kPatienceMilliseconds);
 }
 
 void MainWindowLineCountTest::theEndOfACountBringsTheWindowBack_data()

@@ -75,7 +75,11 @@ void LocaleSetupTest::theTimeZoneIsNamed_data()
 {
     QTest::addColumn<QStringList>("variables");
     QTest::addColumn<QByteArray>("afterwards");
-    QTest::newRow("nothing set") << QStringList() << QByteArray("TZ=:/etc/localtime\n");
+    const QString zones = QStringLiteral("/zoneinfo/");
+    const QString file = QFile::symLinkTarget(QStringLiteral("/etc/localtime"));
+    if (file.contains(zones))
+        QTest::newRow("nothing set")
+            << QStringList() << "TZ=" + QFile::encodeName(file.section(zones, 1)) + '\n';
     QTest::newRow("set") << QStringList{QStringLiteral("TZ=Asia/Tokyo")}
                          << QByteArray("TZ=Asia/Tokyo\n");
     QTest::newRow("set to nothing, which is UTC")

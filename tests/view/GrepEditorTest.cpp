@@ -47,6 +47,9 @@ private slots:
     void escapeIsRemembered();
     void theSwitchesMakeTheFindPattern();
 
+    void aSmallerViewKeepsTheCursorsRowInSight_data();
+    void aSmallerViewKeepsTheCursorsRowInSight();
+
     void theSideButtonsAreReported();
     void theContextMenuHasThreeEntries();
     void theContextMenuOpens();
@@ -373,6 +376,45 @@ void GrepEditorTest::theSwitchesMakeTheFindPattern()
     QCOMPARE(view.findPattern(text("a|b.")).pattern(), text("\\ba\\|b.\\b"));
     settings.caseinsensitive = true;
     QCOMPARE(view.findPattern(text("a")).caseSensitivity(), Qt::CaseInsensitive);
+}
+
+void GrepEditorTest::aSmallerViewKeepsTheCursorsRowInSight_data()
+{
+    QTest::addColumn<int>("top");
+    QTest::addColumn<int>("row");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<bool>("scrolls");
+    QTest::newRow("much smaller") << 10 << 30 << 250 << true;
+    QTest::newRow("a little smaller") << 10 << 10 + 34 << 780 << true;
+    QTest::newRow("still in sight") << 10 << 12 << 250 << false;
+    QTest::newRow("far below") << 0 << 299 << 250 << false;
+    QTest::newRow("just below") << 0 << 50 << 250 << false;
+    QTest::newRow("above") << 100 << 20 << 250 << false;
+    QTest::newRow("larger") << 10 << 30 << 1200 << false;
+}
+
+void GrepEditorTest::aSmallerViewKeepsTheCursorsRowInSight()
+{
+    QFETCH(int, top);
+    QFETCH(int, row);
+    QFETCH(int, height);
+    QFETCH(bool, scrolls);
+    GrepEditor view(true);
+    view.setPlainText(text("line\n").repeated(300));
+    const int rowHeight = view.cursorRect().height();
+    view.resize(600, 36 * rowHeight);
+    view.show();
+    place(view, row, 0);
+    view.verticalScrollBar()->setValue(top);
+    view.resize(600, height * rowHeight / 23);
+    if (scrolls) {
+        QVERIFY(view.verticalScrollBar()->value() > top);
+        QVERIFY(view.cursorRect().top() >= 0);
+        const int below = view.viewport()->height() - view.cursorRect().bottom() - 1;
+        QVERIFY2(below >= 0 && below < rowHeight, qPrintable(QString::number(below)));
+    } else {
+        QCOMPARE(view.verticalScrollBar()->value(), top);
+    }
 }
 
 void GrepEditorTest::theSideButtonsAreReported()

@@ -18,6 +18,8 @@ private slots:
     void aPartLooksLikeTheWhole();
     void aPartNeverSplitsAPairOfSurrogates();
     void aLineWiderThanALayoutCountsIsCut();
+    void tabsJustBehindTheirTextAreWhereTheyAreInTheWhole_data();
+    void tabsJustBehindTheirTextAreWhereTheyAreInTheWhole();
     void tabsAreWhereTheLayoutsDeviceHasThem();
     void theWholeLineIsAskedForAFewTabsOnly_data();
     void theWholeLineIsAskedForAFewTabsOnly();
@@ -192,6 +194,36 @@ void LinePartTest::aLineWiderThanALayoutCountsIsCut()
     const QTextLine own = part.layout().lineAt(0);
     QVERIFY(own.cursorToX(part.text().size()) > kWidth);
     QVERIFY(qAbs(own.cursorToX(3) + part.offset().x() - line.line().cursorToX(3)) <= kRounding);
+}
+
+void LinePartTest::tabsJustBehindTheirTextAreWhereTheyAreInTheWhole_data()
+{
+    QTest::addColumn<qreal>("gap");
+    QTest::newRow("the next step") << 1.0 / 64;
+    QTest::newRow("the whole rounds") << 0.25;
+    QTest::newRow("it hardly does") << 0.5;
+    QTest::newRow("it does not") << 1.5;
+}
+
+/// A layout passes over a stop to which less than a 128th of the distance is left.
+void LinePartTest::tabsJustBehindTheirTextAreWhereTheyAreInTheWhole()
+{
+    QFETCH(qreal, gap);
+    const QString piece = QStringLiteral("abcdefg\ta\t\t");
+    OneLine line(repeated(piece, 10000));
+    const qreal text = QFontMetricsF(line.font()).horizontalAdvance(piece.left(7));
+    line.setTabStopDistance(text + gap);
+    line.layOut();
+    for (const int index : {0, 3, 4000, 5001, 5008, 9990}) {
+        const LinePart part = line.part(line.line().cursorToX(index) + 0.5);
+        QVERIFY(&part.layout() != line.block().layout());
+        const QTextLine own = part.layout().lineAt(0);
+        for (int i = 0; i <= part.text().size(); ++i) {
+            const qreal x = own.cursorToX(i) + part.offset().x();
+            QVERIFY2(qAbs(x - line.line().cursorToX(part.from() + i)) <= kRounding,
+                     qPrintable(QStringLiteral("%1 + %2").arg(part.from()).arg(i)));
+        }
+    }
 }
 
 void LinePartTest::tabsAreWhereTheLayoutsDeviceHasThem()

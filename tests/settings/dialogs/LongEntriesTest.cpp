@@ -18,6 +18,8 @@ private slots:
     void anEntryHasTheSizeThatTheToolkitGivesIt();
     void anEntryLooksAsTheToolkitDrawsIt();
     void ofALongEntryBeginningAndEndAreShown();
+    void noPairIsCut_data();
+    void noPairIsCut();
     void aLongEntryIsChosenWhole();
     void aLongCompletionIsTakenWhole();
 };
@@ -128,6 +130,30 @@ void LongEntriesTest::ofALongEntryBeginningAndEndAreShown()
         QVERIFY(pictureOf(*list, longText(), QStyle::State_Enabled)
                 == pictureOf(*expected, shown, QStyle::State_Enabled));
     }
+}
+
+void LongEntriesTest::noPairIsCut_data()
+{
+    const int half = LongEntries::kMostShown / 2;
+    const QString pairs = QStringLiteral("\U00020BB7").repeated(LongEntries::kMostShown);
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("begin");
+    QTest::addColumn<int>("end");
+    QTest::newRow("none is near") << pairs << half << half;
+    QTest::newRow("at the beginning's end") << QLatin1Char('a') + pairs << half - 1 << half;
+    QTest::newRow("at the end's beginning") << pairs + QLatin1Char('a') << half << half - 1;
+}
+
+void LongEntriesTest::noPairIsCut()
+{
+    QFETCH(QString, text);
+    QFETCH(int, begin);
+    QFETCH(int, end);
+    Lists lists({text});
+    const QString shown = text.left(begin) + QChar(0x2026) + text.right(end);
+    QVERIFY(shown.size() <= LongEntries::kMostShown + 1);
+    Lists plain({shown}, false);
+    QCOMPARE(sizeOf(*lists.combo.view(), text), sizeOf(*plain.combo.view(), shown));
 }
 
 void LongEntriesTest::aLongEntryIsChosenWhole()
