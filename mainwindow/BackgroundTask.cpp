@@ -1,17 +1,17 @@
 #include "mainwindow/BackgroundTask.h"
 
-#include <QThread>
+#include <QMetaObject>
 
-#include <memory>
+#include <thread>
 
 void BackgroundTask::run(const std::function<void()> &work, QEventLoop::ProcessEventsFlags events)
 {
-    const std::unique_ptr<QThread> thread(QThread::create(work));
     QEventLoop loop;
-    // Queued to the loop's thread, so an end before exec() is not missed.
-    QObject::connect(thread.get(), &QThread::finished, &loop, &QEventLoop::quit,
-                     Qt::QueuedConnection);
-    thread->start();
+    std::thread thread([&] {
+        work();
+        // Queued to the loop's thread, so an end before exec() is not missed.
+        QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
+    });
     loop.exec(events);
-    thread->wait();
+    thread.join();
 }
