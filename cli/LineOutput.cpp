@@ -16,8 +16,12 @@ LineOutput::LineOutput(StandardStreams::Stream stream, const std::function<void(
 
 void LineOutput::add(const QByteArray &lines)
 {
-    if (m_closed)
+    // The lines of one file may be nearly all that an array holds.
+    if (lines.size() >= kPieceSize) {
+        flush();
+        write(lines);
         return;
+    }
     m_buffer += lines;
     if (m_buffer.size() >= kPieceSize)
         flush();
@@ -25,11 +29,16 @@ void LineOutput::add(const QByteArray &lines)
 
 void LineOutput::flush()
 {
-    if (m_closed || m_buffer.isEmpty())
+    write(m_buffer);
+    m_buffer.resize(0);
+}
+
+void LineOutput::write(const QByteArray &bytes)
+{
+    if (m_closed || bytes.isEmpty())
         return;
     m_beforeWrite();
     const StandardStreams::WriteResult result =
-        StandardStreams::write(m_stream, m_buffer, m_giveUp, &m_errorText);
+        StandardStreams::write(m_stream, bytes, m_giveUp, &m_errorText);
     m_closed = result != StandardStreams::WriteResult::Written;
-    m_buffer.resize(0);
 }

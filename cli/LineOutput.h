@@ -27,6 +27,8 @@ public:
     QString errorText() const { return m_errorText; }
 
 private:
+    void write(const QByteArray &bytes);
+
     const StandardStreams::Stream m_stream;
     const std::function<void()> m_beforeWrite;
     const std::function<bool()> m_giveUp;

@@ -1,6 +1,12 @@
 #include "cli/Utf8Text.h"
 
+#include <limits>
+#include <new>
+
 namespace {
+
+/// What an array may hold, less what it takes for itself.
+constexpr qint64 kMostBytes = std::numeric_limits<int>::max() - 64;
 
 /// Writes the ASCII that text begins with, or nearly all of it, to out; returns
 /// how much.
@@ -29,6 +35,10 @@ qint64 narrow(QStringView text, char *out)
 void Utf8Text::append(QByteArray *bytes, QStringView text)
 {
     const int before = bytes->size();
+    // As QByteArray does where it grows by itself; with resize() the sum would be
+    // negative, and the array empty.
+    if (text.size() > kMostBytes - before)
+        throw std::bad_alloc();
     bytes->resize(before + int(text.size()));
     const qint64 done = narrow(text, bytes->data() + before);
     if (done == text.size())

@@ -96,7 +96,7 @@ EncodedLiteral encodedStart(const QString &text, Qt::CaseSensitivity sensitivity
         QString start = text.left(length);
         if (start.at(start.size() - 1).isHighSurrogate())
             start.chop(1);
-        const EncodedLiteral result = encoded(start, sensitivity);
+        EncodedLiteral result = encoded(start, sensitivity);
         const bool isWhole = result.needle.value.size() == start.size() * kUnitSize;
         if (result.answer == EncodedLiteral::Searchable && isWhole)
             return result;

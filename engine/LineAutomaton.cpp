@@ -135,8 +135,6 @@ LineAutomaton::Machine LineAutomaton::machineOf(const PatternGraph &graph, bool 
     std::vector<StateSet> open = {start};
     machine.start = width;
     for (size_t done = 0; done < open.size(); ++done) {
-        if (done >= size_t(kMostStates))
-            return Machine();
         const StateSet states = open[done];
         const bool mayEnd = walk.acceptsAtLineEnd(states);
         for (const int symbol : classes.symbols()) {
@@ -151,6 +149,8 @@ LineAutomaton::Machine LineAutomaton::machineOf(const PatternGraph &graph, bool 
             if (!(isEnd && mayEnd) && !walk.accepts(next)) {
                 const auto newRow = std::uint32_t(open.size() + 1) * width;
                 const auto [place, isNew] = rows.emplace(next, newRow);
+                if (isNew && open.size() >= size_t(kMostStates))
+                    return Machine();
                 if (isNew)
                     open.push_back(next);
                 row = place->second;

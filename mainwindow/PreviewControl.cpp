@@ -319,9 +319,10 @@ bool PreviewControl::isPlaceShown() const
 void PreviewControl::moveCursorToPlace()
 {
     GrepEditor &preview = *m_views.preview;
-    const QTextBlock block = preview.document()->findBlockByNumber(m_place.line - 1);
+    const QTextBlock block =
+        m_place.line > 0 ? preview.document()->findBlockByNumber(m_place.line - 1) : QTextBlock();
     QTextCursor cursor(preview.document());
-    if (m_place.line > 0 && block.isValid())
+    if (block.isValid())
         cursor.setPosition(block.position() + rowInLine(block));
     preview.setTextCursor(cursor);
     preview.ensureCursorVisible();

@@ -161,7 +161,7 @@ int PreviewText::rowOf(const QString &text, int column, int tabWidth)
             row = at + 1;
             continue;
         }
-        if (passed >= column - 1)
+        if (passed + 1 >= column)
             break;
         if (unit == '\t')
             passed += width - passed % width;

@@ -30,7 +30,7 @@ void FastPathTest::theHitsAreThoseOfThePlainPath_data()
     QTest::addColumn<bool>("isList");
     QTest::addColumn<int>("rounds");
     QTest::newRow("keywords and patterns") << false << TestLength::rounds(30000, 400000);
-    QTest::newRow("long lists of words") << true << TestLength::rounds(1000, 15000);
+    QTest::newRow("long lists of words") << true << TestLength::rounds(300, 15000);
 }
 
 void FastPathTest::theHitsAreThoseOfThePlainPath()
