@@ -1,6 +1,7 @@
 #include "cli/HitPainter.h"
 
 #include "cli/Utf8Text.h"
+#include "engine/LineFinder.h"
 #include "engine/LineMatcher.h"
 #include "engine/NativePath.h"
 #include "engine/PatternLimits.h"
@@ -57,21 +58,20 @@ QByteArray HitPainter::text(const QString &text) const
 {
     if (!m_on)
         return text.toUtf8();
-    QRegExp keyword = m_keyword; // one for each thread: it keeps its last match
+    // One for each thread. The pattern's own search may take minutes for what is behind
+    // the last match of a long line.
+    LineFinder finder(m_keyword);
     QByteArray painted;
     int done = 0;
     int from = 0;
     while (from < text.size()) {
-        const int start = keyword.indexIn(text, from);
-        const int length = keyword.matchedLength();
-        if (start < 0)
-            break;
-        if (length > 0) {
-            painted += text.midRef(done, start - done).toUtf8() + kMatch
-                + text.midRef(start, length).toUtf8() + kPlain;
-            done = start + length;
-        }
-        from = start + qMax(length, 1);
+        const LineFinder::Look look = finder.lookForward(text, from);
+        from = look.next;
+        if (!look.match.isValid())
+            continue;
+        painted += text.midRef(done, look.match.start - done).toUtf8() + kMatch
+            + text.midRef(look.match.start, look.match.length).toUtf8() + kPlain;
+        done = look.match.start + look.match.length;
     }
     return painted + text.midRef(done).toUtf8();
 }
