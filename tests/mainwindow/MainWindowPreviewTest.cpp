@@ -385,14 +385,14 @@ void MainWindowPreviewTest::aWideLineIsNotHiddenByItsScrollBar()
 {
     QFETCH(bool, byFind);
     m_fixture->tree.write(text("a.txt"),
-                          "an apple\n" + QByteArray("short\n").repeated(60) + "the apple "
+                          "the first apple\n" + QByteArray("short\n").repeated(60) + "a wide apple "
                               + QByteArray("wide ").repeated(100) + '\n'
                               + QByteArray("short\n").repeated(60));
-    searchAndSelect(byFind ? text(":an apple") : text(":the apple"));
+    searchAndSelect(byFind ? text(":the first apple") : text(":a wide apple"));
     GrepEditor *preview = m_fixture->preview();
     QTRY_VERIFY_WITH_TIMEOUT(!preview->isReadOnly(), kPatienceMilliseconds);
     if (byFind)
-        preview->setTextCursor(preview->document()->find(text("the apple")));
+        preview->setTextCursor(preview->document()->find(text("a wide apple")));
     preview->ensureCursorVisible();
     QTRY_VERIFY_WITH_TIMEOUT(preview->horizontalScrollBar()->isVisible(), kPatienceMilliseconds);
     QCoreApplication::processEvents();
