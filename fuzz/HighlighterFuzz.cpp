@@ -38,6 +38,7 @@ public:
         // No clock has a say in what is coloured.
         m_highlighter->setTurn(1'000'000);
     }
+    Q_DISABLE_COPY(ColouredDocument)
 
     QTextDocument &document() { return m_document; }
     const QTextDocument &document() const { return m_document; }
