@@ -1,7 +1,6 @@
 #include "cli/HitPainter.h"
 
 #include "cli/Utf8Text.h"
-#include "engine/LineFinder.h"
 #include "engine/LineMatcher.h"
 #include "engine/NativePath.h"
 #include "engine/PatternLimits.h"
@@ -27,7 +26,7 @@ QRegExp keywordExpression(SearchCondition condition)
 } // namespace
 
 HitPainter::HitPainter(const SearchCondition &condition)
-    : m_on(true), m_keyword(keywordExpression(condition))
+    : m_on(true), m_finder(keywordExpression(condition))
 {
 }
 
@@ -60,7 +59,7 @@ QByteArray HitPainter::text(const QString &text) const
         return text.toUtf8();
     // One for each thread. The pattern's own search may take minutes for what is behind
     // the last match of a long line.
-    LineFinder finder(m_keyword);
+    LineFinder finder = m_finder;
     QByteArray painted;
     int done = 0;
     int from = 0;

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "engine/LineFinder.h"
 #include "engine/SearchCondition.h"
 
 #include <QByteArray>
-#include <QRegExp>
 #include <QString>
 #include <QStringView>
 
@@ -27,5 +27,5 @@ public:
 
 private:
     bool m_on = false;
-    QRegExp m_keyword;
+    LineFinder m_finder; // of every match of the keyword
 };
